@@ -1,0 +1,29 @@
+#include "base/Error.h"
+
+#include <utility>
+
+namespace krx {
+
+Error::Error(std::uint32_t status, String description, String source)
+    : status_(status),
+      description_(std::move(description)),
+      source_(std::move(source)),
+      what_(ToUtf8(description_)) {}
+
+Error RuntimeError(std::int32_t number, String description) {
+  return Error(0x800A0000u + static_cast<std::uint32_t>(number), std::move(description));
+}
+
+Error TypeMismatch() {
+  return RuntimeError(13, u"Type mismatch");
+}
+
+Error ObjectNotSet() {
+  return RuntimeError(91, u"Object reference not set");
+}
+
+Error NotImplemented() {
+  return Error(0x80004001u, u"This dialog is not implemented");
+}
+
+}  // namespace krx

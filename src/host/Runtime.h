@@ -1,0 +1,19 @@
+#pragma once
+
+#include <memory>
+
+#include "host/FontService.h"
+#include "host/TextService.h"
+
+namespace krx::host {
+
+// Where the dialogs get their references to the runtime's services from. Each call creates a new
+// reference; a service that cannot be created raises Error.
+class Runtime {
+ public:
+  virtual ~Runtime() = default;
+  virtual std::unique_ptr<TextService> CreateTextService() = 0;
+  virtual std::unique_ptr<FontService> CreateFontService() = 0;
+};
+
+}  // namespace krx::host

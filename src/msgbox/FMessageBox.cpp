@@ -1,0 +1,252 @@
+#include "msgbox/FMessageBox.h"
+
+#include <algorithm>
+#include <iterator>
+#include <vector>
+
+#include "base/Error.h"
+#include "host/TextService.h"
+#include "service/Layout.h"
+#include "service/MKRXDialog.h"
+
+namespace krx::msgbox {
+
+namespace {
+
+using service::MaxValue;
+using service::MeasureTextHeight;
+using service::MeasureTextWidth;
+
+// Lengths of this form in twips.
+constexpr Twips kIconLeft = 180;       // also the form's margin and the gap between buttons
+constexpr Twips kIconSize = 480;       // 32 pixels at 96 dpi, the size of the stock icons
+constexpr Twips kMessagePadding = 30;  // added to the message text's width and height
+constexpr Twips kNarrowestButton = 1215;
+constexpr Twips kTextToButtons = 1.5f;  // in icon-left distances
+constexpr Twips kHelpExtraGap = 0.5f;   // in icon-left distances
+
+// Parts of the style value.
+constexpr std::int32_t kButtonSetBits = 15;
+constexpr std::int32_t kIconBits = 112;
+constexpr std::int32_t kDefaultBits = 768;
+
+constexpr int kSecond = 1000;  // milliseconds
+
+struct StandardButton {
+  StringView Key;
+  std::int32_t Result;
+};
+
+// Buttons of the sets 0 to 5, left to right. Set 5 looks its Cancel text up under another key than
+// sets 1 and 3; this is meant.
+const std::array<std::vector<StandardButton>, 6> kButtonSets{{
+    {{u"OK", 1}},
+    {{u"OK", 1}, {u"Cancel", 2}},
+    {{u"Abort", 3}, {u"Retry", 4}, {u"Ignore", 5}},
+    {{u"Yes", 6}, {u"No", 7}, {u"Cancel", 2}},
+    {{u"Yes", 6}, {u"No", 7}},
+    {{u"Retry", 4}, {u"Cancel&", 2}},
+}};
+
+// Identifier of the stock icon for a style; 0 for none.
+int StockIconOf(std::int32_t style) {
+  switch (style & kIconBits) {
+    case 16:
+      return 32513;
+    case 32:
+      return 32514;
+    case 48:
+      return 32515;
+    case 64:
+      return 32516;
+    default:
+      return 0;
+  }
+}
+
+}  // namespace
+
+FMessageBox::FMessageBox(service::Apartment& apartment)
+    : DialogForm(apartment, u"FMessageBox", host::kDialogTexts) {
+  picIcon.Place({kIconLeft, 0, kIconSize, kIconSize});
+  idxMessage.Left = picIcon.Left() + picIcon.Width() + kIconLeft;
+  tmrAutoActivation.Interval = kSecond;
+
+  for (ui::KRXKey& key : keyButton) {
+    key.Click = [this, &key] { Answer(key); };
+  }
+  // Two characters, not the function key: this box is meant to send them so.
+  keyHelp.Click = [this] { ThePlatform().SendKeys(u"F1"); };
+  keyClose.Click = [this] { Unload(); };
+  tmrAutoActivation.Tick = [this] { CountDown(); };
+}
+
+void FMessageBox::DisplayIcon(std::int32_t enmStyle) {
+  if (const int icon = StockIconOf(enmStyle)) {
+    picIcon.DrawIcon(ThePlatform().LoadStockIcon(icon), 0, 0);
+  } else {
+    picIcon.Visible = false;
+    idxMessage.Left = picIcon.Left();
+  }
+  DefaultKey(enmStyle).TabIndex = 0;
+}
+
+void FMessageBox::SetFonts() {
+  idxCaption.FontClass = Shared().FontClassCaption;
+  idxMessage.FontClass = Shared().FontClassText;
+  for (ui::KRXKey& key : keyButton)
+    key.FontClass = Shared().FontClassButton;
+  keyHelp.FontClass = Shared().FontClassButton;
+}
+
+std::int32_t FMessageBox::SetTextsEx(const String& sButton1, const String& sButton2,
+                                     const String& sButton3, std::int32_t lAutoActivation) {
+  const std::array texts{&sButton1, &sButton2, &sButton3};
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    if (texts[i]->empty()) continue;
+    keyButton[i].Caption = *texts[i];
+    keyButton[i].Tag = ToString(11 + static_cast<std::int32_t>(i));
+  }
+  if (lAutoActivation > 0) {
+    seconds_left_ = lAutoActivation;
+    tmrAutoActivation.Enabled = true;
+  }
+  return 0;
+}
+
+std::int32_t FMessageBox::SetTexts(const String& sText, std::int32_t enmStyle, const String& sTitle,
+                                   const String& sHelpFile, std::int32_t) {
+  SetStandardButtons(enmStyle & kButtonSetBits);
+  for (ui::KRXKey& key : keyButton)
+    key.Visible = !key.Caption().empty();
+
+  keyHelp.Caption = Text(u"Help");
+  if (sHelpFile.empty()) {
+    keyHelp.Visible = false;
+    keyHelp.Caption = String();
+  }
+
+  if (!sTitle.empty()) {
+    SetCaption(service::EncodeLineBreaks(sTitle));
+  } else if (Shared().HostApplication) {
+    SetCaption(Shared().HostApplication->EXEName());
+  } else {
+    throw ObjectNotSet();
+  }
+  idxMessage.Text = service::EncodeLineBreaks(sText);
+  SetDefault(enmStyle);
+  return 0;
+}
+
+void FMessageBox::SetStandardButtons(std::int32_t button_set) {
+  if (button_set >= static_cast<std::int32_t>(kButtonSets.size())) return;
+  // Only the single OK leaves a free caption in place.
+  if (button_set == 0 && !keyButton[0].Caption().empty()) return;
+  const auto& buttons = kButtonSets[static_cast<std::size_t>(button_set)];
+  for (std::size_t i = 0; i < buttons.size(); ++i) {
+    keyButton[i].Caption = Text(buttons[i].Key);
+    keyButton[i].Tag = ToString(buttons[i].Result);
+  }
+}
+
+void FMessageBox::SetDefault(std::int32_t style) {
+  ui::KRXKey& key = DefaultKey(style);
+  key.TabIndex = 0;
+  const bool answerable = std::any_of(keyButton.begin(), keyButton.end(),
+                                      [](const ui::KRXKey& k) { return k.Visible(); });
+  // A box that nobody can answer is shown all the same, and its result is 0.
+  Result = answerable ? ToLong(key.Tag) : 0;
+}
+
+ui::KRXKey& FMessageBox::DefaultKey(std::int32_t style) {
+  const auto position = static_cast<std::size_t>((style & kDefaultBits) / 256);
+  return position < keyButton.size() ? keyButton[position] : keyHelp;
+}
+
+void FMessageBox::CalcPositions() {
+  SizeCaption(service::kCaptionPadding);
+  picIcon.Top = idxCaption.Height() + picIcon.Left();
+  idxMessage.Top = picIcon.Top();
+  idxMessage.Height = MaxValue({MeasureTextHeight(idxMessage) + kMessagePadding, picIcon.Height()});
+  idxMessage.Width = MeasureTextWidth(idxMessage) + kMessagePadding;
+  SizeButtons();
+
+  const Twips block_bottom = picIcon.Top() + MaxValue({picIcon.Height(), idxMessage.Height()});
+  const Twips row_top = block_bottom + kTextToButtons * kIconLeft;
+  const Twips row_width = PlaceButtons(row_top);
+  const Twips caption_width = MeasureTextWidth(idxCaption) + kMessagePadding + keyClose.Width() +
+                              service::kCloseKeyMargin + 2 * kIconLeft;
+  const Twips message_width = idxMessage.Left() + idxMessage.Width() + kIconLeft;
+  Width = MaxValue({caption_width, message_width, row_width});
+
+  Twips bottom = block_bottom;
+  for (ui::KRXKey* const key : {&keyButton[0], &keyButton[1], &keyButton[2], &keyHelp}) {
+    if (!key->Visible()) continue;
+    key->Left = key->Left() + (Width() - row_width) / 2;
+    bottom = row_top + key->Height();
+  }
+  Height = bottom + kIconLeft;
+  PlaceCaption();
+}
+
+void FMessageBox::SizeButtons() {
+  Twips height = 0;
+  for (ui::KRXKey* const key : {&keyButton[0], &keyButton[1], &keyButton[2], &keyHelp}) {
+    if (!key->Visible()) continue;
+    const Twips needed = service::ButtonHeight(MeasureTextHeight(*key), Shared().ButtonMinHeight);
+    height = MaxValue({height, needed});
+    key->Width = MaxValue({MeasureTextWidth(*key) + service::kButtonPadding, kNarrowestButton});
+  }
+  for (ui::KRXKey& key : keyButton)
+    key.Height = height;
+  keyHelp.Height = height;
+}
+
+// Returns the width of the row, the form's margins on both sides included.
+Twips FMessageBox::PlaceButtons(Twips top) {
+  Twips x = kIconLeft;
+  const auto place = [&](ui::KRXKey& key) {
+    key.Left = x;
+    key.Top = top;
+    x += key.Width() + kIconLeft;
+  };
+  for (ui::KRXKey& key : keyButton) {
+    if (key.Visible()) place(key);
+  }
+  if (keyHelp.Visible()) {
+    x += kHelpExtraGap * kIconLeft;
+    place(keyHelp);
+  }
+  return x;
+}
+
+void FMessageBox::Answer(const ui::KRXKey& key) {
+  Result = ToLong(key.Tag);
+  Unload();
+}
+
+void FMessageBox::CountDown() {
+  if (--seconds_left_ > 0) return;
+  tmrAutoActivation.Enabled = false;
+  Unload();
+}
+
+std::int32_t ShowMessageBox(service::Apartment& apartment,
+                            const service::MessageBoxRequest& request) {
+  FMessageBox form(apartment);
+  form.DisplayIcon(request.Style);
+  form.SetFonts();
+  if (const auto& extra = request.Extra) {
+    form.SetTextsEx(extra->Button1, extra->Button2, extra->Button3, extra->AutoActivation);
+  }
+  form.SetTexts(request.Text, request.Style, request.Title, request.HelpFile, request.Context);
+  form.CalcPositions();
+  form.ShowModal();
+  return form.Result;
+}
+
+void Register(service::Apartment& apartment) {
+  apartment.Dialogs.MessageBox = ShowMessageBox;
+}
+
+}  // namespace krx::msgbox

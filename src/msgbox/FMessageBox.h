@@ -1,0 +1,58 @@
+#pragma once
+
+#include <array>
+
+#include "service/DialogForm.h"
+#include "ui/Timer.h"
+
+namespace krx::msgbox {
+
+// The message box: standard or free buttons, icon, help, and closing by itself with the default
+// button's result.
+class FMessageBox : public service::DialogForm {
+ public:
+  explicit FMessageBox(service::Apartment& apartment);
+
+  ui::KRXIndex idxMessage{*this, u"idxMessage"};
+  ui::PictureBox picIcon{*this, u"picIcon"};
+  std::array<ui::KRXKey, 3> keyButton{
+      {{*this, u"keyButton(0)"}, {*this, u"keyButton(1)"}, {*this, u"keyButton(2)"}}};
+  ui::KRXKey keyHelp{*this, u"keyHelp"};
+  ui::Timer tmrAutoActivation{*this, u"tmrAutoActivation"};
+
+  // Set-up, in the order in which the dialog method calls it. The icon and the default button come
+  // from the style.
+  void DisplayIcon(std::int32_t enmStyle);
+  void SetFonts();
+  // Free buttons and the seconds to auto-activation (0 and below: never). Returns 0.
+  std::int32_t SetTextsEx(const String& sButton1, const String& sButton2, const String& sButton3,
+                          std::int32_t lAutoActivation);
+  // Texts, standard buttons and the default result; runtime error 13 when the default button of a
+  // box with answers has no result code. Returns 0.
+  std::int32_t SetTexts(const String& sText, std::int32_t enmStyle, const String& sTitle,
+                        const String& sHelpFile, std::int32_t lContext);
+  void CalcPositions();
+
+  // Result code of the button that closed the box; before any click the default button's.
+  std::int32_t Result = 0;
+
+ private:
+  ui::KRXKey& DefaultKey(std::int32_t style);
+  void SetStandardButtons(std::int32_t button_set);
+  void SetDefault(std::int32_t style);
+  void SizeButtons();
+  Twips PlaceButtons(Twips top);
+  void Answer(const ui::KRXKey& key);
+  void CountDown();
+
+  std::int32_t seconds_left_ = 0;
+};
+
+// Opens a message box and returns its result.
+std::int32_t ShowMessageBox(service::Apartment& apartment,
+                            const service::MessageBoxRequest& request);
+
+// Enters the message box into the apartment's dialogs.
+void Register(service::Apartment& apartment);
+
+}  // namespace krx::msgbox

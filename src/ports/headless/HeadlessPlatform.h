@@ -1,0 +1,118 @@
+#pragma once
+
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "ui/Controls.h"
+#include "ui/Platform.h"
+#include "ui/Timer.h"
+
+namespace krx::headless {
+
+class Operator;
+class TimerPeer;
+
+// A port without windows, for tests: a form that is shown modally is handled by the operator's
+// script. Nothing depends on the machine.
+//
+// Text metrics, for a font of s points: a character (code point) is 10 s twips wide, 11 s in a
+// weight of 600 and above; a line is 24 s twips high; a text is as wide as its widest line. A
+// one-line input box adds 90 twips to the height of a line. So 8 points give 80 twips a character
+// (88 bold) and 192 a line. A font whose name is listed in `Unmeasurable` fails to measure.
+class HeadlessPlatform : public ui::Platform {
+ public:
+  using Script = std::function<void(Operator&)>;
+  using Milliseconds = std::chrono::milliseconds;
+
+  // Queues what the operator does when the next form is shown; the form must have this name.
+  void Expect(String form, Script script);
+  // What went against the expectations: a form that nobody expected, one that stayed open when its
+  // script ended, an expected one that never came.
+  std::vector<std::string> Complaints() const;
+
+  // The answer that the platform's own message box gets, and the boxes shown so far.
+  struct Box {
+    String Text;
+    int Style = 0;
+    String Title;
+    bool operator==(const Box&) const = default;
+  };
+  int BoxAnswer = 1;
+  std::vector<Box> Boxes;
+  std::vector<String> SentKeys;
+  std::vector<ui::Pointer> Pointers;
+  int EventsProcessed = 0;
+  Twips PixelSize = 15;
+  Rect Area{0, 0, 15360, 11520};  // 1024 x 768 pixels of 15 twips
+  std::set<String> Unmeasurable;
+
+  Milliseconds Now() const { return now_; }
+  // Moves the clock on; timers of shown forms tick at their exact times, in order.
+  void Advance(Milliseconds time);
+
+  Size MeasureText(const Font& font, StringView text) override;
+  Twips TextBoxHeight(const Font& font) override;
+  Twips TwipsPerPixel() override { return PixelSize; }
+  Rect WorkArea() override { return Area; }
+  std::unique_ptr<ui::Peer> CreatePeer(ui::Form& form) override;
+  std::unique_ptr<ui::Peer> CreatePeer(ui::Component& component) override;
+  void RunModal(ui::Form& form) override;
+  void ProcessEvents() override { ++EventsProcessed; }
+  ui::StockIcon LoadStockIcon(int id) override { return {id}; }
+  void SetPointer(ui::Pointer pointer) override { Pointers.push_back(pointer); }
+  ui::Color ResolveColor(ui::Color color) override;
+  void SendKeys(StringView keys) override;
+  int ShowMessageBox(StringView text, int style, StringView title) override;
+
+ private:
+  friend class TimerPeer;
+
+  struct Expectation {
+    String Form;
+    Script Run;
+  };
+  std::deque<Expectation> expected_;
+  std::vector<std::string> complaints_;
+  std::set<TimerPeer*> timers_;
+  Milliseconds now_{0};
+};
+
+// What an operator can do with the form on the screen. Every act on a control fails with a
+// complaint (std::logic_error) when a real operator could not do it: the control does not exist, is
+// hidden or is disabled.
+class Operator {
+ public:
+  Operator(HeadlessPlatform& platform, ui::Form& form) : platform_(platform), form_(form) {}
+
+  ui::Form& Form() { return form_; }
+  template <class T = ui::Control>
+  T& Get(StringView name) {
+    return dynamic_cast<T&>(Find(name));
+  }
+
+  void Click(StringView key);
+  void Type(StringView text);  // into the focused control, character by character
+  void Press(int key, int shift = 0);
+  void AccessKey(char16_t character, bool alt = true);
+  void MouseDown(StringView control, int button, Twips x, Twips y);
+  void MouseMove(StringView control, int button, Twips x, Twips y);
+  void Wait(std::chrono::milliseconds time) { platform_.Advance(time); }
+  // Another window covered the form and went away.
+  void Uncover() { form_.Paint(); }
+  String Focus() const;  // name of the focused control, empty without one
+
+ private:
+  ui::Control& Find(StringView name);
+  ui::Control& Reachable(StringView name);
+  void TypeCharacter(ui::TextBox& box, char16_t character);
+
+  HeadlessPlatform& platform_;
+  ui::Form& form_;
+};
+
+}  // namespace krx::headless

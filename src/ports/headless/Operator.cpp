@@ -1,0 +1,81 @@
+#include <stdexcept>
+
+#include "ports/headless/HeadlessPlatform.h"
+#include "ui/Keyboard.h"
+
+namespace krx::headless {
+
+ui::Control& Operator::Find(StringView name) {
+  auto* const control = dynamic_cast<ui::Control*>(form_.Find(name));
+  if (!control) throw std::logic_error("no control " + ToUtf8(name));
+  return *control;
+}
+
+ui::Control& Operator::Reachable(StringView name) {
+  ui::Control& control = Find(name);
+  if (!form_.Visible()) throw std::logic_error("form is closed: " + ToUtf8(form_.Name()));
+  if (!control.Visible()) throw std::logic_error("hidden: " + ToUtf8(name));
+  if (!control.Enabled()) throw std::logic_error("disabled: " + ToUtf8(name));
+  return control;
+}
+
+void Operator::Click(StringView key) {
+  auto& button = dynamic_cast<ui::KRXKey&>(Reachable(key));
+  if (button.TabStop()) button.SetFocus();
+  button.Click();
+}
+
+void Operator::Type(StringView text) {
+  for (const char16_t character : text) {
+    auto* const box = dynamic_cast<ui::TextBox*>(form_.ActiveControl());
+    if (!box) throw std::logic_error("nothing takes text");
+    TypeCharacter(*box, character);
+  }
+}
+
+void Operator::TypeCharacter(ui::TextBox& box, char16_t character) {
+  box.KeyPress(character);
+  if (character < u' ' || box.Locked()) return;
+  String text = box.Text();
+  const auto start = static_cast<std::size_t>(box.SelStart());
+  text.replace(start, static_cast<std::size_t>(box.SelLength()), 1, character);
+  box.SelStart = box.SelStart() + 1;
+  box.SelLength = 0;
+  box.Edited(text);
+}
+
+void Operator::Press(int key, int shift) {
+  if (!form_.Visible()) throw std::logic_error("form is closed: " + ToUtf8(form_.Name()));
+  if (ui::DispatchKey(form_, key, shift)) return;
+  ui::Control* const focused = form_.ActiveControl();
+  if (!focused) return;
+  int code = key;
+  focused->KeyDown(code, shift);
+  const bool pressed = code == ui::kKeySpace && focused->Kind() == ui::Kind::Key;
+  if (pressed) {
+    static_cast<ui::KRXKey*>(focused)->Click();
+  } else if (code == ui::kKeyEnter) {
+    char16_t character = ui::kKeyEnter;
+    focused->KeyPress(character);
+  }
+  if (form_.Visible()) focused->KeyUp(code, shift);
+}
+
+void Operator::AccessKey(char16_t character, bool alt) {
+  ui::DispatchAccessKey(form_, character, alt);
+}
+
+void Operator::MouseDown(StringView control, int button, Twips x, Twips y) {
+  Reachable(control).MouseDown(button, 0, x, y);
+}
+
+void Operator::MouseMove(StringView control, int button, Twips x, Twips y) {
+  Reachable(control).MouseMove(button, 0, x, y);
+}
+
+String Operator::Focus() const {
+  const ui::Control* const focused = form_.ActiveControl();
+  return focused ? focused->Name() : String();
+}
+
+}  // namespace krx::headless

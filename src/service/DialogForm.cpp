@@ -1,0 +1,96 @@
+#include "service/DialogForm.h"
+
+#include <utility>
+
+#include "base/Error.h"
+#include "service/Layout.h"
+#include "service/MKRXDialog.h"
+
+namespace krx::service {
+
+namespace {
+
+constexpr Twips kCaptionIndent = 90;
+
+}  // namespace
+
+DialogForm::DialogForm(Apartment& apartment, String name, std::int32_t text_group)
+    : Form(apartment.Platform, std::move(name)), apartment_(apartment), text_group_(text_group) {
+  lblSize.Visible = false;
+  lblSize.UseMnemonic = false;  // it measures texts as they are shown
+  keyClose.TabStop = false;     // Esc presses it; Tab stays with the dialog's own controls
+  CancelKey = &keyClose;
+  idxCaption.BackColor = ui::kActiveCaption;
+  idxCaption.ForeColor = ui::kActiveCaptionText;
+  idxCaption.Indent = kCaptionIndent;
+
+  FontClassResolver = [this](StringView font_class) { return ClassFont(font_class); };
+  UnloadStep = [this] {
+    texts_.reset();
+    fonts_.reset();
+  };
+  Paint = [this] { PaintStep(); };
+  idxCaption.MouseDown = [this](int button, int, Twips x, Twips y) {
+    if (button != ui::kLeftButton) return;
+    drag_x_ = x;
+    drag_y_ = y;
+  };
+  idxCaption.MouseMove = [this](int button, int, Twips x, Twips y) {
+    CaptionMouseMove(button, x, y);
+  };
+}
+
+String DialogForm::Text(StringView key) {
+  return Texts().GetText(key, text_group_);
+}
+
+host::TextService& DialogForm::Texts() {
+  if (!texts_) texts_ = apartment_.Runtime.CreateTextService();
+  return *texts_;
+}
+
+host::FontService& DialogForm::Fonts() {
+  if (!fonts_) fonts_ = apartment_.Runtime.CreateFontService();
+  return *fonts_;
+}
+
+krx::Font DialogForm::ClassFont(StringView font_class) {
+  Fonts().SelectFontClass(font_class);
+  return Fonts().GetFont();
+}
+
+KRXDialog& DialogForm::DialogService() const {
+  if (!Shared().DialogService) throw ObjectNotSet();
+  return *Shared().DialogService;
+}
+
+void DialogForm::SetCaption(String encoded) {
+  idxCaption.Text = std::move(encoded);
+  Caption = ReplaceAll(idxCaption.DisplayedText(), u"\n", u" ");
+}
+
+void DialogForm::SizeCaption(Twips padding) {
+  idxCaption.Height =
+      CaptionHeight(MeasureTextHeight(idxCaption), Shared().CaptionMinHeight, padding);
+  keyClose.Height = idxCaption.Height() - kCloseKeyInset;
+  keyClose.Width = keyClose.Height();
+  keyClose.Picture = CrossFor(keyClose.Height(), ThePlatform().TwipsPerPixel());
+}
+
+void DialogForm::PlaceCaption() {
+  idxCaption.Place({0, 0, Width(), idxCaption.Height()});
+  const Twips edge = Width() - kCloseKeyMargin;
+  keyClose.Left = edge - keyClose.Width();
+  keyClose.Top = (idxCaption.Height() - keyClose.Height()) / 2;
+}
+
+void DialogForm::CaptionMouseMove(int button, Twips x, Twips y) {
+  if (button != ui::kLeftButton) return;
+  Move(Left() + x - drag_x_, Top() + y - drag_y_);
+}
+
+void DialogForm::PaintStep() {
+  if (ui::Control* const control = std::exchange(FocusControl, nullptr)) control->SetFocus();
+}
+
+}  // namespace krx::service

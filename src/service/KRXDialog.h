@@ -1,0 +1,46 @@
+#pragma once
+
+#include <memory>
+
+#include "service/Apartment.h"
+
+namespace krx::service {
+
+// The dialog service that clients create: the shared settings of the apartment as properties, and
+// one method per dialog, which opens it, waits for the operator and returns the outcome.
+class KRXDialog : public std::enable_shared_from_this<KRXDialog> {
+ public:
+  // The first object of an apartment sets the shared settings to their defaults and is kept alive
+  // by them.
+  static std::shared_ptr<KRXDialog> Create(Apartment& apartment);
+  // Any object that goes clears the host application and the shared dialog service; the next one
+  // created starts from the defaults again. This reset is meant.
+  ~KRXDialog();
+  KRXDialog(const KRXDialog&) = delete;
+  KRXDialog& operator=(const KRXDialog&) = delete;
+
+  // Settings of the whole apartment, heights in twips. Any value is stored as given.
+  SharedSettings& Settings() { return apartment_.Shared; }
+
+  // The application whose program name titles message boxes without a title; none is accepted, and
+  // a box that then needs the name fails with runtime error 91.
+  void SetHostApp(std::shared_ptr<host::Application> application);
+
+  // Shows a message box; returns the standard result code of the button, or that of the default
+  // button when the box is closed otherwise. Runtime error 13 when the style's default button has
+  // no result code.
+  std::int32_t KRMsgBox(String text, std::int32_t style = 0, String title = {},
+                        String help_file = {}, std::int32_t context = 0);
+  // The same with up to three free buttons (results 11, 12, 13) and, after a number of seconds,
+  // the default button's result.
+  std::int32_t KRMsgBoxEx(String text, std::int32_t style, String title, String help_file,
+                          std::int32_t context, FreeButtons extra);
+
+ private:
+  explicit KRXDialog(Apartment& apartment) : apartment_(apartment) {}
+  void Initialise();
+
+  Apartment& apartment_;
+};
+
+}  // namespace krx::service

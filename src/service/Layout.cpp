@@ -1,0 +1,49 @@
+#include "service/Layout.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "service/MKRXDialog.h"
+
+namespace krx::service {
+
+Twips CaptionHeight(Twips text_height, Twips minimum, Twips padding) {
+  return MaxValue({text_height + padding, kSmallestCaption, minimum});
+}
+
+Twips ButtonHeight(Twips text_height, Twips minimum) {
+  return MaxValue({text_height + kButtonPadding, minimum});
+}
+
+Twips ButtonWidth(Twips text_width, Twips minimum_height) {
+  return MaxValue({text_width + kButtonPadding, kButtonWidthPerMinimum * minimum_height});
+}
+
+ui::CrossPicture CrossFor(Twips key_height, Twips twips_per_pixel) {
+  constexpr float kStep = 8;
+  constexpr float kMostSteps = 8;
+  const float steps = std::round((key_height - kCrossMargin) / twips_per_pixel / kStep);
+  return {static_cast<int>(std::clamp(steps, 1.0f, kMostSteps) * kStep)};
+}
+
+void LayOutRows(ui::Frame& frame, std::span<const InputRow> rows, Twips margin) {
+  const Twips left = frame.Left() + margin;
+  Twips top = frame.Top() + margin;
+  Twips bottom = top;
+  Twips widest = 0;
+  for (const auto& [label, field] : rows) {
+    label.AutoSize = true;
+    label.Left = left;
+    label.Top = top;
+    field.Height = 0;
+    field.Place({left, top + label.Height() + kLabelToField, kFieldWidthInHeights * field.Height(),
+                 field.Height()});
+    bottom = field.Top() + field.Height();
+    widest = std::max(widest, field.Width());
+    top = bottom + kRowGap;
+  }
+  frame.Width = widest + 2 * margin;
+  frame.Height = bottom + margin - frame.Top();
+}
+
+}  // namespace krx::service

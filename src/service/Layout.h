@@ -1,0 +1,47 @@
+#pragma once
+
+#include <span>
+
+#include "base/Geometry.h"
+#include "ui/Controls.h"
+
+namespace krx::service {
+
+// The layout rules that all dialogs share; all lengths in twips.
+
+inline constexpr Twips kCaptionPadding = 30;           // added to the caption text's height
+inline constexpr Twips kSmallestCaption = 285;         // no caption line is lower
+inline constexpr Twips kCloseKeyInset = 60;            // the close key is this much lower
+inline constexpr Twips kCloseKeyMargin = 30;           // between the close key and the form's edge
+inline constexpr Twips kCrossMargin = 105;             // of the cross inside the close key
+inline constexpr Twips kButtonPadding = 180;           // added to a button text's height and width
+inline constexpr Twips kLabelToField = 45;             // from a label down to its field
+inline constexpr Twips kRowGap = 105;                  // from a field down to the next label
+inline constexpr Twips kFieldWidthInHeights = 9;       // a field's width in its own heights
+inline constexpr Twips kFrameToButtons = 15;           // from the frame down to the button row
+inline constexpr Twips kButtonWidthPerMinimum = 2.5f;  // narrowest button in ButtonMinHeights
+
+// Height of the caption line: its text and the padding, 285, or the configured minimum.
+Twips CaptionHeight(Twips text_height, Twips minimum, Twips padding = kCaptionPadding);
+
+// Height of a button: its text and 180, or the configured minimum.
+Twips ButtonHeight(Twips text_height, Twips minimum);
+
+// Width of a button of the user dialogs: its text and 180, or 2.5 times the minimum height.
+Twips ButtonWidth(Twips text_width, Twips minimum_height);
+
+// The picture of a close key of this height: steps of 8 pixels, the nearest one that leaves 105
+// twips, from 8 to 64 pixels.
+ui::CrossPicture CrossFor(Twips key_height, Twips twips_per_pixel);
+
+// A label above the field that it names.
+struct InputRow {
+  ui::Label& Label;
+  ui::Control& Field;
+};
+
+// Stacks the rows inside the frame, whose upper left corner is set already, and sizes the frame
+// around them. `margin` is the fields' distance from the frame. Fields get their natural height.
+void LayOutRows(ui::Frame& frame, std::span<const InputRow> rows, Twips margin);
+
+}  // namespace krx::service

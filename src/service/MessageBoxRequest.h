@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "base/String.h"
+
+namespace krx::service {
+
+// Message-box style values.
+inline constexpr std::int32_t kExclamation = 48;
+inline constexpr std::int32_t kInformation = 64;
+
+// What KRMsgBoxEx adds to a message box.
+struct FreeButtons {
+  String Button1;
+  String Button2;
+  String Button3;
+  std::int32_t AutoActivation = 0;  // seconds; 0 and below: never
+};
+
+// A message box to be shown; only KRMsgBoxEx gives Extra.
+struct MessageBoxRequest {
+  String Text;
+  std::int32_t Style = 0;
+  String Title;
+  String HelpFile;
+  std::int32_t Context = 0;
+  std::optional<FreeButtons> Extra;
+};
+
+}  // namespace krx::service

@@ -1,0 +1,66 @@
+#include "ui/Control.h"
+
+#include <utility>
+
+#include "ui/Form.h"
+#include "ui/Keyboard.h"
+
+namespace krx::ui {
+
+Control::Control(Form& parent, String name, ui::Kind kind)
+    : Component(parent, std::move(name), kind) {
+  parent.AddToTabOrder(*this);
+}
+
+Control::TabPosition& Control::TabPosition::operator=(int index) {
+  control_.Parent().MoveInTabOrder(control_, index);
+  return *this;
+}
+
+int Control::TabPosition::operator()() const {
+  return control_.Parent().PositionInTabOrder(control_);
+}
+
+void Control::SetFocus() {
+  if (!Visible() || !Enabled()) return;
+  if (ThePeer()) {
+    ThePeer()->SetFocus();
+  } else {
+    Parent().FocusMovedTo(this);
+  }
+}
+
+void Control::Place(const Rect& bounds) {
+  const bool moved = Left.Adopt(bounds.Left) | Top.Adopt(bounds.Top);
+  const bool sized = Width.Adopt(bounds.Width) | Height.Adopt(bounds.Height);
+  if (moved || sized) Changed(Aspect::Bounds);
+}
+
+FontClassControl::FontClassName& FontClassControl::FontClassName::operator=(StringView name) {
+  control_.Font = control_.Parent().FontOfClass(name);
+  return *this;
+}
+
+String WithoutAccessKey(StringView caption) {
+  String shown;
+  for (std::size_t i = 0; i < caption.size(); ++i) {
+    if (caption[i] == u'&' && ++i == caption.size()) break;
+    shown += caption[i];
+  }
+  return shown;
+}
+
+char16_t AccessKeyOf(StringView caption) {
+  for (std::size_t i = 0; i + 1 < caption.size(); ++i) {
+    if (caption[i] != u'&') continue;
+    if (caption[i + 1] != u'&') return FoldCase(caption[i + 1]);
+    ++i;
+  }
+  return 0;
+}
+
+String NormalizeLineBreaks(StringView text) {
+  return ReplaceAll(ReplaceAll(String(text), u"\r\n", u"\n"), u"\r", u"\n");
+}
+
+}  // namespace krx::ui

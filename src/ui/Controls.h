@@ -1,0 +1,5 @@
+#pragma once
+
+#include "ui/KRXIndex.h"
+#include "ui/KRXKey.h"
+#include "ui/StandardControls.h"

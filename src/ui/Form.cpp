@@ -1,0 +1,133 @@
+#include "ui/Form.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/Error.h"
+#include "ui/Control.h"
+#include "ui/Platform.h"
+
+namespace krx::ui {
+
+Form::Form(Platform& platform, String name) : platform_(platform), name_(std::move(name)) {}
+
+// The controls are members of the derived form and are gone by now; only the form's peer is left.
+Form::~Form() = default;
+
+void Form::Load() {
+  if (std::exchange(loaded_, true)) return;
+  LoadStep();
+}
+
+void Form::ShowModal() {
+  if (showing_) throw RuntimeError(400, u"Form already displayed; can't show modally");
+  Load();
+  showing_ = visible_ = true;
+  try {
+    GivePeers();
+    platform_.RunModal(*this);
+  } catch (...) {
+    EndShowing();
+    loaded_ = false;
+    DropPeers();
+    throw;
+  }
+  EndShowing();
+  if (!loaded_) DropPeers();
+}
+
+void Form::EndShowing() {
+  showing_ = visible_ = false;
+  active_ = nullptr;
+}
+
+void Form::Hide() {
+  if (!std::exchange(visible_, false)) return;
+  Changed(Aspect::Visible);
+}
+
+void Form::Unload() {
+  if (!std::exchange(loaded_, false)) return;
+  Hide();
+  UnloadStep();
+  // A handler that unloads runs inside a window of this form; the windows go when the loop is left.
+  if (!showing_) DropPeers();
+}
+
+void Form::Move(Twips left, Twips top) {
+  const bool moved = Left.Adopt(left) | Top.Adopt(top);
+  if (moved) Changed(Aspect::Bounds);
+}
+
+Component* Form::Find(StringView name) const {
+  const auto found = std::find_if(components_.begin(), components_.end(),
+                                  [&](const Component* c) { return c->Name() == name; });
+  return found == components_.end() ? nullptr : *found;
+}
+
+void Form::FocusMovedTo(Control* control) {
+  if (control == active_) return;
+  Control* const before = std::exchange(active_, control);
+  if (before) before->LostFocus();
+  // The handler may have moved the focus on; then the newer move has raised its own events.
+  if (control && active_ == control) control->GotFocus();
+}
+
+Control* Form::FirstFocus() const {
+  const auto found = std::find_if(tab_order_.begin(), tab_order_.end(),
+                                  [](const Control* c) { return c->CanFocus(); });
+  return found == tab_order_.end() ? nullptr : *found;
+}
+
+krx::Font Form::FontOfClass(StringView name) const {
+  return FontClassResolver ? FontClassResolver(name) : krx::Font();
+}
+
+void Form::Changed(Aspect aspect) {
+  if (peer_) peer_->Update(aspect);
+}
+
+void Form::Add(Component& component) {
+  components_.push_back(&component);
+}
+
+void Form::Remove(Component& component) {
+  std::erase(components_, &component);
+  std::erase_if(tab_order_, [&](const Control* c) { return c == &component; });
+  if (active_ == &component) active_ = nullptr;
+}
+
+void Form::GivePeers() {
+  if (!peer_) peer_ = platform_.CreatePeer(*this);
+  for (Component* component : components_)
+    GivePeer(*component);
+}
+
+void Form::GivePeer(Component& component) {
+  if (!visible_ || component.peer_ || !component.WantsPeer()) return;
+  component.peer_ = platform_.CreatePeer(component);
+}
+
+void Form::DropPeers() {
+  active_ = nullptr;
+  for (Component* component : components_)
+    component->peer_.reset();
+  peer_.reset();
+}
+
+void Form::AddToTabOrder(Control& control) {
+  tab_order_.push_back(&control);
+}
+
+void Form::MoveInTabOrder(Control& control, int index) {
+  std::erase(tab_order_, &control);
+  const int last = static_cast<int>(tab_order_.size());
+  tab_order_.insert(tab_order_.begin() + std::clamp(index, 0, last), &control);
+}
+
+int Form::PositionInTabOrder(const Control& control) const {
+  const auto found = std::find(tab_order_.begin(), tab_order_.end(), &control);
+  return static_cast<int>(found - tab_order_.begin());
+}
+
+}  // namespace krx::ui

@@ -1,0 +1,99 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "base/Font.h"
+#include "base/Geometry.h"
+#include "ui/Color.h"
+#include "ui/Component.h"
+
+namespace krx::ui {
+
+class Control;
+class KRXKey;
+class Platform;
+
+// A modal, borderless window with its controls. It is loaded once, shown any number of times, and
+// unloaded; hiding or unloading it ends the modal call that shows it.
+class Form : public PropertyOwner {
+ public:
+  Form(Platform& platform, String name);
+  virtual ~Form();
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+
+  const String& Name() const { return name_; }
+  Platform& ThePlatform() const { return platform_; }
+  Peer* ThePeer() const { return peer_.get(); }
+
+  // Outer bounds in twips. The port centres the form when it is shown, so Left and Top count from
+  // then on.
+  Property<Twips> Left{*this, Aspect::Bounds};
+  Property<Twips> Top{*this, Aspect::Bounds};
+  Property<Twips> Width{*this, Aspect::Bounds};
+  Property<Twips> Height{*this, Aspect::Bounds};
+  Property<Color> BackColor{*this, Aspect::Colors, kButtonFace};
+  Property<String> Caption{*this, Aspect::Caption};
+  // The button that Esc presses; none: Esc does nothing.
+  KRXKey* CancelKey = nullptr;
+
+  Event<> LoadStep;
+  Event<> UnloadStep;
+  Event<> Paint;
+
+  void Load();
+  // Loads if need be, shows the form and returns when it is hidden or unloaded. An error raised in
+  // a handler ends the showing and is thrown here.
+  void ShowModal();
+  void Hide();
+  void Unload();
+  bool Loaded() const { return loaded_; }
+  bool Visible() const { return visible_; }
+
+  void Move(Twips left, Twips top);
+
+  const std::vector<Component*>& Components() const { return components_; }
+  const std::vector<Control*>& TabOrder() const { return tab_order_; }
+  Component* Find(StringView name) const;
+
+  // The control that has the focus, or none.
+  Control* ActiveControl() const { return active_; }
+  // The port reports where the focus went; LostFocus and GotFocus are raised from here only.
+  void FocusMovedTo(Control* control);
+  // First control of the tab order that can take the focus.
+  Control* FirstFocus() const;
+
+  // The font of a font class of the runtime; without a resolver the default font.
+  krx::Font FontOfClass(StringView name) const;
+  std::function<krx::Font(StringView)> FontClassResolver;
+
+  void Changed(Aspect aspect) override;
+
+ private:
+  friend class Component;
+  friend class Control;
+
+  void Add(Component& component);
+  void Remove(Component& component);
+  void GivePeer(Component& component);
+  void AddToTabOrder(Control& control);
+  void MoveInTabOrder(Control& control, int index);
+  int PositionInTabOrder(const Control& control) const;
+  void GivePeers();
+  void DropPeers();
+  void EndShowing();
+
+  Platform& platform_;
+  const String name_;
+  std::vector<Component*> components_;
+  std::vector<Control*> tab_order_;
+  Control* active_ = nullptr;
+  std::unique_ptr<Peer> peer_;
+  bool loaded_ = false;
+  bool visible_ = false;
+  bool showing_ = false;  // the modal call is still on the stack
+};
+
+}  // namespace krx::ui

@@ -1,0 +1,107 @@
+#include "ui/Keyboard.h"
+
+#include <algorithm>
+
+#include "ui/Control.h"
+#include "ui/Form.h"
+#include "ui/KRXKey.h"
+
+namespace krx::ui {
+
+namespace {
+
+// The next control after `from` (in either direction, around the ends) that `accepts`.
+template <class Accepts>
+Control* NextInTabOrder(const Form& form, const Control* from, int step, Accepts accepts) {
+  const auto& order = form.TabOrder();
+  const int count = static_cast<int>(order.size());
+  const auto found = std::find(order.begin(), order.end(), from);
+  int at = found != order.end() ? static_cast<int>(found - order.begin()) : (step > 0 ? -1 : 0);
+  for (int i = 0; i < count; ++i) {
+    at = (at + step + count) % count;
+    if (accepts(*order[static_cast<std::size_t>(at)])) return order[static_cast<std::size_t>(at)];
+  }
+  return nullptr;
+}
+
+bool FocusNext(const Form& form, int step) {
+  Control* const next = NextInTabOrder(form, form.ActiveControl(), step,
+                                       [](const Control& c) { return c.CanFocus(); });
+  if (next) next->SetFocus();
+  return true;
+}
+
+KRXKey* AsKey(Control* control) {
+  const bool is_key = control && control->Kind() == Kind::Key;
+  return is_key ? static_cast<KRXKey*>(control) : nullptr;
+}
+
+bool WalkButtons(Form& form, int step) {
+  if (!AsKey(form.ActiveControl())) return false;
+  Control* const next = NextInTabOrder(form, form.ActiveControl(), step, [](const Control& c) {
+    return c.Kind() == Kind::Key && c.CanFocus();
+  });
+  if (next) next->SetFocus();
+  return true;
+}
+
+bool Press(KRXKey* key) {
+  if (!key || !key->Visible() || !key->Enabled()) return false;
+  key->Click();
+  return true;
+}
+
+}  // namespace
+
+bool DispatchKey(Form& form, int key, int shift) {
+  if ((shift & (kControl | kAlt)) != 0) return false;
+  switch (key) {
+    case kKeyTab:
+      return FocusNext(form, (shift & kShift) != 0 ? -1 : 1);
+    case kKeyEscape:
+      return Press(form.CancelKey);
+    case kKeyEnter:
+      return Press(AsKey(form.ActiveControl()));
+    case kKeyLeft:
+    case kKeyUp:
+      return WalkButtons(form, -1);
+    case kKeyRight:
+    case kKeyDown:
+      return WalkButtons(form, 1);
+    default:
+      return false;
+  }
+}
+
+bool DispatchAccessKey(Form& form, char16_t character, bool alt) {
+  Control* const active = form.ActiveControl();
+  if (!alt && active && active->TakesText()) return false;
+  const char16_t wanted = FoldCase(character);
+  const auto marked = [&](const Control& c) {
+    return c.Visible() && c.Enabled() && c.AccessKey() == wanted;
+  };
+  Control* const found = NextInTabOrder(form, active, 1, marked);
+  if (!found || wanted == 0) return false;
+  if (KRXKey* const key = AsKey(found)) {
+    key->SetFocus();
+    // Where the mark is ambiguous the operator chooses by walking to the button.
+    const bool only = NextInTabOrder(form, found, 1, marked) == found;
+    if (only) key->Click();
+    return true;
+  }
+  Control* const field =
+      NextInTabOrder(form, found, 1, [](const Control& c) { return c.CanFocus(); });
+  if (field) field->SetFocus();
+  return field != nullptr;
+}
+
+char16_t FoldCase(char16_t c) {
+  const auto in = [c](char16_t first, char16_t last) { return c >= first && c <= last; };
+  const bool latin = in(u'A', u'Z') || (in(0x00C0, 0x00DE) && c != 0x00D7);
+  if (latin || in(0x0391, 0x03A9) || in(0x0410, 0x042F)) return static_cast<char16_t>(c + 0x20);
+  if (in(0x0400, 0x040F)) return static_cast<char16_t>(c + 0x50);
+  if (in(0x0100, 0x0137) || in(0x014A, 0x0177)) return static_cast<char16_t>(c | 1);
+  return c;
+}
+
+}  // namespace krx::ui

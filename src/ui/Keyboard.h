@@ -1,0 +1,64 @@
+#pragma once
+
+#include <vector>
+
+#include "base/String.h"
+
+namespace krx::ui {
+
+class Form;
+
+// Key codes that the forms know by name; letters and digits are their upper-case characters.
+enum Key : int {
+  kKeyBack = 8,
+  kKeyTab = 9,
+  kKeyEnter = 13,
+  kKeyEscape = 27,
+  kKeySpace = 32,
+  kKeyPageUp = 33,
+  kKeyPageDown = 34,
+  kKeyEnd = 35,
+  kKeyHome = 36,
+  kKeyLeft = 37,
+  kKeyUp = 38,
+  kKeyRight = 39,
+  kKeyDown = 40,
+  kKeyInsert = 45,
+  kKeyDelete = 46,
+  kKeyF1 = 112,
+};
+
+inline constexpr int kShift = 1;
+inline constexpr int kControl = 2;
+inline constexpr int kAlt = 4;
+
+// The keyboard behaviour that every form shares. Each function tells whether it used the key; a key
+// that is not used goes on to the focused control.
+
+// Tab and Shift+Tab walk the tab order, Esc presses the form's cancel key, Enter presses the
+// focused button, arrows walk from button to button.
+bool DispatchKey(Form& form, int key, int shift);
+
+// An access key: presses the button or leads to the field that it marks; where several controls
+// share it, the focus walks through them. Without Alt it counts only while the focused control
+// takes no text.
+bool DispatchAccessKey(Form& form, char16_t character, bool alt);
+
+// Lower case of the letters that access keys are made of (Latin, Greek, Cyrillic).
+char16_t FoldCase(char16_t character);
+
+// A keystroke to be sent: a character to be typed, or a named key (Code not 0).
+struct Keystroke {
+  int Code = 0;
+  char16_t Character = 0;
+  int Shift = 0;
+  bool operator==(const Keystroke&) const = default;
+};
+
+// Notation of keystrokes: characters stand for themselves; {NAME} is a named key (ENTER, ESC, TAB,
+// F1 ... F16 and so on) or an escaped character ({+}); {NAME 3} repeats; +, ^ and % hold Shift,
+// Control and Alt for the next key or for a group in parentheses; ~ is Enter. A malformed notation
+// is runtime error 5.
+std::vector<Keystroke> ParseKeystrokes(StringView notation);
+
+}  // namespace krx::ui

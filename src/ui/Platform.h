@@ -1,0 +1,53 @@
+#pragma once
+
+#include <memory>
+
+#include "base/Font.h"
+#include "base/Geometry.h"
+#include "ui/Color.h"
+#include "ui/Component.h"
+#include "ui/Form.h"
+#include "ui/StandardControls.h"
+
+namespace krx::ui {
+
+// The screen's mouse pointers that the dialogs use.
+enum class Pointer { Default = 0, Hourglass = 11 };
+
+// What a windowing system provides to the forms: one implementation per port. All lengths are in
+// twips; texts break their lines at line feeds.
+class Platform {
+ public:
+  virtual ~Platform() = default;
+
+  // Extent of a text in a font; the empty text is one line high and has no width.
+  virtual Size MeasureText(const Font& font, StringView text) = 0;
+  // Height of a one-line input box in a font, its border included.
+  virtual Twips TextBoxHeight(const Font& font) = 0;
+  // Resolution and work area of the monitor on which the next form opens.
+  virtual Twips TwipsPerPixel() = 0;
+  virtual Rect WorkArea() = 0;
+
+  // Peers of a form that is being shown. A port may return none for a component that it does not
+  // need to represent.
+  virtual std::unique_ptr<Peer> CreatePeer(Form& form) = 0;
+  virtual std::unique_ptr<Peer> CreatePeer(Component& component) = 0;
+  // Shows the form, runs its events and returns when the form is no longer Visible(). An error
+  // raised by a handler ends the loop and is thrown from here.
+  virtual void RunModal(Form& form) = 0;
+  // Handles the events that are pending now and returns.
+  virtual void ProcessEvents() = 0;
+
+  // A stock icon of the system by identifier (32513 stop, 32514 question, 32515 exclamation,
+  // 32516 information).
+  virtual StockIcon LoadStockIcon(int id) = 0;
+  virtual void SetPointer(Pointer pointer) = 0;
+  // Red-green-blue value of a colour; system colours are looked up now.
+  virtual Color ResolveColor(Color color) = 0;
+  // Sends keystrokes to whatever window has the focus; notation: see ParseKeystrokes.
+  virtual void SendKeys(StringView keys) = 0;
+  // The platform's own message box with the standard style and result values.
+  virtual int ShowMessageBox(StringView text, int style, StringView title) = 0;
+};
+
+}  // namespace krx::ui

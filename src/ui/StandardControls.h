@@ -1,0 +1,72 @@
+#pragma once
+
+#include <optional>
+
+#include "ui/Control.h"
+
+namespace krx::ui {
+
+// A line or block of text. With AutoSize it takes the size of its caption in its font.
+class Label : public Control {
+ public:
+  Label(Form& parent, String name);
+
+  Property<String> Caption{*this, Aspect::Text};
+  Property<bool> AutoSize{*this, Aspect::Text, false};
+  // Whether "&" marks an access key; the key leads to the next control of the tab order.
+  bool UseMnemonic = true;
+
+  String DisplayedText() const override;
+  char16_t AccessKey() const override { return UseMnemonic ? AccessKeyOf(Caption()) : u'\0'; }
+  void Changed(Aspect aspect) override;
+};
+
+// One line of input. A height below the smallest that its font allows becomes that smallest one.
+class TextBox : public Control {
+ public:
+  TextBox(Form& parent, String name);
+
+  Property<String> Text{*this, Aspect::Text};
+  Property<bool> Locked{*this, Aspect::Locked, false};
+  Property<int> SelStart{*this, Aspect::Selection, 0};
+  Property<int> SelLength{*this, Aspect::Selection, 0};
+
+  Event<> Change;
+
+  String DisplayedText() const override { return Text(); }
+  bool TakesText() const override { return true; }
+  void Changed(Aspect aspect) override;
+  // The operator's own edit, as the port saw it: takes the text over and raises Change.
+  void Edited(String text);
+};
+
+// A box around other controls; it takes no input.
+class Frame : public Control {
+ public:
+  Frame(Form& parent, String name);
+};
+
+// One of the system's stock icons, by its identifier.
+struct StockIcon {
+  int Id = 0;
+  bool operator==(const StockIcon&) const = default;
+};
+
+// Shows one icon with its upper left corner at a point of the box, in twips.
+class PictureBox : public Control {
+ public:
+  struct Drawing {
+    StockIcon Icon;
+    Twips X = 0;
+    Twips Y = 0;
+    bool operator==(const Drawing&) const = default;
+  };
+
+  PictureBox(Form& parent, String name);
+
+  Property<std::optional<Drawing>> Picture{*this, Aspect::Picture};
+
+  void DrawIcon(StockIcon icon, Twips x, Twips y) { Picture = Drawing{icon, x, y}; }
+};
+
+}  // namespace krx::ui

@@ -1,0 +1,27 @@
+# krx_add_idl(TARGET IDL): compiles an IDL file into a header, its identifiers and a type library.
+# Linking TARGET brings the header's folder; the type library lies there as NAME.tlb.
+#
+# Type libraries hold single-byte texts, so the UTF-8 source is converted first; otherwise every
+# umlaut of the help texts would arrive as two characters.
+set(KRX_BASE_IDL_DIR /usr/include/wine/wine/windows CACHE PATH "Folder of the platform's base IDL files")
+
+function(krx_add_idl target idl)
+  cmake_path(GET idl STEM name)
+  set(source ${CMAKE_CURRENT_SOURCE_DIR}/${idl})
+  set(out ${CMAKE_CURRENT_BINARY_DIR}/idl)
+  set(ansi ${out}/${name}.ansi.idl)
+  set(widl ${KRX_WIDL} ${KRX_WIDL_TARGET} -I${KRX_BASE_IDL_DIR})
+  file(MAKE_DIRECTORY ${out})
+  add_custom_command(
+    OUTPUT ${out}/${name}.h ${out}/${name}_i.c ${out}/${name}.tlb
+    COMMAND iconv -f UTF-8 -t CP1252 ${source} > ${ansi}
+    COMMAND ${widl} -h -o ${out}/${name}.h ${ansi}
+    COMMAND ${widl} -u -o ${out}/${name}_i.c ${ansi}
+    COMMAND ${widl} -t -o ${out}/${name}.tlb ${ansi}
+    DEPENDS ${source}
+    VERBATIM)
+  add_custom_target(${target}_files DEPENDS ${out}/${name}.h ${out}/${name}_i.c ${out}/${name}.tlb)
+  add_library(${target} INTERFACE)
+  add_dependencies(${target} ${target}_files)
+  target_include_directories(${target} SYSTEM INTERFACE ${out})
+endfunction()

@@ -1,0 +1,9 @@
+set(CMAKE_CXX_COMPILER ${KRX_MINGW_PREFIX}-g++-posix)
+set(CMAKE_RC_COMPILER ${KRX_MINGW_PREFIX}-windres)
+set(KRX_WIDL ${KRX_MINGW_PREFIX}-widl)
+# Everything is linked in: a component brings no run-time library along.
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
+set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
