@@ -4,13 +4,15 @@
 # Type libraries hold single-byte texts, so the UTF-8 source is converted first; otherwise every
 # umlaut of the help texts would arrive as two characters.
 set(KRX_BASE_IDL_DIR /usr/include/wine/wine/windows CACHE PATH "Folder of the platform's base IDL files")
+set(KRX_TYPELIB_DIR /usr/lib/x86_64-linux-gnu/wine/x86_64-windows CACHE PATH
+    "Folder of the platform's own type libraries")
 
 function(krx_add_idl target idl)
   cmake_path(GET idl STEM name)
   set(source ${CMAKE_CURRENT_SOURCE_DIR}/${idl})
   set(out ${CMAKE_CURRENT_BINARY_DIR}/idl)
   set(ansi ${out}/${name}.ansi.idl)
-  set(widl ${KRX_WIDL} ${KRX_WIDL_TARGET} -I${KRX_BASE_IDL_DIR})
+  set(widl ${KRX_WIDL} ${KRX_WIDL_TARGET} -I${KRX_BASE_IDL_DIR} -L${KRX_TYPELIB_DIR})
   file(MAKE_DIRECTORY ${out})
   add_custom_command(
     OUTPUT ${out}/${name}.h ${out}/${name}_i.c ${out}/${name}.tlb
