@@ -12,9 +12,10 @@ namespace {
 const ui::Label& Measured(const ui::Control& control) {
   auto* const label = dynamic_cast<ui::Label*>(control.Parent().Find(u"lblSize"));
   if (!label) throw ObjectNotSet();
+  // Sized once, when font and caption are both in place.
+  label->AutoSize = false;
   label->Font = control.Font();
   label->Caption = control.DisplayedText();
-  label->AutoSize = false;
   label->AutoSize = true;
   return *label;
 }
