@@ -4,6 +4,7 @@
 
 #include "host/FontService.h"
 #include "host/TextService.h"
+#include "host/UserManager.h"
 
 namespace krx::host {
 
@@ -14,6 +15,9 @@ class Runtime {
   virtual ~Runtime() = default;
   virtual std::unique_ptr<TextService> CreateTextService() = 0;
   virtual std::unique_ptr<FontService> CreateFontService() = 0;
+  virtual std::unique_ptr<UserSession> CreateUserSession() = 0;
+  virtual std::unique_ptr<UserAdministration> CreateUserAdministration() = 0;
+  virtual std::unique_ptr<UserClassAdministration> CreateUserClassAdministration() = 0;
 };
 
 }  // namespace krx::host

@@ -31,6 +31,11 @@ struct SharedSettings {
 // whose entry is empty is not implemented.
 struct DialogTable {
   std::function<std::int32_t(class Apartment&, const MessageBoxRequest&)> MessageBox;
+  std::function<bool(class Apartment&)> LogOn;
+  std::function<bool(class Apartment&)> LogOnCombo;
+  std::function<void(class Apartment&)> WhoAmI;
+  // The user whose password is to be changed; none: whoever is logged on.
+  std::function<bool(class Apartment&, const std::optional<String>&)> ChangePassword;
 };
 
 // What one user-interface thread works with: its windowing system, the runtime's services, the

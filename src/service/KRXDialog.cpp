@@ -65,4 +65,14 @@ std::int32_t KRXDialog::KRMsgBoxEx(String text, std::int32_t style, String title
   return Open(apartment_.Dialogs.MessageBox, apartment_, request);
 }
 
+bool KRXDialog::KRUserLogOn() { return Open(apartment_.Dialogs.LogOn, apartment_); }
+
+bool KRXDialog::KRUserLogOnCombo() { return Open(apartment_.Dialogs.LogOnCombo, apartment_); }
+
+void KRXDialog::KRWhoAmI() { Open(apartment_.Dialogs.WhoAmI, apartment_); }
+
+void KRXDialog::KRChangePassword() {
+  Open(apartment_.Dialogs.ChangePassword, apartment_, std::nullopt);
+}
+
 }  // namespace krx::service

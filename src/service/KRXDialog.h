@@ -36,6 +36,15 @@ class KRXDialog : public std::enable_shared_from_this<KRXDialog> {
   std::int32_t KRMsgBoxEx(String text, std::int32_t style, String title, String help_file,
                           std::int32_t context, FreeButtons extra);
 
+  // Logs a user on, by typed name or by a name from the list of all users. True when a user has
+  // logged on; a failing call of the user management raises its own error.
+  bool KRUserLogOn();
+  bool KRUserLogOnCombo();
+  // Shows who is logged on.
+  void KRWhoAmI();
+  // Changes the password of the user who is logged on.
+  void KRChangePassword();
+
  private:
   explicit KRXDialog(Apartment& apartment) : apartment_(apartment) {}
   void Initialise();

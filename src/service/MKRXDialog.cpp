@@ -36,9 +36,9 @@ Twips MeasureTextWidth(const ui::Control& control) {
   return Measured(control).Width();
 }
 
-void SelectAllText(ui::TextBox& box) {
+void SelectAllText(ui::EditBox& box) {
   box.SelStart = 0;
-  box.SelLength = static_cast<int>(box.Text().size());
+  box.SelLength = static_cast<int>(box.TextLength());
 }
 
 }  // namespace krx::service

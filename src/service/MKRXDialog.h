@@ -29,6 +29,6 @@ Twips MeasureTextHeight(const ui::Control& control);
 Twips MeasureTextWidth(const ui::Control& control);
 
 // Selects the whole content, so that typing replaces it.
-void SelectAllText(ui::TextBox& box);
+void SelectAllText(ui::EditBox& box);
 
 }  // namespace krx::service

@@ -17,6 +17,7 @@ enum class Aspect {
   TabStop,
   Locked,
   Selection,
+  Items,
   Timing,
   Caption,
 };

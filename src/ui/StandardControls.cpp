@@ -22,25 +22,6 @@ void Label::Changed(Aspect aspect) {
   Control::Changed(aspect);
 }
 
-TextBox::TextBox(Form& parent, String name) : Control(parent, std::move(name), Kind::TextBox) {
-  BackColor = kWindowBackground;
-  ForeColor = kWindowText;
-  TabStop = true;
-}
-
-void TextBox::Changed(Aspect aspect) {
-  if (aspect == Aspect::Bounds || aspect == Aspect::Font) {
-    const Twips smallest = Parent().ThePlatform().TextBoxHeight(Font());
-    if (Height() < smallest) Height.Adopt(smallest);
-  }
-  Control::Changed(aspect);
-  if (aspect == Aspect::Text) Change();
-}
-
-void TextBox::Edited(String text) {
-  if (Text.Adopt(std::move(text))) Change();
-}
-
 Frame::Frame(Form& parent, String name) : Control(parent, std::move(name), Kind::Frame) {}
 
 PictureBox::PictureBox(Form& parent, String name)

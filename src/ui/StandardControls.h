@@ -21,25 +21,6 @@ class Label : public Control {
   void Changed(Aspect aspect) override;
 };
 
-// One line of input. A height below the smallest that its font allows becomes that smallest one.
-class TextBox : public Control {
- public:
-  TextBox(Form& parent, String name);
-
-  Property<String> Text{*this, Aspect::Text};
-  Property<bool> Locked{*this, Aspect::Locked, false};
-  Property<int> SelStart{*this, Aspect::Selection, 0};
-  Property<int> SelLength{*this, Aspect::Selection, 0};
-
-  Event<> Change;
-
-  String DisplayedText() const override { return Text(); }
-  bool TakesText() const override { return true; }
-  void Changed(Aspect aspect) override;
-  // The operator's own edit, as the port saw it: takes the text over and raises Change.
-  void Edited(String text);
-};
-
 // A box around other controls; it takes no input.
 class Frame : public Control {
  public:

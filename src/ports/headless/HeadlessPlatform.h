@@ -109,7 +109,7 @@ class Operator {
  private:
   ui::Control& Find(StringView name);
   ui::Control& Reachable(StringView name);
-  void TypeCharacter(ui::TextBox& box, char16_t character);
+  static void TypeCharacter(ui::EditBox& box, char16_t character);
 
   HeadlessPlatform& platform_;
   ui::Form& form_;

@@ -27,21 +27,20 @@ void Operator::Click(StringView key) {
 
 void Operator::Type(StringView text) {
   for (const char16_t character : text) {
-    auto* const box = dynamic_cast<ui::TextBox*>(form_.ActiveControl());
+    auto* const box = dynamic_cast<ui::EditBox*>(form_.ActiveControl());
     if (!box) throw std::logic_error("nothing takes text");
     TypeCharacter(*box, character);
   }
 }
 
-void Operator::TypeCharacter(ui::TextBox& box, char16_t character) {
+void Operator::TypeCharacter(ui::EditBox& box, char16_t character) {
   box.KeyPress(character);
   if (character < u' ' || box.Locked()) return;
-  String text = box.Text();
-  const auto start = static_cast<std::size_t>(box.SelStart());
-  text.replace(start, static_cast<std::size_t>(box.SelLength()), 1, character);
-  box.SelStart = box.SelStart() + 1;
+  const int start = box.SelStart();
+  const auto length = static_cast<std::size_t>(box.SelLength());
+  box.SelStart = start + 1;
   box.SelLength = 0;
-  box.Edited(text);
+  box.Edited(static_cast<std::size_t>(start), length, StringView(&character, 1));
 }
 
 void Operator::Press(int key, int shift) {

@@ -1,0 +1,45 @@
+#include "ui/KRXComboBox.h"
+
+#include <utility>
+
+#include "base/Error.h"
+#include "ui/Form.h"
+#include "ui/Platform.h"
+
+namespace krx::ui {
+
+KRXComboBox::KRXComboBox(Form& parent, String name)
+    : FontClassControl(parent, std::move(name), Kind::ComboBox) {
+  BackColor = kWindowBackground;
+  ForeColor = kWindowText;
+  TabStop = true;
+}
+
+void KRXComboBox::AddItem(String text, int position) {
+  const int count = static_cast<int>(items_.size());
+  const int at = position < 0 || position > count ? count : position;
+  items_.insert(items_.begin() + at, std::move(text));
+  if (at <= selected_) ++selected_;
+  Control::Changed(Aspect::Items);
+}
+
+void KRXComboBox::Select(int index) {
+  if (index < 0 || index >= static_cast<int>(items_.size())) {
+    throw RuntimeError(381, u"Invalid list index");
+  }
+  selected_ = index;
+  Text = items_[static_cast<std::size_t>(index)];
+  Control::Changed(Aspect::Selection);
+  SelectionChanged();
+}
+
+void KRXComboBox::Changed(Aspect aspect) {
+  if (aspect == Aspect::Bounds || aspect == Aspect::Font) {
+    const Twips smallest = Parent().ThePlatform().TextBoxHeight(Font());
+    if (Height() < smallest) Height.Adopt(smallest);
+  }
+  Control::Changed(aspect);
+  if (aspect == Aspect::Text) Change();
+}
+
+}  // namespace krx::ui

@@ -1,0 +1,146 @@
+#include "users/FChangePassword.h"
+
+#include "service/MKRXDialog.h"
+
+namespace krx::users {
+
+namespace {
+
+// This dialog's caption line is higher than the others'; this is meant.
+constexpr Twips kCaptionPadding = 60;
+
+}  // namespace
+
+FChangePassword::FChangePassword(service::Apartment& apartment)
+    : UserForm(apartment, u"FChangePassword"),
+      administration_(apartment.Runtime, &host::Runtime::CreateUserAdministration) {
+  constexpr std::array<StringView, 6> kLabels{u"lblName",        u"lblFullName",
+                                              u"lblComment",     u"lblActualPassword",
+                                              u"lblNewPassword", u"lblRepeatPassword"};
+  const std::array<ui::Control*, 6> fields{&txtName,        &txtFullName, &txtComment,
+                                           &txtActPassword, &txtPassword, &txtPassword2};
+  for (std::size_t i = 0; i < kLabels.size(); ++i) {
+    lblChangePW[i].Tag = kLabels[i];
+    // A label stands before its field, so that its access key leads there.
+    lblChangePW[i].TabIndex = static_cast<int>(2 * i);
+    fields[i]->TabIndex = static_cast<int>(2 * i + 1);
+  }
+  for (ui::TextBox* const field : {&txtName, &txtFullName, &txtComment})
+    MakeDisplayField(*field);
+  keyOK.Enabled = false;
+
+  LoadStep = [this] { LoadTexts(); };
+  keyOK.Click = [this] {
+    OkPressed = true;
+    Hide();
+  };
+  keyCancel.Click = [this] { Hide(); };
+  keyClose.Click = [this] { Hide(); };
+  // A change of the current password does not check again; this is meant.
+  txtPassword.Change = [this] { EnableOK(); };
+  txtPassword2.Change = [this] { EnableOK(); };
+  for (ui::PasswordBox* const box : {&txtActPassword, &txtPassword, &txtPassword2}) {
+    box->GotFocus = [box] { service::SelectAllText(*box); };
+  }
+  OnEnter(txtActPassword, [this] { txtPassword.SetFocus(); });
+  OnEnter(txtPassword, [this] { txtPassword2.SetFocus(); });
+  OnEnter(txtPassword2, [this] {
+    ui::Control& next = keyOK.Enabled() ? static_cast<ui::Control&>(keyOK) : txtActPassword;
+    next.SetFocus();
+    if (keyOK.Enabled()) keyOK.Click();
+  });
+}
+
+void FChangePassword::LoadTexts() {
+  LoadCaption(u"capChangePassword");
+  const std::array keys{&keyOK, &keyCancel};
+  constexpr std::array<StringView, 2> kTexts{u"keyOK", u"keyCancel"};
+  LoadKeys(keys, kTexts);
+  for (ui::Label& label : lblChangePW)
+    LoadLabel(label, label.Tag);
+  const std::array<ui::Control*, 6> fields{&txtName,        &txtFullName, &txtComment,
+                                           &txtActPassword, &txtPassword, &txtPassword2};
+  for (ui::Control* const field : fields)
+    LoadInput(*field);
+  const std::array rows{service::InputRow{lblChangePW[0], txtName},
+                        service::InputRow{lblChangePW[1], txtFullName},
+                        service::InputRow{lblChangePW[2], txtComment},
+                        service::InputRow{lblChangePW[3], txtActPassword},
+                        service::InputRow{lblChangePW[4], txtPassword},
+                        service::InputRow{lblChangePW[5], txtPassword2}};
+  LayOut(rows, keys, kCaptionPadding);
+}
+
+bool FChangePassword::ChangePassword(const std::optional<String>& user) {
+  Load();
+  const String name = FindUser(user);
+  const bool changed = !name.empty() && Ask(name);
+  Unload();
+  return changed;
+}
+
+String FChangePassword::FindUser(const std::optional<String>& user) {
+  if (user) {
+    if (administration_->GetUserClass(*user).Found) return *user;
+    ShowMessage(u"msgUnknownUser", service::kInformation, idxCaption.Text());
+    return {};
+  }
+  const host::CurrentUser current = administration_->GetCurrentUser();
+  if (!current.LoggedOn) {
+    ShowMessage(u"msgNoCurrentUser", service::kInformation, idxCaption.Text());
+  }
+  return current.Name;
+}
+
+bool FChangePassword::Ask(const String& user) {
+  const host::UserInfo info = administration_->GetUserInfo(user);
+  txtName.Text = user;
+  txtFullName.Text = info.FullName;
+  txtComment.Text = info.Comment;
+  FocusControl = &txtActPassword;
+  for (;;) {
+    OkPressed = false;
+    ShowModal();
+    if (!OkPressed) return false;
+    if (Attempt()) return true;
+  }
+}
+
+bool FChangePassword::Attempt() {
+  switch (administration_->ChangeUserPassword(txtName.Text(), txtPassword.Text(),
+                                              txtActPassword.Text())) {
+    case host::ChangePasswordSucceeded:
+      return true;
+    case host::ChangePasswordUnknownUser:
+      Refuse(u"msgUnknownUser", keyCancel);
+      break;
+    case host::ChangePasswordInvalidPassword:
+    case host::ChangePasswordNotAccepted:
+      Refuse(u"msgInvalidPassword", txtActPassword);
+      break;
+    case host::ChangePasswordUnableToSave:
+      Refuse(u"msgUnableToSaveUser", keyCancel);
+      break;
+    case host::ChangePasswordInvalidLength:
+      Refuse(u"msgInvalidPasswordLength", txtPassword);
+      break;
+    case host::ChangePasswordCallFailed:
+      Refuse(u"msgCallFailed", keyCancel);
+      break;
+    default:
+      break;  // a silent refusal
+  }
+  return false;
+}
+
+void FChangePassword::Refuse(StringView message, ui::Control& focus) {
+  ShowMessage(message, service::kExclamation, String());
+  FocusControl = &focus;
+}
+
+void FChangePassword::EnableOK() {
+  keyOK.Enabled = txtPassword.Text() == txtPassword2.Text() && !txtPassword.Text().Empty() &&
+                  !txtActPassword.Text().Empty();
+}
+
+}  // namespace krx::users

@@ -1,0 +1,25 @@
+#include "users/FLogOnCombo.h"
+
+#include "service/Skip.h"
+
+namespace krx::users {
+
+FLogOnCombo::FLogOnCombo(service::Apartment& apartment)
+    : LogOnForm(apartment, u"FLogOnCombo", u"keyLogOff") {
+  BindNameField(cboName);
+  cboName.Change = [this] { EnableOK(cboName.Text()); };
+  cboName.SelectionChanged = [this] { EnableOK(cboName.Text()); };
+  LoadStep = [this] {
+    service::Skip([this] { ListUsers(); });
+    LoadLogOn(u" ");  // the blank at the end of this dialog's title is meant
+  };
+}
+
+void FLogOnCombo::ListUsers() {
+  const auto administration = TheApartment().Runtime.CreateUserAdministration();
+  for (const String& name : administration->GetUserNames(String())) {
+    cboName.AddItem(name, ui::KRXComboBox::kAtEnd);
+  }
+}
+
+}  // namespace krx::users

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <array>
+
+#include "users/UserForm.h"
+
+namespace krx::users {
+
+// Shows who is logged on, read-only; says so in a message when nobody is.
+class FWhoAmI : public UserForm {
+ public:
+  explicit FWhoAmI(service::Apartment& apartment);
+
+  std::array<ui::Label, 4> lblWhoAmI{{{*this, u"lblWhoAmI(0)"},
+                                      {*this, u"lblWhoAmI(1)"},
+                                      {*this, u"lblWhoAmI(2)"},
+                                      {*this, u"lblWhoAmI(3)"}}};
+  ui::TextBox txtFullName{*this, u"txtFullName"};
+  ui::TextBox txtName{*this, u"txtName"};
+  ui::TextBox txtComment{*this, u"txtComment"};
+  ui::TextBox txtUserClass{*this, u"txtUserClass"};
+  ui::KRXKey keyOK{*this, u"keyOK"};
+
+  // A user whose data cannot be read counts as nobody; a failing message raises Error.
+  void WhoAmI();
+
+ private:
+  void LoadUser();
+  void LoadTexts();
+};
+
+}  // namespace krx::users
