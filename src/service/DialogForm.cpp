@@ -72,6 +72,10 @@ void DialogForm::SetCaption(String encoded) {
 void DialogForm::SizeCaption(Twips padding) {
   idxCaption.Height =
       CaptionHeight(MeasureTextHeight(idxCaption), Shared().CaptionMinHeight, padding);
+  SizeCloseKey();
+}
+
+void DialogForm::SizeCloseKey() {
   keyClose.Height = idxCaption.Height() - kCloseKeyInset;
   keyClose.Width = keyClose.Height();
   keyClose.Picture = CrossFor(keyClose.Height(), ThePlatform().TwipsPerPixel());

@@ -40,6 +40,7 @@ class DialogForm : public ui::Form {
   void SetCaption(String encoded);
   // Height of the caption line, and the picture and size of the close key with it.
   void SizeCaption(Twips padding);
+  void SizeCloseKey();
   // The caption line across the form's width, the close key at its right end.
   void PlaceCaption();
 

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "service/MKRXDialog.h"
+#include "service/Skip.h"
 
 namespace krx::service {
 
@@ -32,12 +33,17 @@ void LayOutRows(ui::Frame& frame, std::span<const InputRow> rows, Twips margin) 
   Twips bottom = top;
   Twips widest = 0;
   for (const auto& [label, field] : rows) {
-    label.AutoSize = true;
+    label.AutoSize = false;
+    label.Height = kUnmeasuredLine;
+    Skip([&] { label.AutoSize = true; });
     label.Left = left;
     label.Top = top;
-    field.Height = 0;
-    field.Place({left, top + label.Height() + kLabelToField, kFieldWidthInHeights * field.Height(),
-                 field.Height()});
+    Skip([&] { field.Height = 0; });
+    const Twips height = field.Height();
+    Skip([&] {
+      field.Place(
+          {left, top + label.Height() + kLabelToField, kFieldWidthInHeights * height, height});
+    });
     bottom = field.Top() + field.Height();
     widest = std::max(widest, field.Width());
     top = bottom + kRowGap;

@@ -20,6 +20,7 @@ inline constexpr Twips kRowGap = 105;                  // from a field down to t
 inline constexpr Twips kFieldWidthInHeights = 9;       // a field's width in its own heights
 inline constexpr Twips kFrameToButtons = 15;           // from the frame down to the button row
 inline constexpr Twips kButtonWidthPerMinimum = 2.5f;  // narrowest button in ButtonMinHeights
+inline constexpr Twips kUnmeasuredLine = 195;          // a label whose text cannot be measured
 
 // Height of the caption line: its text and the padding, 285, or the configured minimum.
 Twips CaptionHeight(Twips text_height, Twips minimum, Twips padding = kCaptionPadding);
@@ -41,7 +42,8 @@ struct InputRow {
 };
 
 // Stacks the rows inside the frame, whose upper left corner is set already, and sizes the frame
-// around them. `margin` is the fields' distance from the frame. Fields get their natural height.
+// around them. `margin` is the fields' distance from the frame. Fields get their natural height. A
+// label or field that cannot be measured is passed over and keeps a height of its own.
 void LayOutRows(ui::Frame& frame, std::span<const InputRow> rows, Twips margin);
 
 }  // namespace krx::service

@@ -38,6 +38,10 @@ void KRXComboBox::Changed(Aspect aspect) {
     const Twips smallest = Parent().ThePlatform().TextBoxHeight(Font());
     if (Height() < smallest) Height.Adopt(smallest);
   }
+  if (aspect == Aspect::Text && selected_ >= 0) {
+    // A text of its own deselects the entry.
+    if (items_[static_cast<std::size_t>(selected_)] != Text()) selected_ = -1;
+  }
   Control::Changed(aspect);
   if (aspect == Aspect::Text) Change();
 }

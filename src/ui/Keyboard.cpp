@@ -89,8 +89,10 @@ bool DispatchAccessKey(Form& form, char16_t character, bool alt) {
     if (only) key->Click();
     return true;
   }
-  Control* const field =
-      NextInTabOrder(form, found, 1, [](const Control& c) { return c.CanFocus(); });
+  // A display field, which Tab passes over, is reached by its label all the same.
+  Control* const field = NextInTabOrder(form, found, 1, [](const Control& c) {
+    return c.CanFocus() || (c.TakesText() && c.Visible() && c.Enabled());
+  });
   if (field) field->SetFocus();
   return field != nullptr;
 }

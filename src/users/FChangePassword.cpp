@@ -17,14 +17,9 @@ FChangePassword::FChangePassword(service::Apartment& apartment)
   constexpr std::array<StringView, 6> kLabels{u"lblName",        u"lblFullName",
                                               u"lblComment",     u"lblActualPassword",
                                               u"lblNewPassword", u"lblRepeatPassword"};
-  const std::array<ui::Control*, 6> fields{&txtName,        &txtFullName, &txtComment,
-                                           &txtActPassword, &txtPassword, &txtPassword2};
-  for (std::size_t i = 0; i < kLabels.size(); ++i) {
+  for (std::size_t i = 0; i < kLabels.size(); ++i)
     lblChangePW[i].Tag = kLabels[i];
-    // A label stands before its field, so that its access key leads there.
-    lblChangePW[i].TabIndex = static_cast<int>(2 * i);
-    fields[i]->TabIndex = static_cast<int>(2 * i + 1);
-  }
+  OrderRows(InputRows());
   for (ui::TextBox* const field : {&txtName, &txtFullName, &txtComment})
     MakeDisplayField(*field);
   keyOK.Enabled = false;
@@ -51,24 +46,24 @@ FChangePassword::FChangePassword(service::Apartment& apartment)
   });
 }
 
+std::array<service::InputRow, 6> FChangePassword::InputRows() {
+  return {{{lblChangePW[0], txtName},
+           {lblChangePW[1], txtFullName},
+           {lblChangePW[2], txtComment},
+           {lblChangePW[3], txtActPassword},
+           {lblChangePW[4], txtPassword},
+           {lblChangePW[5], txtPassword2}}};
+}
+
 void FChangePassword::LoadTexts() {
   LoadCaption(u"capChangePassword");
-  const std::array keys{&keyOK, &keyCancel};
-  constexpr std::array<StringView, 2> kTexts{u"keyOK", u"keyCancel"};
-  LoadKeys(keys, kTexts);
+  LoadText(keyOK, u"keyOK");
+  LoadText(keyCancel, u"keyCancel");
   for (ui::Label& label : lblChangePW)
-    LoadLabel(label, label.Tag);
-  const std::array<ui::Control*, 6> fields{&txtName,        &txtFullName, &txtComment,
-                                           &txtActPassword, &txtPassword, &txtPassword2};
-  for (ui::Control* const field : fields)
-    LoadInput(*field);
-  const std::array rows{service::InputRow{lblChangePW[0], txtName},
-                        service::InputRow{lblChangePW[1], txtFullName},
-                        service::InputRow{lblChangePW[2], txtComment},
-                        service::InputRow{lblChangePW[3], txtActPassword},
-                        service::InputRow{lblChangePW[4], txtPassword},
-                        service::InputRow{lblChangePW[5], txtPassword2}};
-  LayOut(rows, keys, kCaptionPadding);
+    LoadText(label, label.Tag);
+  const std::array keys{&keyOK, &keyCancel};
+  LoadFonts(keys, InputRows());
+  LayOut(InputRows(), keys, kCaptionPadding);
 }
 
 bool FChangePassword::ChangePassword(const std::optional<String>& user) {

@@ -35,6 +35,7 @@ class FChangePassword : public UserForm {
   bool ChangePassword(const std::optional<String>& user);
 
  private:
+  std::array<service::InputRow, 6> InputRows();
   void LoadTexts();
   String FindUser(const std::optional<String>& user);
   bool Ask(const String& user);

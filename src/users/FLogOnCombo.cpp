@@ -5,7 +5,8 @@
 namespace krx::users {
 
 FLogOnCombo::FLogOnCombo(service::Apartment& apartment)
-    : LogOnForm(apartment, u"FLogOnCombo", u"keyLogOff") {
+    : LogOnForm(apartment, u"FLogOnCombo", u"keyLogOff"),
+      administration_(apartment.Runtime, &host::Runtime::CreateUserAdministration) {
   BindNameField(cboName);
   cboName.Change = [this] { EnableOK(cboName.Text()); };
   cboName.SelectionChanged = [this] { EnableOK(cboName.Text()); };
@@ -16,8 +17,7 @@ FLogOnCombo::FLogOnCombo(service::Apartment& apartment)
 }
 
 void FLogOnCombo::ListUsers() {
-  const auto administration = TheApartment().Runtime.CreateUserAdministration();
-  for (const String& name : administration->GetUserNames(String())) {
+  for (const String& name : administration_->GetUserNames(String())) {
     cboName.AddItem(name, ui::KRXComboBox::kAtEnd);
   }
 }

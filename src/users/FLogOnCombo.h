@@ -18,6 +18,8 @@ class FLogOnCombo : public LogOnForm {
 
  private:
   void ListUsers();
+
+  OnFirstUse<host::UserAdministration> administration_;
 };
 
 }  // namespace krx::users

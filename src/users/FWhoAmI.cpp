@@ -4,14 +4,24 @@
 
 namespace krx::users {
 
-FWhoAmI::FWhoAmI(service::Apartment& apartment) : UserForm(apartment, u"FWhoAmI") {
-  constexpr std::array<StringView, 4> kLabels{u"lblFullName", u"lblName", u"lblComment",
-                                              u"lblUserClass"};
-  for (std::size_t i = 0; i < kLabels.size(); ++i)
-    lblWhoAmI[i].Tag = kLabels[i];
+FWhoAmI::FWhoAmI(service::Apartment& apartment)
+    : UserForm(apartment, u"FWhoAmI"),
+      administration_(apartment.Runtime, &host::Runtime::CreateUserAdministration),
+      classes_(apartment.Runtime, &host::Runtime::CreateUserClassAdministration) {
+  // The captions hold until the texts are loaded, and where that fails.
+  constexpr std::array<std::array<StringView, 2>, 4> kLabels{
+      {{u"lblFullName", u"&Vollst\u00e4ndiger Name"},
+       {u"lblName", u"&Name"},
+       {u"lblComment", u"&Kommentar"},
+       {u"lblUserClass", u"&Benutzerklasse"}}};
+  for (std::size_t i = 0; i < kLabels.size(); ++i) {
+    lblWhoAmI[i].Tag = kLabels[i][0];
+    lblWhoAmI[i].Caption = String(kLabels[i][1]);
+  }
   for (ui::TextBox* const field : {&txtFullName, &txtName, &txtComment, &txtUserClass}) {
     MakeDisplayField(*field);
   }
+  OrderRows(InputRows());
   LoadStep = [this] {
     LoadUser();
     LoadTexts();
@@ -33,17 +43,13 @@ void FWhoAmI::WhoAmI() {
 
 void FWhoAmI::LoadUser() {
   using service::Skip;
-  OnFirstUse<host::UserAdministration> administration(TheApartment().Runtime,
-                                                      &host::Runtime::CreateUserAdministration);
-  OnFirstUse<host::UserClassAdministration> classes(TheApartment().Runtime,
-                                                    &host::Runtime::CreateUserClassAdministration);
   host::CurrentUser user;
   host::UserInfo info;
   host::UserClassInfo user_class;
-  Skip([&] { user = administration->GetCurrentUser(); });
+  Skip([&] { user = administration_->GetCurrentUser(); });
   if (!user.LoggedOn) return;
-  Skip([&] { info = administration->GetUserInfo(user.Name); });
-  Skip([&] { user_class = classes->GetUserClassInfo(user.ClassName); });
+  Skip([&] { info = administration_->GetUserInfo(user.Name); });
+  Skip([&] { user_class = classes_->GetUserClassInfo(user.ClassName); });
   txtName.Text = user.Name;
   txtFullName.Text = info.FullName;
   txtUserClass.Text = user_class.DisplayText;
@@ -52,18 +58,20 @@ void FWhoAmI::LoadUser() {
 
 void FWhoAmI::LoadTexts() {
   LoadCaption(u"capCurrentUser");
-  const std::array keys{&keyOK};
-  constexpr std::array<StringView, 1> kTexts{u"keyOK"};
-  LoadKeys(keys, kTexts);
+  LoadText(keyOK, u"keyOK");
   for (ui::Label& label : lblWhoAmI)
-    LoadLabel(label, label.Tag);
-  for (ui::TextBox* const field : {&txtFullName, &txtName, &txtComment, &txtUserClass}) {
-    LoadInput(*field);
-  }
-  const std::array rows{
-      service::InputRow{lblWhoAmI[0], txtFullName}, service::InputRow{lblWhoAmI[1], txtName},
-      service::InputRow{lblWhoAmI[3], txtUserClass}, service::InputRow{lblWhoAmI[2], txtComment}};
-  LayOut(rows, keys);
+    LoadText(label, label.Tag);
+  const std::array keys{&keyOK};
+  LoadFonts(keys, InputRows());
+  LayOut(InputRows(), keys, service::kCaptionPadding, WideRow::EndsWithFrame);
+}
+
+// On the screen the class stands above the comment.
+std::array<service::InputRow, 4> FWhoAmI::InputRows() {
+  return {{{lblWhoAmI[0], txtFullName},
+           {lblWhoAmI[1], txtName},
+           {lblWhoAmI[3], txtUserClass},
+           {lblWhoAmI[2], txtComment}}};
 }
 
 }  // namespace krx::users

@@ -27,6 +27,10 @@ class FWhoAmI : public UserForm {
  private:
   void LoadUser();
   void LoadTexts();
+  std::array<service::InputRow, 4> InputRows();
+
+  OnFirstUse<host::UserAdministration> administration_;
+  OnFirstUse<host::UserClassAdministration> classes_;
 };
 
 }  // namespace krx::users

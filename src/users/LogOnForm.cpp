@@ -1,7 +1,5 @@
 #include "users/LogOnForm.h"
 
-#include <array>
-
 #include "service/MKRXDialog.h"
 #include "users/FChangePassword.h"
 
@@ -28,22 +26,23 @@ LogOnForm::LogOnForm(service::Apartment& apartment, String name, String log_off)
 void LogOnForm::BindNameField(ui::Control& field) {
   name_field_ = &field;
   OnEnter(field, [this] { txtPassword.SetFocus(); });
-  // The derived dialog creates the field last; on the screen it comes first.
-  field.TabIndex = lblPassword.TabIndex();
+  OrderRows(InputRows());
+}
+
+std::array<service::InputRow, 2> LogOnForm::InputRows() {
+  return {{{lblName, *name_field_}, {lblPassword, txtPassword}}};
 }
 
 void LogOnForm::LoadLogOn(StringView caption_suffix) {
   LoadCaption(u"capLogon", caption_suffix);
+  LoadText(keyOK, u"keyOK");
+  LoadText(keyCancel, u"keyCancel");
+  LoadText(log_off_, u"keyLogOut");
+  LoadText(lblName, u"lblName");
+  LoadText(lblPassword, u"lblPassword");
   const std::array keys{&keyOK, &keyCancel, &log_off_};
-  constexpr std::array<StringView, 3> kTexts{u"keyOK", u"keyCancel", u"keyLogOut"};
-  LoadKeys(keys, kTexts);
-  LoadLabel(lblName, u"lblName");
-  LoadLabel(lblPassword, u"lblPassword");
-  LoadInput(*name_field_);
-  LoadInput(txtPassword);
-  const std::array rows{service::InputRow{lblName, *name_field_},
-                        service::InputRow{lblPassword, txtPassword}};
-  LayOut(rows, keys);
+  LoadFonts(keys, InputRows());
+  LayOut(InputRows(), keys);
 }
 
 bool LogOnForm::LogOn() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "users/UserForm.h"
 
 namespace krx::users {
@@ -36,6 +38,7 @@ class LogOnForm : public UserForm {
   ui::KRXKey log_off_;
 
  private:
+  std::array<service::InputRow, 2> InputRows();
   bool Attempt(OnFirstUse<host::UserSession>& session);
   void Refuse(StringView message, ui::Control& focus);
   void RenewPassword(StringView message);

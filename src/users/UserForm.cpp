@@ -10,6 +10,7 @@ namespace krx::users {
 
 namespace {
 
+using service::MaxValue;
 using service::MeasureTextHeight;
 using service::MeasureTextWidth;
 using service::Skip;
@@ -17,42 +18,73 @@ using service::Skip;
 // Lengths of these forms in twips.
 constexpr Twips kMargin = 120;    // of the frame in the form and of the fields in the frame
 constexpr Twips kButtonGap = 60;  // between two buttons
+constexpr Size kUnmeasuredKey{1215, 375};  // a button whose text cannot be measured
 
 }  // namespace
 
 UserForm::UserForm(service::Apartment& apartment, String name)
-    : DialogForm(apartment, std::move(name), host::kUserTexts) {}
-
-void UserForm::LoadCaption(StringView key, StringView suffix) {
-  Skip([&] { idxCaption.FontClass = Shared().FontClassCaption; });
-  Skip([&] { SetCaption(Text(key) + String(suffix)); });
+    : DialogForm(apartment, std::move(name), host::kUserTexts) {
+  idxCaption.Height = service::kSmallestCaption;  // should its text not be measurable
 }
 
-void UserForm::LoadKeys(std::span<ui::KRXKey* const> keys, std::span<const StringView> text_keys) {
-  for (std::size_t i = 0; i < keys.size(); ++i) {
-    Skip([&] { keys[i]->FontClass = Shared().FontClassButton; });
-    Skip([&] { keys[i]->Caption = Text(text_keys[i]); });
+void UserForm::OrderRows(Rows rows) {
+  int position = 0;
+  for (const auto& [label, field] : rows) {
+    label.TabIndex = position++;
+    field.TabIndex = position++;
   }
 }
 
-void UserForm::LoadLabel(ui::Label& label, StringView text_key) {
-  Skip([&] { label.Font = ClassFont(Shared().FontClassText); });
+void UserForm::LoadCaption(StringView key, StringView suffix) {
+  Skip([&] { SetCaption(Text(key) + String(suffix)); });
+}
+
+void UserForm::LoadText(ui::KRXKey& key, StringView text_key) {
+  Skip([&] { key.Caption = Text(text_key); });
+}
+
+void UserForm::LoadText(ui::Label& label, StringView text_key) {
   Skip([&] { label.Caption = Text(text_key); });
 }
 
-void UserForm::LoadInput(ui::Control& field) {
-  Skip([&] { field.Font = ClassFont(Shared().FontClassInput); });
+void UserForm::LoadFonts(Keys keys, Rows rows) {
+  Skip([&] { idxCaption.FontClass = Shared().FontClassCaption; });
+  for (ui::KRXKey* const key : keys)
+    Skip([&] { key->FontClass = Shared().FontClassButton; });
+  for (const service::InputRow& row : rows)
+    Skip([&] { row.Label.Font = ClassFont(Shared().FontClassText); });
+  for (const service::InputRow& row : rows)
+    Skip([&] { row.Field.Font = ClassFont(Shared().FontClassInput); });
 }
 
-void UserForm::LayOut(std::span<const service::InputRow> rows, std::span<ui::KRXKey* const> keys,
-                      Twips caption_padding) {
-  Skip([&] { SizeCaption(caption_padding); });
+void UserForm::LayOut(Rows rows, Keys keys, Twips caption_padding, WideRow wide_row) {
+  if (!Skip([&] { SizeCaption(caption_padding); })) SizeCloseKey();
+  const Twips row_width = SizeKeys(keys);
   fra.Left = kMargin;
   fra.Top = idxCaption.Height() + kMargin;
-  Skip([&] { service::LayOutRows(fra, rows, kMargin); });
+  service::LayOutRows(fra, rows, kMargin);
+  const Twips overhang = std::max(row_width - fra.Width(), 0.0f);
+  if (overhang > 0 && wide_row == WideRow::EndsWithFrame) {
+    fra.Left = kMargin + overhang;
+    service::LayOutRows(fra, rows, kMargin);
+  }
 
+  const Twips right = kMargin + std::max(fra.Width(), row_width);
+  const Twips top = fra.Top() + fra.Height() + service::kFrameToButtons;
+  PlaceKeys(keys, right - row_width, top);
+  Twips height = 0;
+  for (const ui::KRXKey* const key : keys)
+    height = std::max(height, key->Height());
+  Width = MaxValue({right + kMargin, WidestLabelEnd(rows) + kMargin, WidthOfTitle()});
+  Height = top + height + kMargin;
+  PlaceCaption();
+}
+
+// Returns the width of the button row.
+Twips UserForm::SizeKeys(Keys keys) {
   Twips row_width = -kButtonGap;
   for (ui::KRXKey* const key : keys) {
+    key->Place({0, 0, kUnmeasuredKey.Width, kUnmeasuredKey.Height});
     Skip([&] {
       key->Height = service::ButtonHeight(MeasureTextHeight(*key), Shared().ButtonMinHeight);
     });
@@ -61,23 +93,37 @@ void UserForm::LayOut(std::span<const service::InputRow> rows, std::span<ui::KRX
     });
     row_width += key->Width() + kButtonGap;
   }
-  const Twips right = fra.Left() + std::max(fra.Width(), row_width);
-  const Twips top = fra.Top() + fra.Height() + service::kFrameToButtons;
-  Twips x = right - row_width;
-  Twips bottom = top;
+  return row_width;
+}
+
+void UserForm::PlaceKeys(Keys keys, Twips left, Twips top) {
   for (ui::KRXKey* const key : keys) {
-    key->Left = x;
+    key->Left = left;
     key->Top = top;
-    x += key->Width() + kButtonGap;
-    bottom = std::max(bottom, top + key->Height());
+    left += key->Width() + kButtonGap;
   }
-  Width = right + kMargin;
-  Height = bottom + kMargin;
-  PlaceCaption();
+}
+
+Twips UserForm::WidestLabelEnd(Rows rows) const {
+  Twips end = 0;
+  for (const service::InputRow& row : rows)
+    end = std::max(end, row.Label.Left() + row.Label.Width());
+  return end;
+}
+
+// The width at which the close key leaves the whole title in sight; 0 when it cannot be measured.
+Twips UserForm::WidthOfTitle() {
+  Twips width = 0;
+  Skip([&] {
+    width = MeasureTextWidth(idxCaption) + 2 * idxCaption.Indent() + keyClose.Width() +
+            service::kCloseKeyMargin;
+  });
+  return width;
 }
 
 void UserForm::ShowMessage(StringView key, std::int32_t style, const String& title) {
-  DialogService().KRMsgBox(Text(key), style, title, String(), 0);
+  const String text = Text(key);
+  DialogService().KRMsgBox(text, style, title, String(), 0);
 }
 
 void UserForm::MakeDisplayField(ui::TextBox& field) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <memory>
-#include <vector>
+#include <span>
 
 #include "host/UserManager.h"
 #include "service/DialogForm.h"
@@ -9,7 +9,8 @@
 
 namespace krx::users {
 
-// A service object of the user management that a dialog call creates when it first needs it.
+// A service object of the user management that a dialog call creates when it first needs it and
+// keeps until the call ends.
 template <class Service>
 class OnFirstUse {
  public:
@@ -34,22 +35,30 @@ class UserForm : public service::DialogForm {
   ui::Frame fra{*this, u"fra"};
 
  protected:
+  using Keys = std::span<ui::KRXKey* const>;
+  using Rows = std::span<const service::InputRow>;
+  // Which edge a button row that is wider than the frame shares with it.
+  enum class WideRow { StartsWithFrame, EndsWithFrame };
+
   UserForm(service::Apartment& apartment, String name);
 
-  // Steps of the load; each failing statement in them is passed over.
-  void LoadCaption(StringView key, StringView suffix = {});
-  void LoadKeys(std::span<ui::KRXKey* const> keys, std::span<const StringView> text_keys);
-  void LoadLabel(ui::Label& label, StringView text_key);
-  void LoadInput(ui::Control& field);
+  // A label stands before its field in the tab order, so that its access key leads there.
+  static void OrderRows(Rows rows);
 
+  // Steps of the load: all texts, then all fonts, then the layout. Each failing statement in them
+  // is passed over, and what it was to set keeps its value.
+  void LoadCaption(StringView key, StringView suffix = {});
+  void LoadText(ui::KRXKey& key, StringView text_key);
+  void LoadText(ui::Label& label, StringView text_key);
+  void LoadFonts(Keys keys, Rows rows);
   // Caption line, rows and button row; the buttons end at the frame's right edge.
-  void LayOut(std::span<const service::InputRow> rows, std::span<ui::KRXKey* const> keys,
-              Twips caption_padding = service::kCaptionPadding);
+  void LayOut(Rows rows, Keys keys, Twips caption_padding = service::kCaptionPadding,
+              WideRow wide_row = WideRow::StartsWithFrame);
 
   // Shows the text of a key through the shared dialog service.
   void ShowMessage(StringView key, std::int32_t style, const String& title);
 
-  // A read-only field in the colours of a button.
+  // A read-only field in the colours of a button, which Tab passes over.
   static void MakeDisplayField(ui::TextBox& field);
 
   // Enter is swallowed in every input field and leads on.
@@ -63,6 +72,12 @@ class UserForm : public service::DialogForm {
   }
 
   static constexpr char16_t kEnter = 13;
+
+ private:
+  Twips SizeKeys(Keys keys);
+  void PlaceKeys(Keys keys, Twips left, Twips top);
+  Twips WidestLabelEnd(Rows rows) const;
+  Twips WidthOfTitle();
 };
 
 }  // namespace krx::users
