@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+
+#include "base/String.h"
+
+namespace krx::runtime {
+
+inline constexpr std::size_t kLongestName = 64;           // code points
+inline constexpr std::size_t kLongestDescription = 1000;  // full name and comment, code points
+
+// Number of code points; a lone surrogate counts as one.
+std::size_t CountCodePoints(StringView text);
+
+// True when every surrogate has its partner, so that the text survives a round trip through UTF-8.
+bool IsWellFormed(StringView text);
+
+// User names are 1 to 64 code points, well-formed, without control characters and without a blank
+// at either end: two names that look alike on a panel should not be two users.
+bool IsValidUserName(StringView name);
+
+// Full names and comments may contain everything that can be stored, up to 1000 code points.
+bool IsValidDescription(StringView text);
+
+// The same text but for the case of Latin, Greek and Cyrillic letters, independent of the
+// machine's language.
+bool EqualIgnoringCase(StringView left, StringView right);
+
+// The order of user lists: by name, upper and lower case alike, code unit by code unit.
+bool PrecedesInList(StringView left, StringView right);
+
+}  // namespace krx::runtime

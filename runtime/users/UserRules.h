@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "base/String.h"
+
+namespace krx::runtime {
+
+// A kind of users; a class is below another when its level is strictly less.
+struct UserClass {
+  String Name;
+  String DisplayText;
+  std::int32_t Level = 0;
+
+  bool operator==(const UserClass& other) const = default;
+};
+
+// What a plant can set. The defaults follow current guidance: long passwords without composition
+// rules and without expiry, and slow hashing as OWASP's Password Storage Cheat Sheet recommends it
+// (2023: PBKDF2-HMAC-SHA256 with 600,000 iterations).
+struct UserRules {
+  std::int32_t MinimumLength = 8;         // code points
+  std::int32_t MaximumLength = 128;       // code points
+  std::int32_t PasswordHistory = 4;       // last passwords that cannot be used again, current too
+  std::int32_t PasswordExpiryDays = 0;    // 0: passwords do not expire
+  std::int32_t LogOnsPerPassword = 0;     // 0: unlimited
+  std::int32_t LockOutFailures = 5;       // wrong passwords in a row
+  std::int32_t LockOutMinutes = 15;       // 0: until an administrator activates the user
+  std::int32_t HashIterations = 600'000;  // of new hashes; older ones follow at the next log-on
+  std::int32_t AdministratorLevel = 100;  // class level from which a user is an administrator
+  std::int32_t AdministrationMode = 1;    // see AdministrationRights
+  std::vector<UserClass> Classes = {{u"Operator", u"Operator", 10},
+                                    {u"Engineer", u"Engineer", 50},
+                                    {u"Administrator", u"Administrator", 100}};
+
+  // Null when there is no such class; names are compared exactly.
+  const UserClass* FindClass(StringView name) const;
+  bool IsAdministratorClass(StringView name) const;
+};
+
+}  // namespace krx::runtime

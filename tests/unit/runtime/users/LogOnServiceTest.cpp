@@ -1,0 +1,220 @@
+#include "runtime/users/PasswordAge.h"
+#include "support/UserManagementTest.h"
+
+namespace krx::test {
+namespace {
+
+using runtime::kSecondsPerDay;
+using LogOnServiceTest = UserManagementTest;
+
+TEST_F(LogOnServiceTest, TheRightPasswordLogsOn) {
+  Provision();
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnSucceeded);
+  const host::CurrentUser current = directory.GetCurrentUser();
+  EXPECT_TRUE(current.LoggedOn);
+  EXPECT_EQ(current.Name, u"boss");
+  EXPECT_EQ(current.ClassName, u"Administrator");
+}
+
+TEST_F(LogOnServiceTest, WithoutStoreEverybodyIsUnknown) {
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnUnknownUser);
+  EXPECT_EQ(LogOn(u"", u""), host::LogOnUnknownUser);
+  EXPECT_FALSE(files.Exists(StorePath()));
+}
+
+TEST_F(LogOnServiceTest, NamesAndPasswordsAreComparedExactly) {
+  Provision();
+  EXPECT_EQ(LogOn(u"Boss", kBossSecret), host::LogOnUnknownUser);
+  EXPECT_EQ(LogOn(u"boss", u"Boss's own secret"), host::LogOnInvalidPassword);
+  EXPECT_EQ(LogOn(u"boss", u""), host::LogOnInvalidPassword);
+}
+
+TEST_F(LogOnServiceTest, ARefusalLeavesWhoIsLoggedOn) {
+  ProvisionAndLogOn();
+  EXPECT_EQ(LogOn(u"boss", u"wrong"), host::LogOnInvalidPassword);
+  EXPECT_EQ(directory.GetCurrentUser().Name, u"boss");
+}
+
+TEST_F(LogOnServiceTest, ASuccessTakesThePlaceOfWhoWasLoggedOn) {
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret");
+  EXPECT_EQ(LogOn(u"anna", u"anna's secret"), host::LogOnSucceeded);
+  EXPECT_EQ(directory.GetCurrentUser().Name, u"anna");
+}
+
+TEST_F(LogOnServiceTest, ADeactivatedUserIsRefusedWhateverThePassword) {
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret");
+  ASSERT_EQ(directory.SetUserActive(u"anna", 0), host::ModifyUserSucceeded);
+  EXPECT_EQ(LogOn(u"anna", u"anna's secret"), host::LogOnUserDeactivated);
+  EXPECT_EQ(LogOn(u"anna", u"wrong"), host::LogOnUserDeactivated);
+}
+
+TEST_F(LogOnServiceTest, AFirstPasswordHasToBeRenewed) {
+  ProvisionAndLogOn();
+  ASSERT_EQ(directory.CreateUser(Record(u"anna")), host::CreateUserSucceeded);
+  EXPECT_EQ(directory.GetUserInfo(u"anna").State, host::UserActiveChangePassword);
+  EXPECT_EQ(LogOn(u"anna", u"first secret"), host::LogOnRenewPassword);
+  ASSERT_EQ(
+      directory.ChangeUserPassword(u"anna", Secret(u"second secret"), Secret(u"first secret")),
+      host::ChangePasswordSucceeded);
+  EXPECT_EQ(directory.GetUserInfo(u"anna").State, host::UserActive);
+  EXPECT_EQ(LogOn(u"anna", u"second secret"), host::LogOnSucceeded);
+}
+
+TEST_F(LogOnServiceTest, APasswordExpiresAfterItsDays) {
+  Configure("password-expiry-days = 30\n");
+  Provision();
+  EXPECT_EQ(directory.GetUserInfo(u"boss").RenewPassword, 30);
+  clock.Seconds += 30 * kSecondsPerDay - 1;
+  EXPECT_EQ(directory.GetUserInfo(u"boss").RenewPassword, 1);
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnSucceeded);
+  clock.Seconds += 1;
+  EXPECT_EQ(directory.GetUserInfo(u"boss").RenewPassword, 0);
+  EXPECT_EQ(LogOn(u"boss", u"wrong"), host::LogOnInvalidPassword);
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnPasswordExpired);
+}
+
+TEST_F(LogOnServiceTest, WithoutExpiryAPasswordLasts) {
+  Provision();
+  clock.Seconds += 40'000 * kSecondsPerDay;
+  EXPECT_EQ(directory.GetUserInfo(u"boss").RenewPassword, -1);
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnSucceeded);
+}
+
+TEST_F(LogOnServiceTest, APasswordExpiresAfterItsLogOns) {
+  Configure("log-ons-per-password = 2\n");
+  Provision();
+  EXPECT_EQ(directory.GetUserInfo(u"boss").RemainingLogOns, 2);
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnSucceeded);
+  EXPECT_EQ(directory.GetUserInfo(u"boss").RemainingLogOns, 1);
+  EXPECT_EQ(LogOn(u"boss", u"wrong"), host::LogOnInvalidPassword);
+  EXPECT_EQ(directory.GetUserInfo(u"boss").RemainingLogOns, 1);
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnSucceeded);
+  EXPECT_EQ(directory.GetUserInfo(u"boss").RemainingLogOns, 0);
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnPasswordExpired);
+  ASSERT_EQ(directory.ChangeUserPassword(u"boss", Secret(u"another secret"), Secret(kBossSecret)),
+            host::ChangePasswordSucceeded);
+  EXPECT_EQ(directory.GetUserInfo(u"boss").RemainingLogOns, 2);
+}
+
+TEST_F(LogOnServiceTest, WithoutLimitLogOnsAreNotCounted) {
+  ProvisionAndLogOn();
+  EXPECT_EQ(directory.GetUserInfo(u"boss").RemainingLogOns, -1);
+}
+
+TEST_F(LogOnServiceTest, AnOldHashIsStrengthenedAtTheNextLogOn) {
+  Provision();
+  files.Content(folder / "users.conf") = "hash-iterations = 3000\n";
+  EXPECT_EQ(LogOn(u"boss", u"wrong"), host::LogOnInvalidPassword);
+  EXPECT_EQ(StoredRecord(u"boss").CurrentPassword().Iterations, 1000u);
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnSucceeded);
+  EXPECT_EQ(StoredRecord(u"boss").CurrentPassword().Iterations, 3000u);
+  EXPECT_EQ(StoredRecord(u"boss").Passwords.size(), 2u);  // no password is added to the history
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnSucceeded);
+}
+
+TEST_F(LogOnServiceTest, AStrongerHashThanConfiguredIsKept) {
+  files.Content(folder / "users.conf") = "hash-iterations = 3000\n";
+  Provision();
+  Configure("");
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnSucceeded);
+  EXPECT_EQ(StoredRecord(u"boss").CurrentPassword().Iterations, 3000u);
+}
+
+TEST_F(LogOnServiceTest, UnknownUsersCostWhatWrongPasswordsCost) {
+  Provision();
+  const auto cost = [this](const String& name) {
+    crypto.Derivations = 0;
+    crypto.Iterations = 0;
+    files.Replacements.clear();
+    LogOn(name, u"wrong");
+    return std::make_tuple(crypto.Derivations.load(), crypto.Iterations.load(),
+                           files.Replacements.size());
+  };
+  EXPECT_EQ(cost(u"boss"), std::make_tuple(1, std::uint64_t{1000}, std::size_t{1}));
+  EXPECT_EQ(cost(u"nobody"), std::make_tuple(1, std::uint64_t{1000}, std::size_t{1}));
+}
+
+TEST_F(LogOnServiceTest, NobodyHasThePasswordOfAnUnknownUser) {
+  Provision();
+  for (const StringView password : {u"", u"\0", u"password"})
+    EXPECT_EQ(LogOn(u"nobody", password), host::LogOnUnknownUser);
+}
+
+TEST_F(LogOnServiceTest, LoggingOffEndsTheSession) {
+  ProvisionAndLogOn();
+  EXPECT_EQ(session.LogOffUser(), 0);
+  EXPECT_FALSE(directory.GetCurrentUser().LoggedOn);
+  EXPECT_EQ(session.LogOffUser(), 1);
+}
+
+TEST_F(LogOnServiceTest, ARemovedOrDeactivatedUserIsNoLongerLoggedOn) {
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret", u"Administrator");
+  runtime::Session other_session;
+  runtime::UserManagement other{{files, crypto, clock}, folder, other_session};
+  ASSERT_EQ(runtime::LogOnService(other).LogOnUser(u"anna", Secret(u"anna's secret")),
+            host::LogOnSucceeded);
+  runtime::UserDirectory others_directory(other);
+  EXPECT_TRUE(others_directory.GetCurrentUser().LoggedOn);
+  ASSERT_EQ(directory.SetUserActive(u"anna", 0), host::ModifyUserSucceeded);
+  EXPECT_FALSE(others_directory.GetCurrentUser().LoggedOn);
+  EXPECT_EQ(others_directory.RemoveUser(u"boss"), host::ModifyUserCallFailed);
+}
+
+TEST_F(LogOnServiceTest, ANamesakeDoesNotInheritTheSession) {
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret");
+  runtime::Session other_session;
+  runtime::UserManagement other{{files, crypto, clock}, folder, other_session};
+  ASSERT_EQ(runtime::LogOnService(other).LogOnUser(u"anna", Secret(u"anna's secret")),
+            host::LogOnSucceeded);
+  ASSERT_EQ(directory.RemoveUser(u"anna"), host::ModifyUserSucceeded);
+  AddUser(u"anna", u"another anna's", u"Administrator");
+  EXPECT_FALSE(runtime::UserDirectory(other).GetCurrentUser().LoggedOn);
+}
+
+TEST_F(LogOnServiceTest, AnAttemptThatCannotBeCountedIsAnError) {
+  Provision();
+  files.ReadOnly = true;
+  crypto.Derivations = 0;
+  EXPECT_THROW(LogOn(u"boss", kBossSecret), runtime::UnableToSave);
+  EXPECT_EQ(crypto.Derivations, 0);
+  EXPECT_FALSE(directory.GetCurrentUser().LoggedOn);
+}
+
+TEST_F(LogOnServiceTest, EveryFailingFileOperationRaisesAndLogsNobodyOn) {
+  Provision();
+  int failures = 0;
+  for (int n = 1;; ++n) {
+    files.FailAt(n, true);
+    bool failed = false;
+    try {
+      LogOn(u"boss", kBossSecret);
+    } catch (const Error&) {
+      failed = true;
+    }
+    files.FailAt(0, false);
+    if (!failed) break;
+    ++failures;
+    EXPECT_FALSE(directory.GetCurrentUser().LoggedOn) << n;
+    EXPECT_EQ(files.Held, 0) << n;
+    // The attempts that could not be completed count as wrong; an administrator would activate.
+    UserStore forgiven = Stored();
+    forgiven.FindId(1)->Failures = 0;
+    files.Content(StorePath()) = runtime::Serialize(forgiven);
+  }
+  // Rules, lock, read, write, replace; lock, read, write, replace, last byte, append.
+  EXPECT_EQ(failures, 11);
+}
+
+TEST_F(LogOnServiceTest, FailingCryptographyIsAnError) {
+  Provision();
+  crypto.Fails = true;
+  EXPECT_THROW(LogOn(u"boss", kBossSecret), Error);
+  EXPECT_FALSE(directory.GetCurrentUser().LoggedOn);
+}
+
+}  // namespace
+}  // namespace krx::test

@@ -1,0 +1,91 @@
+#include "support/UserManagementTest.h"
+
+namespace krx::test {
+namespace {
+
+class PasswordChangeTest : public UserManagementTest {
+ protected:
+  std::int32_t Change(const String& user, StringView new_password, StringView current) {
+    return directory.ChangeUserPassword(user, Secret(new_password), Secret(current));
+  }
+};
+
+TEST_F(PasswordChangeTest, ANewPasswordReplacesTheOld) {
+  Provision();
+  clock.Seconds += 86'400;
+  EXPECT_EQ(Change(u"boss", u"a new secret", kBossSecret), host::ChangePasswordSucceeded);
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnInvalidPassword);
+  EXPECT_EQ(LogOn(u"boss", u"a new secret"), host::LogOnSucceeded);
+  // 2026-01-02 is 46,024 days after 1899-12-30.
+  EXPECT_EQ(directory.GetUserInfo(u"boss").PasswordChangedOn, 46'024);
+}
+
+TEST_F(PasswordChangeTest, EveryCodeIsReachable) {
+  EXPECT_EQ(Change(u"boss", u"a new secret", u"old"), host::ChangePasswordUnknownUser);
+  Provision();
+  EXPECT_EQ(Change(u"nobody", u"a new secret", u"old"), host::ChangePasswordUnknownUser);
+  EXPECT_EQ(Change(u"boss", u"a new secret", u"wrong"), host::ChangePasswordInvalidPassword);
+  EXPECT_EQ(Change(u"boss", u"short", kBossSecret), host::ChangePasswordInvalidLength);
+  EXPECT_EQ(Change(u"boss", u"PASSWORD", kBossSecret), host::ChangePasswordNotAccepted);
+  files.ReadOnly = true;
+  EXPECT_EQ(Change(u"boss", u"a new secret", kBossSecret), host::ChangePasswordUnableToSave);
+  files.ReadOnly = false;
+  crypto.Fails = true;
+  EXPECT_EQ(Change(u"boss", u"a new secret", kBossSecret), host::ChangePasswordCallFailed);
+  crypto.Fails = false;
+  EXPECT_EQ(Change(u"boss", u"a new secret", kBossSecret), host::ChangePasswordSucceeded);
+}
+
+TEST_F(PasswordChangeTest, TheLastFourPasswordsCannotBeUsedAgain) {
+  Provision();  // "provisioned secret", then the boss's own
+  EXPECT_EQ(Change(u"boss", kBossSecret, kBossSecret), host::ChangePasswordNotAccepted);
+  ASSERT_EQ(Change(u"boss", u"third secret", kBossSecret), host::ChangePasswordSucceeded);
+  ASSERT_EQ(Change(u"boss", u"fourth secret", u"third secret"), host::ChangePasswordSucceeded);
+  EXPECT_EQ(Change(u"boss", u"provisioned secret", u"fourth secret"),
+            host::ChangePasswordNotAccepted);
+  ASSERT_EQ(Change(u"boss", u"fifth secret", u"fourth secret"), host::ChangePasswordSucceeded);
+  EXPECT_EQ(Change(u"boss", kBossSecret, u"fifth secret"), host::ChangePasswordNotAccepted);
+  EXPECT_EQ(Change(u"boss", u"provisioned secret", u"fifth secret"), host::ChangePasswordSucceeded);
+  EXPECT_EQ(StoredRecord(u"boss").Passwords.size(), 4u);
+}
+
+TEST_F(PasswordChangeTest, WithoutHistoryThePasswordMayStay) {
+  Configure("password-history = 0\n");
+  Provision();
+  EXPECT_EQ(Change(u"boss", kBossSecret, kBossSecret), host::ChangePasswordSucceeded);
+  EXPECT_EQ(StoredRecord(u"boss").Passwords.size(), 1u);
+}
+
+TEST_F(PasswordChangeTest, ARefusedNewPasswordIsNoFailedAttempt) {
+  Provision();
+  for (int i = 0; i < 10; ++i)
+    EXPECT_EQ(Change(u"boss", u"short", kBossSecret), host::ChangePasswordInvalidLength);
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnSucceeded);
+}
+
+TEST_F(PasswordChangeTest, WrongCurrentPasswordsLockOutLikeWrongLogOns) {
+  Provision();
+  for (int i = 0; i < 5; ++i)
+    EXPECT_EQ(Change(u"boss", u"a new secret", u"wrong"), host::ChangePasswordInvalidPassword);
+  EXPECT_EQ(Change(u"boss", u"a new secret", kBossSecret), host::ChangePasswordNotAccepted);
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnTooManyFailedLogons);
+}
+
+TEST_F(PasswordChangeTest, ADeactivatedUserCannotChangeHisPassword) {
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret");
+  ASSERT_EQ(directory.SetUserActive(u"anna", 0), host::ModifyUserSucceeded);
+  EXPECT_EQ(Change(u"anna", u"a new secret", u"anna's secret"), host::ChangePasswordNotAccepted);
+}
+
+TEST_F(PasswordChangeTest, AnUnreadableStoreIsACallThatFailed) {
+  Provision();
+  files.Content(StorePath()) += "x";
+  const std::string damaged = files.Content(StorePath());
+  EXPECT_EQ(Change(u"boss", u"a new secret", kBossSecret), host::ChangePasswordCallFailed);
+  EXPECT_EQ(files.Content(StorePath()), damaged);
+  EXPECT_THAT(LastAuditLine(), testing::HasSubstr("text follows the end"));
+}
+
+}  // namespace
+}  // namespace krx::test

@@ -1,0 +1,215 @@
+#include <limits>
+
+#include "support/UserManagementTest.h"
+
+namespace krx::test {
+namespace {
+
+using UserChangeTest = UserManagementTest;
+
+TEST_F(UserChangeTest, ACreatedUserIsStoredWithEverything) {
+  ProvisionAndLogOn();
+  ASSERT_EQ(directory.CreateUser(Record(u"anna", u"anna's secret", u"Engineer")),
+            host::CreateUserSucceeded);
+  const StoredUser anna = StoredRecord(u"anna");
+  EXPECT_EQ(anna.FullName, u"Full anna");
+  EXPECT_EQ(anna.Comment, u"Comment on anna");
+  EXPECT_EQ(anna.ClassName, u"Engineer");
+  EXPECT_TRUE(anna.MustRenew);
+  EXPECT_FALSE(anna.Deactivated);
+  EXPECT_EQ(anna.PasswordChangedOn, clock.Seconds);
+  EXPECT_EQ(files.Content(StorePath()).find("anna's secret"), std::string::npos);
+}
+
+TEST_F(UserChangeTest, EveryCodeOfCreationIsReachable) {
+  EXPECT_EQ(directory.CreateUser(Record(u"anna")), host::CreateUserCallFailed);  // no store
+  Provision();
+  EXPECT_EQ(directory.CreateUser(Record(u"anna")), host::CreateUserCallFailed);  // nobody
+  ASSERT_EQ(LogOn(u"boss", kBossSecret), host::LogOnSucceeded);
+  EXPECT_EQ(directory.CreateUser(Record(u"anna", u"short")), host::CreateUserInvalidLength);
+  EXPECT_EQ(directory.CreateUser(Record(u"annabella", u"AnnaBella")),
+            host::CreateUserNotAccepted);
+  EXPECT_EQ(directory.CreateUser(Record(u"anna", u"first secret", u"Visitor")),
+            host::CreateUserCallFailed);
+  EXPECT_EQ(directory.CreateUser(Record(u"boss")), host::CreateUserExists);
+  EXPECT_EQ(directory.CreateUser(Record(u"BOSS")), host::CreateUserExists);
+  files.ReadOnly = true;
+  EXPECT_EQ(directory.CreateUser(Record(u"anna")), host::CreateUserUnableToSave);
+  files.ReadOnly = false;
+  EXPECT_EQ(directory.CreateUser(Record(u"anna")), host::CreateUserSucceeded);
+}
+
+TEST_F(UserChangeTest, EveryCodeOfModificationIsReachable) {
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret");
+  EXPECT_EQ(directory.ModifyUser(Record(u"nobody")), host::ModifyUserUnknownUser);
+  EXPECT_EQ(directory.ModifyUser(Record(u"anna", u"new secret", u"Visitor")),
+            host::ModifyUserUnknownClass);
+  EXPECT_EQ(directory.ModifyUser(Record(u"anna", u"short")), host::ModifyUserInvalidLength);
+  EXPECT_EQ(directory.ModifyUser(Record(u"anna", u"12345678")), host::ModifyUserNotAccepted);
+  EXPECT_EQ(directory.ModifyUser(Record(u"anna", u"anna's secret")), host::ModifyUserNotAccepted);
+  files.ReadOnly = true;
+  EXPECT_EQ(directory.ModifyUser(Record(u"anna", u"new secret")), host::ModifyUserUnableToSave);
+  files.ReadOnly = false;
+  EXPECT_EQ(directory.ModifyUser(Record(u"anna", u"new secret", u"Engineer")),
+            host::ModifyUserSucceeded);
+  EXPECT_EQ(directory.GetUserClass(u"anna").ClassName, u"Engineer");
+  EXPECT_EQ(LogOn(u"anna", u"new secret"), host::LogOnRenewPassword);
+  session.LogOffUser();
+  EXPECT_EQ(directory.ModifyUser(Record(u"anna", u"newer secret")), host::ModifyUserCallFailed);
+}
+
+TEST_F(UserChangeTest, EveryCodeOfRemovalIsReachable) {
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret");
+  EXPECT_EQ(directory.RemoveUser(u"nobody"), host::ModifyUserUnknownUser);
+  files.ReadOnly = true;
+  EXPECT_EQ(directory.RemoveUser(u"anna"), host::ModifyUserUnableToSave);
+  files.ReadOnly = false;
+  EXPECT_EQ(directory.RemoveUser(u"anna"), host::ModifyUserSucceeded);
+  EXPECT_FALSE(directory.GetUserClass(u"anna").Found);
+  session.LogOffUser();
+  EXPECT_EQ(directory.RemoveUser(u"boss"), host::ModifyUserCallFailed);
+}
+
+TEST_F(UserChangeTest, EveryCodeOfActivationIsReachable) {
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret");
+  EXPECT_EQ(directory.SetUserActive(u"nobody", 0), host::ModifyUserUnknownUser);
+  for (const std::int32_t active : {-1, 2, std::numeric_limits<std::int32_t>::min()})
+    EXPECT_EQ(directory.SetUserActive(u"anna", active), host::ModifyUserCallFailed) << active;
+  EXPECT_EQ(directory.GetUserInfo(u"anna").State, host::UserActive);
+  files.ReadOnly = true;
+  EXPECT_EQ(directory.SetUserActive(u"anna", 0), host::ModifyUserUnableToSave);
+  files.ReadOnly = false;
+  EXPECT_EQ(directory.SetUserActive(u"anna", 0), host::ModifyUserSucceeded);
+  EXPECT_EQ(directory.GetUserInfo(u"anna").State, host::UserDeactivated);
+  EXPECT_EQ(directory.SetUserActive(u"anna", 1), host::ModifyUserSucceeded);
+  EXPECT_EQ(directory.GetUserInfo(u"anna").State, host::UserActive);
+}
+
+TEST_F(UserChangeTest, DeactivatingDoesNotMakeAFirstPasswordLasting) {
+  ProvisionAndLogOn();
+  ASSERT_EQ(directory.CreateUser(Record(u"anna")), host::CreateUserSucceeded);
+  ASSERT_EQ(directory.SetUserActive(u"anna", 0), host::ModifyUserSucceeded);
+  ASSERT_EQ(directory.SetUserActive(u"anna", 1), host::ModifyUserSucceeded);
+  EXPECT_EQ(directory.GetUserInfo(u"anna").State, host::UserActiveChangePassword);
+}
+
+TEST_F(UserChangeTest, StatesOfARecordAreStored) {
+  ProvisionAndLogOn();
+  const std::pair<std::int32_t, std::int32_t> cases[] = {
+      {host::UserActive, host::CreateUserSucceeded},
+      {host::UserDeactivated, host::CreateUserSucceeded},
+      {host::UserLocked, host::CreateUserCallFailed},
+      {host::UserActiveChangePassword, host::CreateUserSucceeded},
+      {4, host::CreateUserCallFailed},
+      {-1, host::CreateUserCallFailed},
+  };
+  for (const auto& [state, result] : cases) {
+    host::UserRecord record = Record(u"user " + ToString(state));
+    record.State = state;
+    EXPECT_EQ(directory.CreateUser(record), result) << state;
+    if (result == host::CreateUserSucceeded) {
+      EXPECT_EQ(directory.GetUserInfo(record.Name).State, state);
+    }
+  }
+}
+
+TEST_F(UserChangeTest, TheDateIsTheDayFromWhichThePasswordAges) {
+  ProvisionAndLogOn();
+  host::UserRecord record = Record(u"anna");
+  record.Date = 45'000.75;
+  ASSERT_EQ(directory.CreateUser(record), host::CreateUserSucceeded);
+  EXPECT_EQ(directory.GetUserInfo(u"anna").PasswordChangedOn, 45'000);
+  for (const double date : {-1.0, 3e6, std::numeric_limits<double>::quiet_NaN(),
+                            std::numeric_limits<double>::infinity()}) {
+    record = Record(u"berta");
+    record.Date = date;
+    EXPECT_EQ(directory.CreateUser(record), host::CreateUserCallFailed) << date;
+  }
+}
+
+TEST_F(UserChangeTest, NamesThatNobodyCouldTellApartAreRefused) {
+  ProvisionAndLogOn();
+  for (const String& name :
+       {String(), String(u" anna"), String(u"anna "), String(u"an\tna"), String(u"an\nna"),
+        String(65, u'a'), String(1, u'\xD800')}) {
+    EXPECT_EQ(directory.CreateUser(Record(name)), host::CreateUserCallFailed) << ToUtf8(name);
+  }
+  EXPECT_EQ(directory.CreateUser(Record(String(64, u'a'))), host::CreateUserSucceeded);
+  EXPECT_EQ(directory.CreateUser(Record(u"J\u00FCrgen")), host::CreateUserSucceeded);
+  EXPECT_EQ(directory.CreateUser(Record(u"J\u00DCRGEN")), host::CreateUserExists);
+}
+
+TEST_F(UserChangeTest, DescriptionsOfAnyTextSurvive) {
+  ProvisionAndLogOn();
+  host::UserRecord record = Record(u"anna");
+  record.FullName = u"Anna\t\"\\u0041\" \u0416 \U0001F600";
+  record.Comment = String(u"line 1\r\nline 2\0end", 18);
+  ASSERT_EQ(directory.CreateUser(record), host::CreateUserSucceeded);
+  const host::UserInfo info = directory.GetUserInfo(u"anna");
+  EXPECT_EQ(info.FullName, record.FullName);
+  EXPECT_EQ(info.Comment, record.Comment);
+  record = Record(u"berta");
+  record.Comment = String(1001, u'x');
+  EXPECT_EQ(directory.CreateUser(record), host::CreateUserCallFailed);
+  record.Comment = u"\xDC00";
+  EXPECT_EQ(directory.CreateUser(record), host::CreateUserCallFailed);
+}
+
+TEST_F(UserChangeTest, NobodySawsOffHisOwnBranch) {
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret", u"Administrator");
+  EXPECT_EQ(directory.RemoveUser(u"boss"), host::ModifyUserCallFailed);
+  EXPECT_EQ(directory.SetUserActive(u"boss", 0), host::ModifyUserCallFailed);
+  EXPECT_EQ(directory.ModifyUser(Record(u"boss", u"new secret", u"Operator")),
+            host::ModifyUserCallFailed);
+  host::UserRecord record = Record(u"boss", u"new secret", u"Administrator");
+  record.State = host::UserDeactivated;
+  EXPECT_EQ(directory.ModifyUser(record), host::ModifyUserCallFailed);
+  record.State = host::UserActiveChangePassword;
+  EXPECT_EQ(directory.ModifyUser(record), host::ModifyUserSucceeded);
+  EXPECT_TRUE(directory.GetCurrentUser().LoggedOn);
+}
+
+TEST_F(UserChangeTest, OfTwoAdministratorsWhoRemoveEachOtherOneRemains) {
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret", u"Administrator");
+  runtime::Session other_session;
+  runtime::UserManagement other{{files, crypto, clock}, folder, other_session};
+  ASSERT_EQ(runtime::LogOnService(other).LogOnUser(u"anna", Secret(u"anna's secret")),
+            host::LogOnSucceeded);
+  EXPECT_EQ(directory.RemoveUser(u"anna"), host::ModifyUserSucceeded);
+  EXPECT_EQ(runtime::UserDirectory(other).RemoveUser(u"boss"), host::ModifyUserCallFailed);
+  EXPECT_TRUE(directory.GetUserClass(u"boss").Found);
+}
+
+TEST_F(UserChangeTest, AHigherLevelThanTheAdministratorsCannotLeaveNone) {
+  Configure("administration-mode = 0\nclass = Operator | 10 | O\nclass = Administrator | 100 | A\n"
+            "class = Inspector | 200 | I\n");
+  Provision();
+  UserStore users = Stored();
+  StoredUser inspector = StoredRecord(u"boss");
+  inspector.Name = u"inspector";
+  inspector.ClassName = u"Inspector";
+  users.Add(inspector);
+  files.Content(StorePath()) = runtime::Serialize(users);
+  ASSERT_EQ(LogOn(u"inspector", kBossSecret), host::LogOnSucceeded);
+  EXPECT_EQ(directory.SetUserActive(u"boss", 0), host::ModifyUserSucceeded);
+  EXPECT_EQ(directory.SetUserActive(u"inspector", 0), host::ModifyUserCallFailed);
+}
+
+TEST_F(UserChangeTest, AFailureAfterTheSaveIsReportedAndTheChangeStands) {
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret");
+  files.Replacements.clear();
+  // Rules, lock, read, write, replace, last byte; the audit line is the seventh.
+  files.FailAt(7, false);
+  EXPECT_EQ(directory.RemoveUser(u"anna"), host::ModifyUserCallFailed);
+  EXPECT_FALSE(directory.GetUserClass(u"anna").Found);
+  EXPECT_EQ(files.Replacements.size(), 1u);
+}
+
+}  // namespace
+}  // namespace krx::test

@@ -1,0 +1,123 @@
+#include "support/PosixFiles.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <thread>
+
+#include "runtime/users/UserFailure.h"
+
+namespace krx::test {
+namespace {
+
+[[noreturn]] void Fail(const std::filesystem::path& file) {
+  const std::string reason = std::strerror(errno);
+  throw runtime::Failure(runtime::kFileFailure,
+                         file.u16string() + u": " + String(reason.begin(), reason.end()));
+}
+
+class Handle {
+ public:
+  Handle(const std::filesystem::path& file, int flags)
+      : file_(file), number_(open(file.c_str(), flags | O_CLOEXEC, 0600)) {}
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+  ~Handle() {
+    if (number_ >= 0) close(number_);
+  }
+  bool IsOpen() const { return number_ >= 0; }
+  int Get() const {
+    if (!IsOpen()) Fail(file_);
+    return number_;
+  }
+
+ private:
+  std::filesystem::path file_;
+  int number_;
+};
+
+class PosixLock : public runtime::FileLock {
+ public:
+  explicit PosixLock(const std::filesystem::path& file) : handle_(file, O_RDWR | O_CREAT) {
+    using std::chrono::steady_clock;
+    const auto end = steady_clock::now() + std::chrono::seconds(60);
+    while (flock(handle_.Get(), LOCK_EX | LOCK_NB) != 0) {
+      if (errno != EWOULDBLOCK || steady_clock::now() > end) Fail(file);
+      std::this_thread::sleep_for(std::chrono::microseconds(200));
+    }
+  }
+
+ private:
+  Handle handle_;
+};
+
+void WriteAll(const Handle& handle, const std::filesystem::path& file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = write(handle.Get(), bytes.data(), bytes.size());
+    if (written < 0) Fail(file);
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+}
+
+}  // namespace
+
+std::optional<std::string> PosixFiles::Read(const std::filesystem::path& file) {
+  const Handle handle(file, O_RDONLY);
+  if (!handle.IsOpen() && errno == ENOENT) return std::nullopt;
+  std::string content;
+  char part[65536];
+  for (;;) {
+    const ssize_t count = read(handle.Get(), part, sizeof part);
+    if (count < 0) Fail(file);
+    if (count == 0) return content;
+    content.append(part, static_cast<std::size_t>(count));
+  }
+}
+
+void PosixFiles::WriteFlushed(const std::filesystem::path& file, std::string_view bytes) {
+  BeforeStep();
+  const Handle handle(file, O_WRONLY | O_CREAT | O_TRUNC);
+  handle.Get();
+  BeforeStep();
+  WriteAll(handle, file, bytes.substr(0, bytes.size() / 2));
+  BeforeStep();
+  WriteAll(handle, file, bytes.substr(bytes.size() / 2));
+  BeforeStep();
+  if (fdatasync(handle.Get()) != 0) Fail(file);
+}
+
+void PosixFiles::Replace(const std::filesystem::path& from, const std::filesystem::path& to) {
+  BeforeStep();
+  if (rename(from.c_str(), to.c_str()) != 0) Fail(to);
+  BeforeStep();
+  const Handle folder(to.parent_path(), O_RDONLY | O_DIRECTORY);
+  if (fsync(folder.Get()) != 0) Fail(to.parent_path());
+}
+
+void PosixFiles::Append(const std::filesystem::path& file, std::string_view bytes) {
+  BeforeStep();
+  const Handle handle(file, O_WRONLY | O_CREAT | O_APPEND);
+  WriteAll(handle, file, bytes);
+  BeforeStep();
+  if (fdatasync(handle.Get()) != 0) Fail(file);
+}
+
+std::optional<char> PosixFiles::LastByte(const std::filesystem::path& file) {
+  const std::optional<std::string> content = Read(file);
+  if (!content || content->empty()) return std::nullopt;
+  return content->back();
+}
+
+void PosixFiles::Remove(const std::filesystem::path& file) {
+  BeforeStep();
+  if (unlink(file.c_str()) != 0 && errno != ENOENT) Fail(file);
+}
+
+std::unique_ptr<runtime::FileLock> PosixFiles::Lock(const std::filesystem::path& file) {
+  return std::make_unique<PosixLock>(file);
+}
+
+}  // namespace krx::test

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <map>
+#include <vector>
+
+#include "runtime/users/Files.h"
+
+namespace krx::test {
+
+// The machine stopped; thrown through the code under test, which must not catch it.
+struct MachineStopped {};
+
+// How much of what was written but not flushed is found after a power failure.
+enum class Tear { Nothing, FirstHalf, AllButLastByte, Zeros, Everything };
+
+// Files in memory that know what has reached the disk: every operation can fail, and the machine
+// can stop before and within each.
+class SimulatedFiles : public runtime::Files {
+ public:
+  std::optional<std::string> Read(const std::filesystem::path& file) override;
+  void WriteFlushed(const std::filesystem::path& file, std::string_view bytes) override;
+  void Replace(const std::filesystem::path& from, const std::filesystem::path& to) override;
+  void Append(const std::filesystem::path& file, std::string_view bytes) override;
+  std::optional<char> LastByte(const std::filesystem::path& file) override;
+  void Remove(const std::filesystem::path& file) override;
+  std::unique_ptr<runtime::FileLock> Lock(const std::filesystem::path& file) override;
+
+  // Stops the machine at the n-th step from now (1 is the next); 0: never.
+  void StopAt(int step) { stop_at_ = step, steps_ = 0; }
+  int Steps() const { return steps_; }
+  // The machine starts again. Without power failure only the process died, and what it wrote is
+  // there.
+  void Restart(bool power_failed, Tear tear);
+
+  // Lets the n-th operation from now raise Error, and with `for_good` all after it.
+  void FailAt(int operation, bool for_good) {
+    fail_at_ = operation, fails_for_good_ = for_good, operations_ = 0;
+  }
+  int Operations() const { return operations_; }
+
+  // What goes wrong within Replace besides.
+  enum class Halfway { No, OldFileGone, ReportedThoughDone, AlwaysOldFileGone };
+  Halfway ReplaceFails = Halfway::No;
+  bool ReadOnly = false;    // every write raises Error
+  bool Unreadable = false;  // every read of an existing file raises Error
+  int Held = 0;             // locks held at present
+
+  std::string& Content(const std::filesystem::path& file) { return files_[file].Visible; }
+  bool Exists(const std::filesystem::path& file) const { return files_.contains(file); }
+  // The contents that a file was given by Replace, in order.
+  std::vector<std::string> Replacements;
+
+ private:
+  struct File {
+    std::string Visible;
+    std::string Durable;
+  };
+
+  void Step();
+  void BeginOperation(const std::filesystem::path& file, bool writes);
+
+  std::map<std::filesystem::path, File> files_;
+  int steps_ = 0;
+  int stop_at_ = 0;
+  int operations_ = 0;
+  int fail_at_ = 0;
+  bool fails_for_good_ = false;
+};
+
+}  // namespace krx::test

@@ -1,0 +1,36 @@
+#include "support/TestCryptography.h"
+
+#include <openssl/evp.h>
+
+#include <mutex>
+
+#include "runtime/users/UserFailure.h"
+
+namespace krx::test {
+namespace {
+
+std::mutex random_guard;
+
+}  // namespace
+
+void TestCryptography::DeriveKey(std::span<const std::uint8_t> password,
+                                 std::span<const std::uint8_t> salt, std::uint32_t iterations,
+                                 std::span<std::uint8_t> key) {
+  ++Derivations;
+  Iterations += iterations;
+  if (Fails) throw runtime::Failure(runtime::kCryptographyFailure, u"no cryptography");
+  const char* const text = password.empty() ? "" : reinterpret_cast<const char*>(password.data());
+  if (PKCS5_PBKDF2_HMAC(text, static_cast<int>(password.size()), salt.data(),
+                        static_cast<int>(salt.size()), static_cast<int>(iterations), EVP_sha256(),
+                        static_cast<int>(key.size()), key.data()) != 1) {
+    throw runtime::Failure(runtime::kCryptographyFailure, u"the derivation failed");
+  }
+}
+
+void TestCryptography::FillRandom(std::span<std::uint8_t> bytes) {
+  const std::lock_guard lock(random_guard);
+  for (std::uint8_t& byte : bytes)
+    byte = static_cast<std::uint8_t>(random_() & 0xFF);
+}
+
+}  // namespace krx::test
