@@ -38,8 +38,12 @@ void LayOutRows(ui::Frame& frame, std::span<const InputRow> rows, Twips margin) 
     Skip([&] { label.AutoSize = true; });
     label.Left = left;
     label.Top = top;
-    Skip([&] { field.Height = 0; });
-    const Twips height = field.Height();
+    field.Height.Adopt(kUnmeasuredField);
+    Twips height = field.Height();
+    Skip([&] {
+      field.Height = 0;
+      height = field.Height();
+    });
     Skip([&] {
       field.Place(
           {left, top + label.Height() + kLabelToField, kFieldWidthInHeights * height, height});

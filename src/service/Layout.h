@@ -21,6 +21,7 @@ inline constexpr Twips kFieldWidthInHeights = 9;       // a field's width in its
 inline constexpr Twips kFrameToButtons = 15;           // from the frame down to the button row
 inline constexpr Twips kButtonWidthPerMinimum = 2.5f;  // narrowest button in ButtonMinHeights
 inline constexpr Twips kUnmeasuredLine = 195;          // a label whose text cannot be measured
+inline constexpr Twips kUnmeasuredField = 285;         // a field whose font cannot be measured
 
 // Height of the caption line: its text and the padding, 285, or the configured minimum.
 Twips CaptionHeight(Twips text_height, Twips minimum, Twips padding = kCaptionPadding);

@@ -34,6 +34,11 @@ class HeadlessPlatform : public ui::Platform {
   // What went against the expectations: a form that nobody expected, one that stayed open when its
   // script ended, an expected one that never came.
   std::vector<std::string> Complaints() const;
+  // Drops what is expected and complained of; for a call that a failure cut short.
+  void Forget() {
+    expected_.clear();
+    complaints_.clear();
+  }
 
   // The answer that the platform's own message box gets, and the boxes shown so far.
   struct Box {

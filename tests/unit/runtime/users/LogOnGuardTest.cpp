@@ -107,8 +107,7 @@ TEST_F(LogOnGuardTest, TheCountSurvivesTheProcess) {
   runtime::LogOnService others_log_on(other);
   EXPECT_EQ(others_log_on.LogOnUser(u"boss", Secret(u"wrong")), host::LogOnInvalidPassword);
   GuessWrong(u"boss", 1);
-  EXPECT_EQ(others_log_on.LogOnUser(u"boss", Secret(kBossSecret)),
-            host::LogOnTooManyFailedLogons);
+  EXPECT_EQ(others_log_on.LogOnUser(u"boss", Secret(kBossSecret)), host::LogOnTooManyFailedLogons);
 }
 
 TEST_F(LogOnGuardTest, WhoIsLockedOutCostsNoDerivation) {

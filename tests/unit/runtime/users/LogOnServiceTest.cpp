@@ -138,7 +138,7 @@ TEST_F(LogOnServiceTest, UnknownUsersCostWhatWrongPasswordsCost) {
 
 TEST_F(LogOnServiceTest, NobodyHasThePasswordOfAnUnknownUser) {
   Provision();
-  for (const StringView password : {u"", u"\0", u"password"})
+  for (const StringView password : {StringView(), StringView(u"\0", 1), StringView(u"password")})
     EXPECT_EQ(LogOn(u"nobody", password), host::LogOnUnknownUser);
 }
 

@@ -27,8 +27,7 @@ TEST_F(UserChangeTest, EveryCodeOfCreationIsReachable) {
   EXPECT_EQ(directory.CreateUser(Record(u"anna")), host::CreateUserCallFailed);  // nobody
   ASSERT_EQ(LogOn(u"boss", kBossSecret), host::LogOnSucceeded);
   EXPECT_EQ(directory.CreateUser(Record(u"anna", u"short")), host::CreateUserInvalidLength);
-  EXPECT_EQ(directory.CreateUser(Record(u"annabella", u"AnnaBella")),
-            host::CreateUserNotAccepted);
+  EXPECT_EQ(directory.CreateUser(Record(u"annabella", u"AnnaBella")), host::CreateUserNotAccepted);
   EXPECT_EQ(directory.CreateUser(Record(u"anna", u"first secret", u"Visitor")),
             host::CreateUserCallFailed);
   EXPECT_EQ(directory.CreateUser(Record(u"boss")), host::CreateUserExists);
@@ -132,9 +131,8 @@ TEST_F(UserChangeTest, TheDateIsTheDayFromWhichThePasswordAges) {
 
 TEST_F(UserChangeTest, NamesThatNobodyCouldTellApartAreRefused) {
   ProvisionAndLogOn();
-  for (const String& name :
-       {String(), String(u" anna"), String(u"anna "), String(u"an\tna"), String(u"an\nna"),
-        String(65, u'a'), String(1, u'\xD800')}) {
+  for (const String& name : {String(), String(u" anna"), String(u"anna "), String(u"an\tna"),
+                             String(u"an\nna"), String(65, u'a'), String(1, u'\xD800')}) {
     EXPECT_EQ(directory.CreateUser(Record(name)), host::CreateUserCallFailed) << ToUtf8(name);
   }
   EXPECT_EQ(directory.CreateUser(Record(String(64, u'a'))), host::CreateUserSucceeded);
@@ -186,8 +184,9 @@ TEST_F(UserChangeTest, OfTwoAdministratorsWhoRemoveEachOtherOneRemains) {
 }
 
 TEST_F(UserChangeTest, AHigherLevelThanTheAdministratorsCannotLeaveNone) {
-  Configure("administration-mode = 0\nclass = Operator | 10 | O\nclass = Administrator | 100 | A\n"
-            "class = Inspector | 200 | I\n");
+  Configure(
+      "administration-mode = 0\nclass = Operator | 10 | O\nclass = Administrator | 100 | A\n"
+      "class = Inspector | 200 | I\n");
   Provision();
   UserStore users = Stored();
   StoredUser inspector = StoredRecord(u"boss");

@@ -111,11 +111,6 @@ std::optional<char> PosixFiles::LastByte(const std::filesystem::path& file) {
   return content->back();
 }
 
-void PosixFiles::Remove(const std::filesystem::path& file) {
-  BeforeStep();
-  if (unlink(file.c_str()) != 0 && errno != ENOENT) Fail(file);
-}
-
 std::unique_ptr<runtime::FileLock> PosixFiles::Lock(const std::filesystem::path& file) {
   return std::make_unique<PosixLock>(file);
 }

@@ -14,7 +14,6 @@ class PosixFiles : public runtime::Files {
   void Replace(const std::filesystem::path& from, const std::filesystem::path& to) override;
   void Append(const std::filesystem::path& file, std::string_view bytes) override;
   std::optional<char> LastByte(const std::filesystem::path& file) override;
-  void Remove(const std::filesystem::path& file) override;
   std::unique_ptr<runtime::FileLock> Lock(const std::filesystem::path& file) override;
 
   // Runs before every single system call that changes something.

@@ -100,11 +100,6 @@ std::optional<char> SimulatedFiles::LastByte(const std::filesystem::path& file) 
   return content->back();
 }
 
-void SimulatedFiles::Remove(const std::filesystem::path& file) {
-  BeginOperation(file, true);
-  files_.erase(file);
-}
-
 std::unique_ptr<runtime::FileLock> SimulatedFiles::Lock(const std::filesystem::path& file) {
   BeginOperation(file, false);
   if (Held > 0) throw std::logic_error("the store is held twice");

@@ -22,7 +22,6 @@ class SimulatedFiles : public runtime::Files {
   void Replace(const std::filesystem::path& from, const std::filesystem::path& to) override;
   void Append(const std::filesystem::path& file, std::string_view bytes) override;
   std::optional<char> LastByte(const std::filesystem::path& file) override;
-  void Remove(const std::filesystem::path& file) override;
   std::unique_ptr<runtime::FileLock> Lock(const std::filesystem::path& file) override;
 
   // Stops the machine at the n-th step from now (1 is the next); 0: never.
@@ -46,6 +45,10 @@ class SimulatedFiles : public runtime::Files {
   int Held = 0;             // locks held at present
 
   std::string& Content(const std::filesystem::path& file) { return files_[file].Visible; }
+  // A file that has been on the disk for long.
+  void Put(const std::filesystem::path& file, const std::string& bytes) {
+    files_[file] = {bytes, bytes};
+  }
   bool Exists(const std::filesystem::path& file) const { return files_.contains(file); }
   // The contents that a file was given by Replace, in order.
   std::vector<std::string> Replacements;

@@ -22,6 +22,7 @@ class TestCryptography : public runtime::Cryptography {
   std::atomic<int> Derivations = 0;
   std::atomic<std::uint64_t> Iterations = 0;
   std::atomic<bool> Fails = false;
+  bool IsQuick = false;  // one iteration, whatever is asked for: where only the course matters
 
  private:
   std::mt19937 random_{1};

@@ -42,9 +42,7 @@ class UserManagementTest : public testing::Test {
 
   UserManagementTest() { Configure(""); }
 
-  void Configure(const std::string& lines) {
-    files.Content(folder / "users.conf") = kQuick + lines;
-  }
+  void Configure(const std::string& lines) { files.Put(folder / "users.conf", kQuick + lines); }
 
   // Creates the store; the administrator has renewed his password but is not logged on.
   void Provision() {
