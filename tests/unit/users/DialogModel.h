@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <random>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -125,6 +124,9 @@ class RandomOperator {
   // Acts until the dialog closes; gives it up after a while. Returns the first difference found.
   std::string Run(headless::Operator& op) {
     trace_.clear();
+    controls_.clear();
+    for (const DialogModel::Item& item : model_.Items())
+      controls_.push_back(&op.Get(item.Name));
     model_.Shown();
     std::string difference = Difference(op);
     for (int acts = 0; difference.empty() && model_.Open(); ++acts) {
@@ -139,7 +141,7 @@ class RandomOperator {
   }
 
  private:
-  static constexpr int kMostActs = 25;
+  static constexpr int kMostActs = 20;
   using Kind = DialogModel::Kind;
 
   void Act(headless::Operator& op) {
@@ -250,24 +252,35 @@ class RandomOperator {
   }
 
   std::string Difference(headless::Operator& op) const {
-    std::ostringstream out;
-    if (op.Form().Visible() != model_.Open()) out << " open";
-    if (op.Focus() != model_.Focused().Name) {
-      out << " focus " << ToUtf8(op.Focus()) << " not " << ToUtf8(model_.Focused().Name);
+    const ui::Control* const focus = op.Form().ActiveControl();
+    std::string found;
+    if (op.Form().Visible() != model_.Open()) found += " open";
+    if (!focus || focus->Name() != model_.Focused().Name) {
+      found += " focus " + ToUtf8(op.Focus()) + " not " + ToUtf8(model_.Focused().Name);
     }
-    for (const DialogModel::Item& item : model_.Items()) {
-      const ui::Control& control = op.Get(item.Name);
-      if (control.Enabled() != item.Enabled) out << " enabled " << ToUtf8(item.Name);
-      if (item.Kind == Kind::Key) continue;
-      const auto* const secret = dynamic_cast<const ui::PasswordBox*>(&control);
-      const String text = secret ? String(secret->Text().View()) : control.DisplayedText();
-      if (text != item.Text) out << " text of " << ToUtf8(item.Name) << ": " << ToUtf8(text);
+    for (std::size_t i = 0; i < controls_.size(); ++i) {
+      const DialogModel::Item& item = model_.Items()[i];
+      if (controls_[i]->Enabled() != item.Enabled) found += " enabled " + ToUtf8(item.Name);
+      if (item.Kind != Kind::Key && TextOf(*controls_[i]) != item.Text) {
+        found += " text of " + ToUtf8(item.Name) + ": " + ToUtf8(TextOf(*controls_[i]));
+      }
     }
-    return out.str();
+    return found;
+  }
+  static StringView TextOf(const ui::Control& control) {
+    switch (control.Kind()) {
+      case ui::Kind::TextBox:
+        return static_cast<const ui::TextBox&>(control).Text();
+      case ui::Kind::PasswordBox:
+        return static_cast<const ui::PasswordBox&>(control).Text().View();
+      default:
+        return static_cast<const ui::KRXComboBox&>(control).Text();
+    }
   }
 
   DialogModel& model_;
   Random& random_;
+  std::vector<const ui::Control*> controls_;  // of the form shown, in the order of the model's
   std::string trace_;
 };
 

@@ -86,7 +86,8 @@ TEST_F(ProvisioningTest, GeneratedPasswordsSatisfyTheRulesAndDiffer) {
 TEST_F(ProvisioningTest, EveryLetterOfGeneratedPasswordsIsAsLikely) {
   std::map<char16_t, int> counts;
   for (int i = 0; i < 2000; ++i) {
-    for (const char16_t unit : runtime::GeneratePassword(crypto, runtime::UserRules()).View())
+    const Password generated = runtime::GeneratePassword(crypto, runtime::UserRules());
+    for (const char16_t unit : generated.View())
       ++counts[unit];
   }
   counts.erase(u'-');

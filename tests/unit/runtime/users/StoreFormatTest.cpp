@@ -93,8 +93,19 @@ TEST(StoreFormatTest, EveryPrefixIsRefused) {
     ASSERT_TRUE(IsRefused(std::string_view(bytes).substr(0, length))) << length;
 }
 
-TEST(StoreFormatTest, EveryChangeOfASingleByteIsRefused) {
+TEST(StoreFormatTest, EveryFlippedBitIsRefused) {
   const std::string bytes = Serialize(TwoUsers());
+  for (std::size_t at = 0; at < bytes.size(); ++at) {
+    for (int bit = 0; bit < 8; ++bit) {
+      std::string damaged = bytes;
+      damaged[at] = static_cast<char>(damaged[at] ^ (1 << bit));
+      ASSERT_TRUE(IsRefused(damaged)) << at << " " << bit;
+    }
+  }
+}
+
+TEST(StoreFormatTest, EveryOtherByteAtAnyPlaceIsRefused) {
+  const std::string bytes = Serialize(UserStore());
   for (std::size_t at = 0; at < bytes.size(); ++at) {
     for (int change = 1; change < 256; ++change) {
       std::string damaged = bytes;
@@ -168,7 +179,7 @@ TEST(StoreFormatTest, RandomBytesAreRefusedOrReadAsWritten) {
                                 "\n",       kHashText,
                                 "user\t",   "0",
                                 "\\u",      "\xC3\xA4"};
-  for (int run = 0; run < 100'000; ++run) {
+  for (int run = 0; run < 30'000; ++run) {
     std::string bytes;
     const int parts = static_cast<int>(random() % 12);
     for (int i = 0; i < parts; ++i) {
