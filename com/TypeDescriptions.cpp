@@ -1,15 +1,12 @@
 #include "com/TypeDescriptions.h"
 
-#include <array>
+#include <utility>
 
 #include "com/Failure.h"
 
 namespace krx::com {
 
 namespace {
-
-constexpr std::array kKinds{INVOKE_PROPERTYPUT, INVOKE_PROPERTYPUTREF, INVOKE_FUNC,
-                            INVOKE_PROPERTYGET};
 
 VARTYPE ResolveUserType(ITypeInfo& owner, HREFTYPE reference) {
   ComPtr<ITypeInfo> type;
@@ -37,15 +34,15 @@ bool IsInterface(VARTYPE type) {
 
 }  // namespace
 
+// Walks the functions: the platforms do not agree on whether a search by identifier counts the
+// inherited ones.
 FunctionDescription::FunctionDescription(ITypeInfo& owner, DISPID member, WORD flags)
     : owner_(&owner) {
-  const auto search = owner_.As<ITypeInfo2>();
-  if (!search) return;
-  for (const INVOKEKIND kind : kKinds) {
-    UINT index = 0;
-    if (!(flags & kind) || FAILED(search->GetFuncIndexOfMemId(member, kind, &index))) continue;
-    if (SUCCEEDED(owner_->GetFuncDesc(index, &function_))) return;
+  for (UINT index = 0; SUCCEEDED(owner_->GetFuncDesc(index, &function_)); ++index) {
+    if (function_->memid == member && (function_->invkind & flags)) return;
+    owner_->ReleaseFuncDesc(std::exchange(function_, nullptr));
   }
+  function_ = nullptr;
 }
 
 FunctionDescription::~FunctionDescription() {
