@@ -92,8 +92,11 @@ void RemoveFrom(const Scope& scope, const Component& component) {
   DeleteClasses(scope.Root, component);
   const HRESULT removed =
       scope.Remove(component.TypeLibrary, kMajor, kMinor, LOCALE_NEUTRAL, kSystem);
-  // What the platform answers for a type library that is not registered.
-  if (removed != TYPE_E_REGISTRYACCESS && removed != TYPE_E_LIBNOTREGISTERED) Check(removed);
+  // What the platforms answer for a type library that is not registered.
+  for (const HRESULT absent : {TYPE_E_REGISTRYACCESS, TYPE_E_LIBNOTREGISTERED, E_INVALIDARG}) {
+    if (removed == absent) return;
+  }
+  Check(removed);
 }
 
 // Classes first: they need the same rights as the type library, and are refused before anything
