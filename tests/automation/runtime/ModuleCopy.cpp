@@ -1,8 +1,3 @@
-#include <ole2.h>
-
-// The identifiers of classes and interfaces are defined here, once for the program.
-#include <initguid.h>
-
 #include "ModuleCopy.h"
 
 #include <fstream>
