@@ -19,9 +19,10 @@ com::ComPtr<Interface> CreateService(REFCLSID id, StringView name) {
   const HRESULT status = CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER,
                                           __uuidof(Interface), service.PutVoid());
   if (SUCCEEDED(status)) return service;
-  throw Error(static_cast<std::uint32_t>(status), u"The runtime's class " + String(name) +
-                                                      u" cannot be created: " +
-                                                      com::SystemMessage(status));
+  const String what = status == REGDB_E_CLASSNOTREG
+                          ? String(u" is not registered")
+                          : u" cannot be created: " + com::SystemMessage(status);
+  throw Error(static_cast<std::uint32_t>(status), u"The runtime's class " + String(name) + what);
 }
 
 class TextServiceAdapter : public host::TextService {
