@@ -120,17 +120,21 @@ const View kViews[] = {
      {u"SelectedDirectory", u"FileType", u"Drive", u"Open", u"Save", u"Cancel"}},
 };
 
+std::string ReadFile(const std::string& path) {
+  std::ostringstream bytes;
+  bytes << std::ifstream(KRX_CHECKOUT "/" + path, std::ios::binary).rdbuf();
+  return bytes.str();
+}
+
+TextTable Load(const std::string& language) {
+  TextTable table;
+  table.Add(String(language.begin(), language.end()),
+            ReadFile("runtime/texts/" + language + ".txt"));
+  return table;
+}
+
 class RuntimeTextsTest : public testing::TestWithParam<const char*> {
  protected:
-  static TextTable Load(const std::string& language) {
-    const std::string file = std::string(KRX_TEXTS_FOLDER) + "/" + language + ".txt";
-    std::ostringstream bytes;
-    bytes << std::ifstream(file, std::ios::binary).rdbuf();
-    TextTable table;
-    table.Add(String(language.begin(), language.end()), bytes.view());
-    return table;
-  }
-
   String Text(StringView key, std::int32_t group) const {
     const String* text = table_.Find(key, group);
     return text == nullptr ? String() : *text;
@@ -207,10 +211,7 @@ INSTANTIATE_TEST_SUITE_P(Languages, RuntimeTextsTest, testing::Values("de", "en"
 
 // The captions of the designs are the German texts.
 TEST(GermanTexts, AreTheCaptionsOfTheDesigns) {
-  std::ostringstream bytes;
-  bytes << std::ifstream(KRX_TEXTS_FOLDER "/de.txt", std::ios::binary).rdbuf();
-  TextTable table;
-  table.Add(u"de", bytes.view());
+  const TextTable table = Load("de");
   const std::pair<StringView, StringView> captions[] = {
       {u"lblName", u"&Name"},
       {u"lblFullName", u"&Vollst\u00E4ndiger Name"},
@@ -228,6 +229,15 @@ TEST(GermanTexts, AreTheCaptionsOfTheDesigns) {
   for (const auto& [key, caption] : captions) {
     ASSERT_NE(nullptr, table.Find(key, kUser)) << ToUtf8(key);
     EXPECT_EQ(caption, *table.Find(key, kUser));
+  }
+}
+
+TEST(IntegratorsManual, ExplainsEveryKey) {
+  const std::string manual = ReadFile("docs/integration.md");
+  for (const auto& keys : {kUserKeys, kDialogKeys}) {
+    for (const String& key : keys) {
+      EXPECT_NE(std::string::npos, manual.find("`" + ToUtf8(key) + "`")) << ToUtf8(key);
+    }
   }
 }
 
