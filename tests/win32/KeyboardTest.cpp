@@ -92,35 +92,19 @@ TEST(Keyboard, ALetterIsInputWhileAnInputBoxHasTheFocus) {
 TEST(Keyboard, AKeyHeldDownFromBeforeAnswersNothing) {
   for (const WORD key : {WORD{VK_RETURN}, WORD{VK_SPACE}, WORD{VK_ESCAPE}, WORD{'F'}}) {
     win32::Win32Platform platform;
-    TestForm first(platform, u"FFirst");
-    first.keyOne.KeyDown = [&](int& code, int) {
-      code = 0;
-      first.Unload();
-    };
-    TestForm second(platform, u"FSecond");
-    std::atomic<int> repeats = 0;
-    second.keyOne.KeyUp = [&](int& code, int) {
-      if (code == 'M') ++repeats;
-    };
-    RunWith(
-        [&] {
-          first.ShowModal();
-          second.ShowModal();
-        },
-        [&](Person& person) {
-          person.AwaitForm(u"FFirst");
-          person.Down(key);
-          const HWND window = person.AwaitForm(u"FSecond");
-          for (int i = 0; i < 5; ++i)
-            person.Down(key);
-          // The queue is in order: when this key has arrived, the repeats have.
-          person.Press('M');
-          person.Await([&] { return repeats > 0; }, "the key behind the repeats");
-          EXPECT_TRUE(IsWindowVisible(window));
-          person.Up(key);
-          person.Press(key);
-        });
-    EXPECT_EQ(second.Clicks, 1) << key;
+    TestForm form(platform);
+    std::atomic<int> behind = 0;
+    form.keyOne.KeyUp = [&](int& code, int) { behind += code == 'M'; };
+    ShowWith(form, [&](Person& person) {
+      const HWND window = person.AwaitForm(u"FTest");
+      person.Repeat(window, key, 5);
+      // Posted messages come before input, so when this key has arrived, the repeats have.
+      person.Press('M');
+      person.Await([&] { return behind > 0; }, "the key behind the repeats");
+      EXPECT_TRUE(IsWindowVisible(window));
+      person.Press(key);
+    });
+    EXPECT_EQ(form.Clicks, 1) << key;
   }
 }
 

@@ -22,7 +22,7 @@ struct Desk {
   }
 };
 
-TEST(MessageBox, EveryButtonIsClickedByName) {
+TEST(FMessageBox, EveryButtonIsClickedByName) {
   constexpr int kYesNoCancel = 3;
   const std::pair<StringView, int> answers[] = {
       {u"keyButton(0)", 6}, {u"keyButton(1)", 7}, {u"keyButton(2)", 2}, {u"keyClose", 6}};
@@ -41,7 +41,7 @@ TEST(MessageBox, EveryButtonIsClickedByName) {
   }
 }
 
-TEST(MessageBox, OnlyVisibleControlsHaveWindows) {
+TEST(FMessageBox, OnlyVisibleControlsHaveWindows) {
   Desk desk;
   RunWith([&] { desk.Dialog->KRMsgBox(u"Text"); },
           [](Person& person) {
@@ -55,7 +55,7 @@ TEST(MessageBox, OnlyVisibleControlsHaveWindows) {
           });
 }
 
-TEST(MessageBox, TheHelpKeyLeavesTheBoxOpen) {
+TEST(FMessageBox, TheHelpKeyLeavesTheBoxOpen) {
   Desk desk;
   int got = 0;
   RunWith([&] { got = desk.Dialog->KRMsgBox(u"Text", 4, u"Title", u"help"); },
@@ -72,7 +72,7 @@ TEST(MessageBox, TheHelpKeyLeavesTheBoxOpen) {
   EXPECT_EQ(got, 7);
 }
 
-TEST(MessageBox, IsDraggedByItsCaptionLine) {
+TEST(FMessageBox, IsDraggedByItsCaptionLine) {
   Desk desk;
   RunWith([&] { desk.Dialog->KRMsgBox(u"A text that makes the box wide enough", 0, u"Title"); },
           [](Person& person) {
@@ -91,7 +91,7 @@ TEST(MessageBox, IsDraggedByItsCaptionLine) {
           });
 }
 
-TEST(MessageBox, ActivatesItselfAfterItsSeconds) {
+TEST(FMessageBox, ActivatesItselfAfterItsSeconds) {
   Desk desk;
   service::FreeButtons extra;
   extra.Button1 = u"Go";

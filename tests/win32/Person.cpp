@@ -95,12 +95,19 @@ HWND Person::Control(HWND form, StringView name) {
   return found;
 }
 
+Person::~Person() {
+  while (!down_.empty())
+    Up(*down_.begin());
+}
+
 void Person::Down(WORD key) {
+  down_.insert(key);
   INPUT input = KeyInput(key, 0);
   SendInput(1, &input, sizeof input);
 }
 
 void Person::Up(WORD key) {
+  down_.erase(key);
   INPUT input = KeyInput(key, KEYEVENTF_KEYUP);
   SendInput(1, &input, sizeof input);
 }
@@ -112,20 +119,43 @@ void Person::Press(WORD key, WORD held) {
   if (held) Up(held);
 }
 
-void Person::Click(HWND window) {
-  const POINT at = Middle(window);
+void Person::Repeat(HWND form, WORD key, int times) {
+  constexpr LPARAM kWasDown = 1L << 30;
+  const LPARAM scan = static_cast<LPARAM>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC)) << 16;
+  for (int i = 0; i < times; ++i)
+    PostMessageW(FocusOf(form), WM_KEYDOWN, key, kWasDown | scan | 1);
+}
+
+// The window system may still report where the pointer was before; it must have come to rest.
+void Person::MoveTo(POINT at) {
+  constexpr int kRest = 4;
+  int rested = 0;
   SetCursorPos(at.x, at.y);
+  Await(
+      [&] {
+        POINT now{};
+        GetCursorPos(&now);
+        const bool there = now.x == at.x && now.y == at.y;
+        if (!there) SetCursorPos(at.x, at.y);
+        rested = there ? rested + 1 : 0;
+        return rested == kRest;
+      },
+      "the pointer");
+}
+
+void Person::Click(HWND window) {
+  MoveTo(Middle(window));
   Mouse(MOUSEEVENTF_LEFTDOWN);
   Mouse(MOUSEEVENTF_LEFTUP);
 }
 
 void Person::Drag(HWND window, int dx, int dy) {
   const POINT at = Middle(window);
-  SetCursorPos(at.x, at.y);
+  MoveTo(at);
   Mouse(MOUSEEVENTF_LEFTDOWN);
   constexpr int kSteps = 7;  // no divisor of usual distances, so every step rounds
   for (int i = 1; i <= kSteps; ++i)
-    SetCursorPos(at.x + dx * i / kSteps, at.y + dy * i / kSteps);
+    MoveTo({at.x + dx * i / kSteps, at.y + dy * i / kSteps});
   Mouse(MOUSEEVENTF_LEFTUP);
 }
 

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <set>
 #include <string>
 
 #include "base/String.h"
@@ -18,6 +19,8 @@ bool Within(const std::function<bool()>& condition);
 // within the time limit is a complaint (std::runtime_error).
 class Person {
  public:
+  // Lets go of every key, so a failure does not spoil what follows.
+  ~Person();
   // The visible top-level window that carries this name, once it has the focus.
   HWND AwaitForm(StringView name);
   HWND Control(HWND form, StringView name);
@@ -26,10 +29,17 @@ class Person {
   void Press(WORD key, WORD held = 0);
   void Down(WORD key);
   void Up(WORD key);
+  // Key-down messages of a key that has been held down for some time.
+  void Repeat(HWND form, WORD key, int times);
   void Click(HWND window);
   void Drag(HWND window, int dx, int dy);
   void AwaitFocus(HWND window);
   void Await(const std::function<bool()>& condition, const std::string& what);
+
+ private:
+  void MoveTo(POINT at);
+
+  std::set<WORD> down_;
 };
 
 // Name that a window carries; empty without one.

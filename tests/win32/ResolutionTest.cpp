@@ -68,7 +68,7 @@ class EveryResolution : public testing::TestWithParam<DWORD> {};
 
 TEST_P(EveryResolution, ShowsFormsOfTheRightSizeThatCanBeWorkedWith) {
   const DesktopResolution resolution(GetParam());
-  EXPECT_EQ(RunSelf(L"Resolution.*:Measuring.*:Windows.*:MessageBox.*", GetParam()), 0u);
+  EXPECT_EQ(RunSelf(L"Resolution.*:Measuring.*:Windows.*:FMessageBox.*", GetParam()), 0u);
 }
 
 INSTANTIATE_TEST_SUITE_P(Dpi, EveryResolution, testing::Values(96, 120, 144, 192));

@@ -13,7 +13,7 @@ constexpr ui::Color kSystemColorFlag = 0x80000000u;
 
 String ReadCloseWord() {
   // Only a window with a system menu knows the word; one that is never shown will do.
-  const HWND window = CreateWindowExW(0, kPaneClass, L"", WS_OVERLAPPEDWINDOW, 0, 0, 0, 0,
+  const HWND window = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW, 0, 0, 0, 0,
                                       HWND_MESSAGE, nullptr, ThisModule(), nullptr);
   std::array<wchar_t, 64> text{};
   const int length = GetMenuStringW(GetSystemMenu(window, FALSE), SC_CLOSE, text.data(),
