@@ -6,8 +6,8 @@
 
 namespace krx::com {
 
-// Where classes are registered, for the machine and for the user alone; a test hands in its own
-// keys.
+// Where classes are registered, for the machine and for the user alone. A test hands in its own
+// keys, or null for a place that refuses every write.
 struct RegistryRoots {
   HKEY Machine = HKEY_LOCAL_MACHINE;
   HKEY User = HKEY_CURRENT_USER;

@@ -5,6 +5,7 @@
 namespace krx::com {
 
 RegistryKey::RegistryKey(HKEY parent, const std::wstring& path) {
+  if (!parent) Check(E_ACCESSDENIED);
   const LSTATUS status = RegCreateKeyExW(parent, path.c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE,
                                          nullptr, &key_, nullptr);
   Check(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));
@@ -18,6 +19,7 @@ void RegistryKey::Set(const wchar_t* name, const std::wstring& value) const {
 }
 
 void DeleteKey(HKEY parent, const std::wstring& path) {
+  if (!parent) return;
   const LSTATUS status = RegDeleteTreeW(parent, path.c_str());
   if (status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND) return;
   Check(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));

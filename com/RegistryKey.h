@@ -6,7 +6,8 @@
 
 namespace krx::com {
 
-// An open registry key. Every failure is raised as Error with the system's status.
+// An open registry key. A null parent is a place without rights and without keys. Every failure is
+// raised as Error with the system's status.
 class RegistryKey {
  public:
   // Creates the key, or opens it when it exists already.
