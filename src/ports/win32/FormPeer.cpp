@@ -18,7 +18,7 @@ constexpr DWORD kStyle = WS_POPUP | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
 }  // namespace
 
 FormPeer::FormPeer(Toolkit& toolkit, ui::Form& form) : toolkit_(toolkit), form_(form) {
-  const Screen screen = Screen::Of(WindowInUse());
+  const Screen& screen = toolkit.OpeningScreen();
   scale_ = screen.Scale;
   place_ = Centred(screen.WorkArea, WindowSize());
   Create({kFormClass, kStyle, WS_EX_CONTROLPARENT, Wide(form.Caption()), place_, toolkit.Owner()},

@@ -84,10 +84,10 @@ void KeyPeer::Draw(const DRAWITEMSTRUCT& item) const {
   DrawFocusRect(item.hDC, &area);
 }
 
-// Two diagonals as thick as an eighth of the cross, drawn line beside line so that they stay crisp.
+// Two diagonals about a fifth of the cross thick, drawn line beside line so that they stay crisp.
 void KeyPeer::DrawCross(HDC dc, const RECT& area, COLORREF color) const {
   const int size = key_.Picture().Pixels * form_.Scale().Dpi / picture_scale_.Dpi;
-  const int thickness = std::max(2, size / 8);
+  const int thickness = std::max(2, size * 3 / 16);
   const int length = size - thickness + 1;
   const int left = (area.left + area.right - size) / 2;
   const int top = (area.top + area.bottom - length) / 2;

@@ -11,12 +11,14 @@ ModalLoop::ModalLoop(Toolkit& toolkit, FormPeer& peer)
       active_before_(GetActiveWindow()),
       focus_before_(active_before_ ? GetFocus() : nullptr) {
   toolkit_.Loops.push_back(this);
+  toolkit_.ForgetScreen();
   DisableOthers();
 }
 
 ModalLoop::~ModalLoop() {
   Close();
   std::erase(toolkit_.Loops, this);
+  toolkit_.ForgetScreen();
   peer_.Remove();
   // The quit message was meant for the thread's own loop; until it is posted again, the windows
   // above must be gone, because a message loop in their closing would take it.

@@ -9,6 +9,7 @@ namespace krx::win32 {
 
 namespace {
 
+constexpr ULONGLONG kScreenKnown = 50;  // milliseconds
 constexpr ui::Color kSystemColorFlag = 0x80000000u;
 
 String ReadCloseWord() {
@@ -27,6 +28,17 @@ String ReadCloseWord() {
 }  // namespace
 
 Toolkit::Toolkit() : classes_(&WindowPeer::Procedure) {}
+
+// A dialog that lays itself out asks dozens of times, and each answer costs the system a look at
+// all of its monitors.
+const Screen& Toolkit::OpeningScreen() {
+  const ULONGLONG now = GetTickCount64();
+  if (now >= screen_known_until_) {
+    screen_ = Screen::Of(WindowInUse());
+    screen_known_until_ = now + kScreenKnown;
+  }
+  return screen_;
+}
 
 const String& Toolkit::CloseWord() {
   if (close_word_.empty()) close_word_ = ReadCloseWord();

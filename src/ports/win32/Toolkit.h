@@ -21,6 +21,11 @@ class Toolkit {
   std::vector<ModalLoop*> Loops;  // running now, the innermost one last
   HCURSOR Pointer = nullptr;      // null: every window shows its own
 
+  // The monitor on which the next form opens: that of the window in use.
+  const Screen& OpeningScreen();
+  // Activation moved, so the next form may open elsewhere.
+  void ForgetScreen() { screen_known_until_ = 0; }
+
   // The system's own word for closing a window, for controls that show a cross instead.
   const String& CloseWord();
   // Window that a new form or box belongs to: the thread's active window, or else the innermost
@@ -30,6 +35,8 @@ class Toolkit {
  private:
   WindowClasses classes_;
   String close_word_;
+  Screen screen_;
+  ULONGLONG screen_known_until_ = 0;  // in ticks of the system
 };
 
 // Red-green-blue value of a colour; system colours are looked up now.

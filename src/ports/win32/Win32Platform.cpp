@@ -25,26 +25,26 @@ Win32Platform::~Win32Platform() = default;
 
 Size Win32Platform::MeasureText(const Font& font, StringView text) {
   const DpiScope scope;
-  const Scale scale = Screen::Of(WindowInUse()).Scale;
+  const Scale scale = toolkit_->OpeningScreen().Scale;
   const SIZE size = toolkit_->Texts.Measure(toolkit_->Texts.FontFor(font, scale), text);
   return {scale.ToTwips(size.cx), scale.ToTwips(size.cy)};
 }
 
 Twips Win32Platform::TextBoxHeight(const Font& font) {
   const DpiScope scope;
-  const Scale scale = Screen::Of(WindowInUse()).Scale;
+  const Scale scale = toolkit_->OpeningScreen().Scale;
   const SIZE line = toolkit_->Texts.Measure(toolkit_->Texts.FontFor(font, scale), u"");
   return scale.ToTwips(line.cy + 2 * GetSystemMetrics(SM_CYEDGE) + scale.Thickness(kInputPadding));
 }
 
 Twips Win32Platform::TwipsPerPixel() {
   const DpiScope scope;
-  return Screen::Of(WindowInUse()).Scale.ToTwips(1);
+  return toolkit_->OpeningScreen().Scale.ToTwips(1);
 }
 
 Rect Win32Platform::WorkArea() {
   const DpiScope scope;
-  const Screen screen = Screen::Of(WindowInUse());
+  const Screen& screen = toolkit_->OpeningScreen();
   const RECT& area = screen.WorkArea;
   const Scale& scale = screen.Scale;
   return {scale.ToTwips(area.left), scale.ToTwips(area.top), scale.ToTwips(area.right - area.left),
