@@ -16,7 +16,12 @@ Form::~Form() = default;
 
 void Form::Load() {
   if (std::exchange(loaded_, true)) return;
-  LoadStep();
+  try {
+    LoadStep();
+  } catch (...) {
+    loaded_ = false;
+    throw;
+  }
 }
 
 void Form::ShowModal() {
@@ -28,8 +33,7 @@ void Form::ShowModal() {
     platform_.RunModal(*this);
   } catch (...) {
     EndShowing();
-    loaded_ = false;
-    DropPeers();
+    UnloadAfterFailure();
     throw;
   }
   EndShowing();
@@ -52,6 +56,15 @@ void Form::Unload() {
   UnloadStep();
   // A handler that unloads runs inside a window of this form; the windows go when the loop is left.
   if (!showing_) DropPeers();
+}
+
+void Form::UnloadAfterFailure() {
+  try {
+    Unload();
+  } catch (...) {
+    // The failure that ended the showing is the one to report.
+  }
+  DropPeers();
 }
 
 void Form::Move(Twips left, Twips top) {
