@@ -17,11 +17,14 @@ namespace {
 constexpr int kWarmUp = 50;
 constexpr int kBoxes = 1000;
 
+BOOL CALLBACK CountWindow(HWND, LPARAM data) {
+  ++*reinterpret_cast<int*>(data);
+  return TRUE;
+}
+
 int Windows() {
   int count = 0;
-  EnumThreadWindows(
-      GetCurrentThreadId(), [](HWND, LPARAM data) { return ++*reinterpret_cast<int*>(data), TRUE; },
-      reinterpret_cast<LPARAM>(&count));
+  EnumThreadWindows(GetCurrentThreadId(), CountWindow, reinterpret_cast<LPARAM>(&count));
   return count;
 }
 

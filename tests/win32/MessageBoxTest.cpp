@@ -11,6 +11,11 @@ namespace krx::test {
 
 namespace {
 
+BOOL CALLBACK CountWindow(HWND, LPARAM data) {
+  ++*reinterpret_cast<int*>(data);
+  return TRUE;
+}
+
 struct Desk {
   win32::Win32Platform Platform;
   FakeRuntime Runtime;
@@ -47,9 +52,7 @@ TEST(FMessageBox, OnlyVisibleControlsHaveWindows) {
           [](Person& person) {
             const HWND box = person.AwaitForm(u"FMessageBox");
             int windows = 0;
-            EnumChildWindows(
-                box, [](HWND, LPARAM count) { return ++*reinterpret_cast<int*>(count), TRUE; },
-                reinterpret_cast<LPARAM>(&windows));
+            EnumChildWindows(box, CountWindow, reinterpret_cast<LPARAM>(&windows));
             EXPECT_EQ(windows, 4);  // caption, close key, message, one button
             person.Press(VK_RETURN);
           });

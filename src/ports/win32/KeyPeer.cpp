@@ -35,10 +35,10 @@ DWORD KeyPeer::Style(bool focused) const {
 }
 
 void KeyPeer::UpdateContent(ui::Aspect aspect) {
-  const LONG_PTR style = GetWindowLongPtrW(Window(), GWL_STYLE);
-  const auto wanted = static_cast<LONG_PTR>(Style(GetFocus() == Window()));
+  const auto style = static_cast<DWORD>(GetWindowLongPtrW(Window(), GWL_STYLE));
+  const DWORD wanted = Style(GetFocus() == Window());
   if ((style & kTypeMask) != wanted)
-    SetWindowLongPtrW(Window(), GWL_STYLE, (style & ~LONG_PTR{kTypeMask}) | wanted);
+    SetWindowLongPtrW(Window(), GWL_STYLE, static_cast<LONG_PTR>((style & ~kTypeMask) | wanted));
   if (aspect == ui::Aspect::Text) SetText(key_.Caption());
   Invalidate();
 }

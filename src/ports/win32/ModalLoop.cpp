@@ -5,6 +5,22 @@
 
 namespace krx::win32 {
 
+namespace {
+
+struct Search {
+  HWND Own;
+  std::vector<HWND>& Found;
+};
+
+BOOL CALLBACK CollectOther(HWND window, LPARAM data) {
+  const auto& search = *reinterpret_cast<const Search*>(data);
+  if (window != search.Own && IsWindowVisible(window) && IsWindowEnabled(window))
+    search.Found.push_back(window);
+  return TRUE;
+}
+
+}  // namespace
+
 ModalLoop::ModalLoop(Toolkit& toolkit, FormPeer& peer)
     : toolkit_(toolkit),
       peer_(peer),
@@ -72,19 +88,8 @@ void ModalLoop::Wake(Toolkit& toolkit, const FormPeer& peer) {
 }
 
 void ModalLoop::DisableOthers() {
-  struct Search {
-    HWND Own;
-    std::vector<HWND>& Found;
-  } search{peer_.Window(), disabled_};
-  EnumThreadWindows(
-      GetCurrentThreadId(),
-      [](HWND window, LPARAM data) -> BOOL {
-        const auto& s = *reinterpret_cast<const Search*>(data);
-        if (window != s.Own && IsWindowVisible(window) && IsWindowEnabled(window))
-          s.Found.push_back(window);
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&search));
+  Search search{peer_.Window(), disabled_};
+  EnumThreadWindows(GetCurrentThreadId(), CollectOther, reinterpret_cast<LPARAM>(&search));
   for (const HWND window : disabled_)
     EnableWindow(window, FALSE);
 }
