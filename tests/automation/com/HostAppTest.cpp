@@ -146,13 +146,15 @@ TEST_F(HostAppTest, ItsFailureKeepsStatusSourceAndDescription) {
   EXPECT_EQ(error.Description, u"No name today");
 }
 
+HRESULT STDMETHODCALLTYPE FillInLate(EXCEPINFO* info) {
+  info->wCode = 1001;
+  info->bstrDescription = com::Bstr(u"Filled in late").Detach();
+  return S_OK;
+}
+
 TEST_F(HostAppTest, ItsFailureMayBeFilledInLate) {
   EXPECT_EQ(OpenUntitled([](VARIANT*, EXCEPINFO* failure) {
-              failure->pfnDeferredFillIn = [](EXCEPINFO* info) -> HRESULT {
-                info->wCode = 1001;
-                info->bstrDescription = com::Bstr(u"Filled in late").Detach();
-                return S_OK;
-              };
+              failure->pfnDeferredFillIn = &FillInLate;
               return DISP_E_EXCEPTION;
             }),
             static_cast<HRESULT>(0x800A03E9));
