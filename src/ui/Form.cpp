@@ -68,8 +68,9 @@ void Form::UnloadAfterFailure() {
 }
 
 void Form::Move(Twips left, Twips top) {
-  const bool moved = Left.Adopt(left) | Top.Adopt(top);
-  if (moved) Changed(Aspect::Bounds);
+  const bool moved_across = Left.Adopt(left);
+  const bool moved_down = Top.Adopt(top);
+  if (moved_across || moved_down) Changed(Aspect::Bounds);
 }
 
 Component* Form::Find(StringView name) const {
