@@ -38,7 +38,7 @@ void AuditLog::Add(const AuditEntry& entry) {
                      Field(entry.Action) + "\t" + Field(entry.Subject) + "\t" +
                      Field(entry.Outcome) + "\n";
   // A process that was killed may have left half a line; this event keeps its own.
-  if (files_.LastByte(file_).value_or('\n') != '\n') line.insert(0, "\n");
+  if (files_.LastByte(file_).value_or('\n') != '\n') line = '\n' + line;
   files_.Append(file_, line);
 }
 

@@ -31,8 +31,6 @@ class Files {
   virtual void Append(const std::filesystem::path& file, std::string_view bytes) = 0;
   // The last byte, or nothing when the file is empty or not there.
   virtual std::optional<char> LastByte(const std::filesystem::path& file) = 0;
-  // Deletes the file; one that is not there is no failure.
-  virtual void Remove(const std::filesystem::path& file) = 0;
   // Waits until no other holder, in this process or another, claims the same file; raises Error
   // when that takes unreasonably long.
   virtual std::unique_ptr<FileLock> Lock(const std::filesystem::path& file) = 0;

@@ -45,8 +45,13 @@ void Judge(const UserRules& rules, const RefusedPasswords& refused, const String
   if (verdict == PasswordVerdict::NotAccepted) Refuse(u"the password is too easily guessed");
 }
 
+// Whole or not at all: half a file would stand in the way of the next try.
 void WriteIfMissing(Files& files, const std::filesystem::path& file, std::string_view bytes) {
-  if (!files.Read(file)) files.WriteFlushed(file, bytes);
+  if (files.Read(file)) return;
+  std::filesystem::path draft = file;
+  draft += ".new";
+  files.WriteFlushed(draft, bytes);
+  files.Replace(draft, file);
 }
 
 // One of the letters, each with the same chance.

@@ -71,8 +71,9 @@ host::UserInfo UserDirectory::GetUserInfo(const String& user) {
 }
 
 std::vector<String> UserDirectory::GetUserNames(const String& selection) {
+  const std::shared_ptr<const UserStore> users = Read();
   std::vector<String> names;
-  for (const StoredUser& user : Read()->Users()) {
+  for (const StoredUser& user : users->Users()) {
     if (selection.empty() || user.ClassName == selection) names.push_back(user.Name);
   }
   std::sort(names.begin(), names.end(), PrecedesInList);

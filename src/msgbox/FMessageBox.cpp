@@ -48,6 +48,9 @@ const std::array<std::vector<StandardButton>, 6> kButtonSets{{
     {{u"Retry", 4}, {u"Cancel&", 2}},
 }};
 
+// Results of the sets until the default button's result replaces them; 0: the set gives none.
+constexpr std::array<std::int32_t, 6> kProvisionalResults{1, 2, 0, 2, 0, 2};
+
 // Identifier of the stock icon for a style; 0 for none.
 int StockIconOf(std::int32_t style) {
   switch (style & kIconBits) {
@@ -128,8 +131,9 @@ std::int32_t FMessageBox::SetTexts(const String& sText, std::int32_t enmStyle, c
 
   if (!sTitle.empty()) {
     SetCaption(service::EncodeLineBreaks(sTitle));
-  } else if (Shared().HostApplication) {
-    SetCaption(Shared().HostApplication->EXEName());
+  } else if (const auto application = Shared().HostApplication) {
+    // Held while it answers: it may be replaced in the meantime.
+    SetCaption(application->EXEName());
   } else {
     throw ObjectNotSet();
   }
@@ -140,9 +144,11 @@ std::int32_t FMessageBox::SetTexts(const String& sText, std::int32_t enmStyle, c
 
 void FMessageBox::SetStandardButtons(std::int32_t button_set) {
   if (button_set >= static_cast<std::int32_t>(kButtonSets.size())) return;
+  const auto set = static_cast<std::size_t>(button_set);
+  if (const std::int32_t result = kProvisionalResults[set]) Result = result;
   // Only the single OK leaves a free caption in place.
-  if (button_set == 0 && !keyButton[0].Caption().empty()) return;
-  const auto& buttons = kButtonSets[static_cast<std::size_t>(button_set)];
+  if (set == 0 && !keyButton[0].Caption().empty()) return;
+  const auto& buttons = kButtonSets[set];
   for (std::size_t i = 0; i < buttons.size(); ++i) {
     keyButton[i].Caption = Text(buttons[i].Key);
     keyButton[i].Tag = ToString(buttons[i].Result);
@@ -154,8 +160,8 @@ void FMessageBox::SetDefault(std::int32_t style) {
   key.TabIndex = 0;
   const bool answerable = std::any_of(keyButton.begin(), keyButton.end(),
                                       [](const ui::KRXKey& k) { return k.Visible(); });
-  // A box that nobody can answer is shown all the same, and its result is 0.
-  Result = answerable ? ToLong(key.Tag) : 0;
+  // A box that nobody can answer is shown all the same; without a code its result is 0.
+  Result = answerable || !key.Tag.empty() ? ToLong(key.Tag) : 0;
 }
 
 ui::KRXKey& FMessageBox::DefaultKey(std::int32_t style) {

@@ -53,6 +53,13 @@ class Apartment {
   host::Runtime& Runtime;
   DialogTable Dialogs;
   SharedSettings Shared;
+
+  // Empty once the apartment has ended; a dialog object that a client still holds asks here.
+  std::weak_ptr<Apartment> Handle() const { return handle_; }
+
+ private:
+  // Owns nothing: it only tells that the apartment is still there.
+  const std::shared_ptr<Apartment> handle_{this, [](Apartment*) {}};
 };
 
 }  // namespace krx::service

@@ -29,13 +29,21 @@ std::shared_ptr<KRXDialog> KRXDialog::Create(Apartment& apartment) {
 }
 
 KRXDialog::~KRXDialog() {
+  const std::shared_ptr<Apartment> apartment = apartment_.lock();
+  if (!apartment) return;
   // Moved out first: letting the first object go ends in this destructor again.
-  const auto application = std::exchange(apartment_.Shared.HostApplication, nullptr);
-  const auto service = std::exchange(apartment_.Shared.DialogService, nullptr);
+  const auto application = std::exchange(apartment->Shared.HostApplication, nullptr);
+  const auto service = std::exchange(apartment->Shared.DialogService, nullptr);
+}
+
+Apartment& KRXDialog::TheApartment() const {
+  const std::shared_ptr<Apartment> apartment = apartment_.lock();
+  if (!apartment) throw ObjectNotSet();
+  return *apartment;
 }
 
 void KRXDialog::Initialise() {
-  apartment_.Shared = SharedSettings{
+  TheApartment().Shared = SharedSettings{
       .DialogService = shared_from_this(),
       .HostApplication = std::make_shared<LibraryApplication>(),
       .FontClassCaption = u"KRDialogsCaption",
@@ -48,31 +56,43 @@ void KRXDialog::Initialise() {
 }
 
 void KRXDialog::SetHostApp(std::shared_ptr<host::Application> application) {
-  apartment_.Shared.HostApplication = std::move(application);
+  TheApartment().Shared.HostApplication = std::move(application);
 }
 
 std::int32_t KRXDialog::KRMsgBox(String text, std::int32_t style, String title, String help_file,
                                  std::int32_t context) {
   const MessageBoxRequest request{std::move(text),      style,   std::move(title),
                                   std::move(help_file), context, std::nullopt};
-  return Open(apartment_.Dialogs.MessageBox, apartment_, request);
+  Apartment& apartment = TheApartment();
+  return Open(apartment.Dialogs.MessageBox, apartment, request);
 }
 
 std::int32_t KRXDialog::KRMsgBoxEx(String text, std::int32_t style, String title, String help_file,
                                    std::int32_t context, FreeButtons extra) {
   const MessageBoxRequest request{std::move(text),      style,   std::move(title),
                                   std::move(help_file), context, std::move(extra)};
-  return Open(apartment_.Dialogs.MessageBox, apartment_, request);
+  Apartment& apartment = TheApartment();
+  return Open(apartment.Dialogs.MessageBox, apartment, request);
 }
 
-bool KRXDialog::KRUserLogOn() { return Open(apartment_.Dialogs.LogOn, apartment_); }
+bool KRXDialog::KRUserLogOn() {
+  Apartment& apartment = TheApartment();
+  return Open(apartment.Dialogs.LogOn, apartment);
+}
 
-bool KRXDialog::KRUserLogOnCombo() { return Open(apartment_.Dialogs.LogOnCombo, apartment_); }
+bool KRXDialog::KRUserLogOnCombo() {
+  Apartment& apartment = TheApartment();
+  return Open(apartment.Dialogs.LogOnCombo, apartment);
+}
 
-void KRXDialog::KRWhoAmI() { Open(apartment_.Dialogs.WhoAmI, apartment_); }
+void KRXDialog::KRWhoAmI() {
+  Apartment& apartment = TheApartment();
+  Open(apartment.Dialogs.WhoAmI, apartment);
+}
 
 void KRXDialog::KRChangePassword() {
-  Open(apartment_.Dialogs.ChangePassword, apartment_, std::nullopt);
+  Apartment& apartment = TheApartment();
+  Open(apartment.Dialogs.ChangePassword, apartment, std::nullopt);
 }
 
 }  // namespace krx::service

@@ -19,8 +19,10 @@ class KRXDialog : public std::enable_shared_from_this<KRXDialog> {
   KRXDialog(const KRXDialog&) = delete;
   KRXDialog& operator=(const KRXDialog&) = delete;
 
+  // Every operation fails with runtime error 91 once the apartment has ended.
+
   // Settings of the whole apartment, heights in twips. Any value is stored as given.
-  SharedSettings& Settings() { return apartment_.Shared; }
+  SharedSettings& Settings() { return TheApartment().Shared; }
 
   // The application whose program name titles message boxes without a title; none is accepted, and
   // a box that then needs the name fails with runtime error 91.
@@ -46,10 +48,11 @@ class KRXDialog : public std::enable_shared_from_this<KRXDialog> {
   void KRChangePassword();
 
  private:
-  explicit KRXDialog(Apartment& apartment) : apartment_(apartment) {}
+  explicit KRXDialog(const Apartment& apartment) : apartment_(apartment.Handle()) {}
   void Initialise();
+  Apartment& TheApartment() const;
 
-  Apartment& apartment_;
+  const std::weak_ptr<Apartment> apartment_;
 };
 
 }  // namespace krx::service

@@ -31,9 +31,12 @@ void Control::SetFocus() {
 }
 
 void Control::Place(const Rect& bounds) {
-  const bool moved = Left.Adopt(bounds.Left) | Top.Adopt(bounds.Top);
-  const bool sized = Width.Adopt(bounds.Width) | Height.Adopt(bounds.Height);
-  if (moved || sized) Changed(Aspect::Bounds);
+  if (bounds == Bounds()) return;
+  Left.Adopt(bounds.Left);
+  Top.Adopt(bounds.Top);
+  Width.Adopt(bounds.Width);
+  Height.Adopt(bounds.Height);
+  Changed(Aspect::Bounds);
 }
 
 FontClassControl::FontClassName& FontClassControl::FontClassName::operator=(StringView name) {

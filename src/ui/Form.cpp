@@ -16,7 +16,12 @@ Form::~Form() = default;
 
 void Form::Load() {
   if (std::exchange(loaded_, true)) return;
-  LoadStep();
+  try {
+    LoadStep();
+  } catch (...) {
+    loaded_ = false;
+    throw;
+  }
 }
 
 void Form::ShowModal() {
@@ -28,8 +33,7 @@ void Form::ShowModal() {
     platform_.RunModal(*this);
   } catch (...) {
     EndShowing();
-    loaded_ = false;
-    DropPeers();
+    UnloadAfterFailure();
     throw;
   }
   EndShowing();
@@ -54,9 +58,19 @@ void Form::Unload() {
   if (!showing_) DropPeers();
 }
 
+void Form::UnloadAfterFailure() {
+  try {
+    Unload();
+  } catch (...) {
+    // The failure that ended the showing is the one to report.
+  }
+  DropPeers();
+}
+
 void Form::Move(Twips left, Twips top) {
-  const bool moved = Left.Adopt(left) | Top.Adopt(top);
-  if (moved) Changed(Aspect::Bounds);
+  const bool moved_across = Left.Adopt(left);
+  const bool moved_down = Top.Adopt(top);
+  if (moved_across || moved_down) Changed(Aspect::Bounds);
 }
 
 Component* Form::Find(StringView name) const {

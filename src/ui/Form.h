@@ -84,6 +84,7 @@ class Form : public PropertyOwner {
   void GivePeers();
   void DropPeers();
   void EndShowing();
+  void UnloadAfterFailure();
 
   Platform& platform_;
   const String name_;

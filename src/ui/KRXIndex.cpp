@@ -61,7 +61,7 @@ KRXIndex::KRXIndex(Form& parent, String name)
     : FontClassControl(parent, std::move(name), Kind::Index) {}
 
 String KRXIndex::DisplayedText() const {
-  const String text = ReplaceAll(Text(), u"\\n", u"\n");
+  const String text = NormalizeLineBreaks(ReplaceAll(Text(), u"\\n", u"\n"));
   Platform& platform = Parent().ThePlatform();
   const Twips widest = kWidestLine * platform.WorkArea().Width;
   return WrapLines(

@@ -44,10 +44,11 @@ void HeadlessPlatform::Advance(Milliseconds time) {
         timers_.begin(), timers_.end(),
         [](const TimerPeer* a, const TimerPeer* b) { return a->Due() < b->Due(); });
     if (next == timers_.end() || (*next)->Due() > end) break;
-    now_ = (*next)->Due();
+    // A handler may wait itself, and the clock never goes back.
+    now_ = std::max(now_, (*next)->Due());
     (*next)->Fire();
   }
-  now_ = end;
+  now_ = std::max(now_, end);
 }
 
 Size HeadlessPlatform::MeasureText(const Font& font, StringView text) {
@@ -85,6 +86,7 @@ void HeadlessPlatform::RunModal(ui::Form& form) {
   const Script script = std::move(expected_.front().Run);
   expected_.pop_front();
   if (ui::Control* const first = form.FirstFocus()) first->SetFocus();
+  if (!form.Visible()) return;  // closed by the handler of its first focus
   form.Paint();
   Operator person(*this, form);
   script(person);

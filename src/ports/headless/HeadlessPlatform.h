@@ -83,7 +83,7 @@ class HeadlessPlatform : public ui::Platform {
   };
   std::deque<Expectation> expected_;
   std::vector<std::string> complaints_;
-  std::set<TimerPeer*> timers_;
+  std::vector<TimerPeer*> timers_;  // in the order of their start
   Milliseconds now_{0};
 };
 
@@ -108,12 +108,13 @@ class Operator {
   void MouseMove(StringView control, int button, Twips x, Twips y);
   void Wait(std::chrono::milliseconds time) { platform_.Advance(time); }
   // Another window covered the form and went away.
-  void Uncover() { form_.Paint(); }
+  void Uncover();
   String Focus() const;  // name of the focused control, empty without one
 
  private:
   ui::Control& Find(StringView name);
   ui::Control& Reachable(StringView name);
+  void NeedOpenForm() const;
   static void TypeCharacter(ui::EditBox& box, char16_t character);
 
   HeadlessPlatform& platform_;

@@ -11,9 +11,13 @@ ui::Control& Operator::Find(StringView name) {
   return *control;
 }
 
+void Operator::NeedOpenForm() const {
+  if (!form_.Visible()) throw std::logic_error("form is closed: " + ToUtf8(form_.Name()));
+}
+
 ui::Control& Operator::Reachable(StringView name) {
   ui::Control& control = Find(name);
-  if (!form_.Visible()) throw std::logic_error("form is closed: " + ToUtf8(form_.Name()));
+  NeedOpenForm();
   if (!control.Visible()) throw std::logic_error("hidden: " + ToUtf8(name));
   if (!control.Enabled()) throw std::logic_error("disabled: " + ToUtf8(name));
   return control;
@@ -27,6 +31,7 @@ void Operator::Click(StringView key) {
 
 void Operator::Type(StringView text) {
   for (const char16_t character : text) {
+    NeedOpenForm();
     auto* const box = dynamic_cast<ui::EditBox*>(form_.ActiveControl());
     if (!box) throw std::logic_error("nothing takes text");
     TypeCharacter(*box, character);
@@ -44,10 +49,10 @@ void Operator::TypeCharacter(ui::EditBox& box, char16_t character) {
 }
 
 void Operator::Press(int key, int shift) {
-  if (!form_.Visible()) throw std::logic_error("form is closed: " + ToUtf8(form_.Name()));
+  NeedOpenForm();
   if (ui::DispatchKey(form_, key, shift)) return;
   ui::Control* const focused = form_.ActiveControl();
-  if (!focused) return;
+  if (!focused || !focused->Enabled() || !focused->Visible()) return;
   int code = key;
   focused->KeyDown(code, shift);
   const bool pressed = code == ui::kKeySpace && focused->Kind() == ui::Kind::Key;
@@ -61,6 +66,7 @@ void Operator::Press(int key, int shift) {
 }
 
 void Operator::AccessKey(char16_t character, bool alt) {
+  NeedOpenForm();
   ui::DispatchAccessKey(form_, character, alt);
 }
 
@@ -70,6 +76,11 @@ void Operator::MouseDown(StringView control, int button, Twips x, Twips y) {
 
 void Operator::MouseMove(StringView control, int button, Twips x, Twips y) {
   Reachable(control).MouseMove(button, 0, x, y);
+}
+
+void Operator::Uncover() {
+  NeedOpenForm();
+  form_.Paint();
 }
 
 String Operator::Focus() const {

@@ -1,5 +1,7 @@
 #include "ports/headless/TimerPeer.h"
 
+#include "ui/Form.h"
+
 namespace krx::headless {
 
 TimerPeer::TimerPeer(HeadlessPlatform& platform, ui::Timer& timer)
@@ -8,19 +10,20 @@ TimerPeer::TimerPeer(HeadlessPlatform& platform, ui::Timer& timer)
 }
 
 TimerPeer::~TimerPeer() {
-  platform_.timers_.erase(this);
+  std::erase(platform_.timers_, this);
 }
 
 void TimerPeer::Fire() {
   due_ += HeadlessPlatform::Milliseconds(timer_.Interval());
-  timer_.Tick();
+  // The peers of a form outlive its closing by the rest of the operator's script.
+  if (timer_.Parent().Visible()) timer_.Tick();
 }
 
 void TimerPeer::Update(ui::Aspect) {
-  platform_.timers_.erase(this);
+  std::erase(platform_.timers_, this);
   if (!timer_.Enabled() || timer_.Interval() <= 0) return;
   due_ = platform_.Now() + HeadlessPlatform::Milliseconds(timer_.Interval());
-  platform_.timers_.insert(this);
+  platform_.timers_.push_back(this);
 }
 
 }  // namespace krx::headless

@@ -52,9 +52,8 @@ class MessageBoxTest : public DialogTest {
 
   // Opens the box without expecting it to be shown.
   std::int32_t Open(const BoxCall& call) {
-    return dialog->KRMsgBoxEx(
-        call.Text, call.Style, call.Title, call.HelpFile, 0,
-        {call.Button1, call.Button2, call.Button3, call.AutoActivation});
+    return dialog->KRMsgBoxEx(call.Text, call.Style, call.Title, call.HelpFile, 0,
+                              {call.Button1, call.Button2, call.Button3, call.AutoActivation});
   }
   // Opens the box, lets the operator answer it and returns its result.
   std::int32_t Show(const BoxCall& call, Script script) {

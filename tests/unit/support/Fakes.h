@@ -27,9 +27,7 @@ class FakeRuntime : public host::Runtime {
 
   std::unique_ptr<host::TextService> CreateTextService() override;
   std::unique_ptr<host::FontService> CreateFontService() override;
-  std::unique_ptr<host::UserSession> CreateUserSession() override {
-    return Users.CreateSession();
-  }
+  std::unique_ptr<host::UserSession> CreateUserSession() override { return Users.CreateSession(); }
   std::unique_ptr<host::UserAdministration> CreateUserAdministration() override {
     return Users.CreateAdministration();
   }

@@ -179,12 +179,14 @@ class RandomOperator {
   }
 
   void Type(headless::Operator& op) {
-    const char16_t character = u"aAb"[Below(3)];
+    // Mostly the same, so that two passwords are often equal.
+    const char16_t character = Below(6) != 0 ? u'a' : u"Ab"[Below(2)];
     trace_ += " '";
     trace_ += static_cast<char>(character);
     trace_ += '\'';
     model_.Type(character);
     op.Type(StringView(&character, 1));
+    if (Below(2) == 0) Press(op, ui::kKeyEnter);
   }
   void Clear(headless::Operator& op) {
     trace_ += " clear";

@@ -1,0 +1,122 @@
+' Opens every dialog of the library from a menu that is made of the library's own message boxes,
+' so it works with the mouse, the keyboard and by touch. Every result is printed.
+'
+' One row of the table is one entry of the menu: its text, the method, the method's arguments.
+' Arguments that a row leaves out at its end are left to their defaults.
+Option Explicit
+
+Const MenuTitle = "KRXDialogs demo"
+Const Stop_ = 16, Question = 32, Exclamation = 48, Information = 64
+Const Second_ = 256, Third = 512
+
+Dim Dialogs, Runtime, Entries
+Set Dialogs = CreateObject("KRXDialogs.KRXDialog")
+Set Runtime = CreateObject("KorvelRuntime.RuntimeSettings")
+Runtime.Language = "en"
+Entries = AllEntries()
+RunMenu
+
+Function AllEntries()
+  Dim long_text, line_break, umlauts, i
+  line_break = Chr(13) & Chr(10)
+  umlauts = "Gr" & Chr(246) & Chr(223) & "e " & Chr(252) & "berpr" & Chr(252) & "fen"
+  For i = 1 To 12
+    long_text = long_text & "The pressure of boiler " & i & " has left its range and needs a look. "
+  Next
+  AllEntries = Array( _
+    Array("OK", "KRMsgBox", "The recipe has been saved.", 0, "Recipe"), _
+    Array("OK, information", "KRMsgBox", "The recipe has been saved.", Information, "Recipe"), _
+    Array("OK and Cancel, exclamation", "KRMsgBox", "Overwrite the recipe?", 1 + Exclamation, "Recipe"), _
+    Array("Abort, Retry and Ignore, stop", "KRMsgBox", "The drive does not answer.", 2 + Stop_, "Drive 4"), _
+    Array("Yes, No and Cancel, question", "KRMsgBox", "Save before closing?", 3 + Question, "Recipe"), _
+    Array("Yes and No, question", "KRMsgBox", "Start the pump?", 4 + Question, "Pump"), _
+    Array("Retry and Cancel, stop", "KRMsgBox", "The station is not connected.", 5 + Stop_, "Station"), _
+    Array("Second button is the default", "KRMsgBox", "Empty the tank?", 4 + Question + Second_, "Tank"), _
+    Array("Third button is the default", "KRMsgBox", "Save before closing?", 3 + Question + Third, "Recipe"), _
+    Array("Help button", "KRMsgBox", "The limit is exceeded.", 1 + Exclamation, "Limit", "plant.chm"), _
+    Array("Default button without a result: an error", "KRMsgBox", "Never shown", Second_, "Limit"), _
+    Array("Three free buttons", "KRMsgBoxEx", "Which way?", Question, "Conveyor", "", 0, "&Left", "&Straight on", "&Right"), _
+    Array("Yes, No and one free button", "KRMsgBoxEx", "Acknowledge the alarm?", 4 + Exclamation, "Alarm", "", 0, "", "", "&Later"), _
+    Array("Free button and help", "KRMsgBoxEx", "Calibration is done.", Information, "Scale", "plant.chm", 0, "&Fertig"), _
+    Array("No answer button", "KRMsgBox", "Only the close button is left.", 6 + Information, "Notice"), _
+    Array("Closes itself after three seconds", "KRMsgBoxEx", "Continuing by itself.", 1 + Information, "Countdown", "", 0, "", "", "", 3), _
+    Array("Long text", "KRMsgBox", long_text, Exclamation, "Boilers"), _
+    Array("Lines and a title of two lines", "KRMsgBox", "First line" & line_break & "Second line" & line_break & line_break & "Last line", Information, "Shift report" & line_break & "Line 2"), _
+    Array("No title: the host's name", "KRMsgBox", "The caption is the host application's name.", Information), _
+    Array("Deutsch einschalten", "Language", "de"), _
+    Array("Ja, Nein und Abbrechen", "KRMsgBox", umlauts & "?", 3 + Question, "Gr" & Chr(246) & Chr(223) & "e"), _
+    Array("Abbrechen, Wiederholen und Ignorieren", "KRMsgBox", "Das Laufwerk antwortet nicht.", 2 + Stop_, "Laufwerk 4"), _
+    Array("Switch to English", "Language", "en"), _
+    Array("Settings of a touch panel", "Panel", True), _
+    Array("Panel: Yes, No and Cancel", "KRMsgBox", "Save before closing?", 3 + Question, "Recipe"), _
+    Array("Panel: three free buttons and help", "KRMsgBoxEx", "Which way?", Question, "Conveyor", "plant.chm", 0, "&Left", "&Straight on", "&Right"), _
+    Array("Settings of a desktop", "Panel", False))
+End Function
+
+Sub RunMenu()
+  Dim current, text
+  Do
+    text = "Entry " & (current + 1) & " of " & (UBound(Entries) + 1) & Chr(10) & Entries(current)(0)
+    Select Case Dialogs.KRMsgBoxEx(text, 0, MenuTitle, "", 0, "&Open", "&Next", "&Quit")
+      Case 11
+        OpenEntry Entries(current)
+        current = (current + 1) Mod (UBound(Entries) + 1)
+      Case 12
+        current = (current + 1) Mod (UBound(Entries) + 1)
+      Case Else
+        Exit Do
+    End Select
+  Loop
+End Sub
+
+Sub OpenEntry(entry)
+  Dim result
+  On Error Resume Next
+  result = Outcome(entry)
+  If Err.Number <> 0 Then
+    result = "error " & Err.Number & " from " & Err.Source & ": " & Err.Description
+  End If
+  WScript.Echo entry(0) & ": " & result
+End Sub
+
+Function Outcome(entry)
+  Select Case entry(1)
+    Case "KRMsgBox"
+      Outcome = Dialogs.KRMsgBox(entry(2), Arg(entry, 3, 0), Arg(entry, 4, ""), Arg(entry, 5, ""))
+    Case "KRMsgBoxEx"
+      Outcome = Dialogs.KRMsgBoxEx(entry(2), Arg(entry, 3, 0), Arg(entry, 4, ""), _
+        Arg(entry, 5, ""), Arg(entry, 6, 0), Arg(entry, 7, ""), Arg(entry, 8, ""), _
+        Arg(entry, 9, ""), Arg(entry, 10, 0))
+    Case "Language"
+      Runtime.Language = entry(2)
+      Outcome = "language " & Runtime.Language
+    Case "Panel"
+      Outcome = PanelSettings(entry(2))
+  End Select
+End Function
+
+Function Arg(entry, position, otherwise)
+  If position <= UBound(entry) Then
+    Arg = entry(position)
+  Else
+    Arg = otherwise
+  End If
+End Function
+
+Function PanelSettings(panel)
+  Dim prefix
+  If panel Then
+    prefix = "KRPanel"
+    Dialogs.ButtonMinHeight = 900
+    Dialogs.CaptionMinHeight = 600
+  Else
+    prefix = "KRDialogs"
+    Dialogs.ButtonMinHeight = 0
+    Dialogs.CaptionMinHeight = 0
+  End If
+  Dialogs.FontClassCaption = prefix & "Caption"
+  Dialogs.FontClassText = prefix & "Text"
+  Dialogs.FontClassButton = prefix & "Button"
+  Dialogs.FontClassInput = prefix & "Input"
+  PanelSettings = prefix & ", buttons at least " & Dialogs.ButtonMinHeight & " twips high"
+End Function

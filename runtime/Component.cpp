@@ -1,0 +1,48 @@
+#include "com/Component.h"
+
+// The identifier of the type library is defined here, once for the component.
+#include <initguid.h>
+
+#include <KorvelRuntime.h>
+
+#include "com/Registration.h"
+#include "runtime/FontService.h"
+#include "runtime/RuntimeSettings.h"
+#include "runtime/TextService.h"
+
+namespace krx::runtime {
+namespace {
+
+template <class Object, class Interface>
+IUnknown* Create() {
+  return static_cast<Interface*>(new Object);
+}
+
+const com::ClassInfo kClasses[] = {
+    {__uuidof(::TextService), L"KorvelRuntime.TextService", L"Korvel Runtime language texts",
+     Create<TextService, ITextService>},
+    {__uuidof(::FontService), L"KorvelRuntime.FontService", L"Korvel Runtime font classes",
+     Create<FontService, IFontService>},
+    {__uuidof(::RuntimeSettings), L"KorvelRuntime.RuntimeSettings", L"Korvel Runtime settings",
+     Create<RuntimeSettings, IRuntimeSettings>},
+};
+const com::Component kComponent{kClasses, LIBID_KorvelRuntime};
+
+}  // namespace
+}  // namespace krx::runtime
+
+STDAPI DllGetClassObject(REFCLSID id, REFIID iid, void** object) {
+  return krx::com::GetClassObject(krx::runtime::kComponent, id, iid, object);
+}
+
+STDAPI DllCanUnloadNow() {
+  return krx::com::CanUnloadNow();
+}
+
+STDAPI DllRegisterServer() {
+  return krx::com::Register(krx::runtime::kComponent);
+}
+
+STDAPI DllUnregisterServer() {
+  return krx::com::Unregister(krx::runtime::kComponent);
+}

@@ -1,0 +1,24 @@
+#include "runtime/RuntimeSettings.h"
+
+#include "com/Text.h"
+#include "runtime/ModuleTexts.h"
+
+namespace krx::runtime {
+
+HRESULT RuntimeSettings::get_Language(BSTR* value) {
+  if (!value) return E_POINTER;
+  *value = nullptr;
+  return Guard([&] {
+    *value = com::Bstr(ProcessLanguages().Current()).Detach();
+    return S_OK;
+  });
+}
+
+HRESULT RuntimeSettings::put_Language(BSTR value) {
+  return Guard([&] {
+    ProcessLanguages().Select(com::FromBstr(value));
+    return S_OK;
+  });
+}
+
+}  // namespace krx::runtime

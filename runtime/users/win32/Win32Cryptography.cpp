@@ -1,0 +1,53 @@
+#include "runtime/users/win32/Win32Cryptography.h"
+
+#include <windows.h>
+
+#include <bcrypt.h>
+
+#include "runtime/users/UserFailure.h"
+
+namespace krx::runtime {
+namespace {
+
+void Check(NTSTATUS status, const char16_t* what) {
+  if (status >= 0) return;
+  String digits;
+  for (int shift = 28; shift >= 0; shift -= 4)
+    digits += u"0123456789ABCDEF"[(static_cast<std::uint32_t>(status) >> shift) & 0xF];
+  throw Failure(kCryptographyFailure, String(what) + u" failed with status 0x" + digits);
+}
+
+// The functions take pointers to writable memory though they only read it.
+PUCHAR Input(std::span<const std::uint8_t> bytes) {
+  static std::uint8_t empty = 0;
+  return bytes.empty() ? &empty : const_cast<PUCHAR>(bytes.data());
+}
+
+}  // namespace
+
+Win32Cryptography::Win32Cryptography() {
+  Check(BCryptOpenAlgorithmProvider(&algorithm_, BCRYPT_SHA256_ALGORITHM, nullptr,
+                                    BCRYPT_ALG_HANDLE_HMAC_FLAG),
+        u"opening HMAC-SHA256");
+}
+
+Win32Cryptography::~Win32Cryptography() {
+  BCryptCloseAlgorithmProvider(algorithm_, 0);
+}
+
+void Win32Cryptography::DeriveKey(std::span<const std::uint8_t> password,
+                                  std::span<const std::uint8_t> salt, std::uint32_t iterations,
+                                  std::span<std::uint8_t> key) {
+  Check(BCryptDeriveKeyPBKDF2(algorithm_, Input(password), static_cast<ULONG>(password.size()),
+                              Input(salt), static_cast<ULONG>(salt.size()), iterations, key.data(),
+                              static_cast<ULONG>(key.size()), 0),
+        u"deriving a key");
+}
+
+void Win32Cryptography::FillRandom(std::span<std::uint8_t> bytes) {
+  Check(BCryptGenRandom(nullptr, bytes.data(), static_cast<ULONG>(bytes.size()),
+                        BCRYPT_USE_SYSTEM_PREFERRED_RNG),
+        u"generating random bytes");
+}
+
+}  // namespace krx::runtime

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "runtime/users/Cryptography.h"
+
+namespace krx::runtime {
+
+// The system's own cryptography (bcrypt.dll).
+class Win32Cryptography : public Cryptography {
+ public:
+  Win32Cryptography();
+  ~Win32Cryptography() override;
+  Win32Cryptography(const Win32Cryptography&) = delete;
+  Win32Cryptography& operator=(const Win32Cryptography&) = delete;
+
+  void DeriveKey(std::span<const std::uint8_t> password, std::span<const std::uint8_t> salt,
+                 std::uint32_t iterations, std::span<std::uint8_t> key) override;
+  void FillRandom(std::span<std::uint8_t> bytes) override;
+
+ private:
+  void* algorithm_ = nullptr;  // HMAC-SHA256
+};
+
+}  // namespace krx::runtime

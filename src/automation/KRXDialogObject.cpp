@@ -1,0 +1,170 @@
+#include "automation/KRXDialogObject.h"
+
+#include "automation/HostApplication.h"
+#include "com/Text.h"
+
+namespace krx::automation {
+
+using service::SharedSettings;
+
+namespace {
+
+// Where a result goes: emptied first, refused when the client gives no place for it.
+template <class Value>
+Value& Place(Value* value) {
+  if (!value) com::Check(E_POINTER);
+  *value = Value{};
+  return *value;
+}
+
+}  // namespace
+
+KRXDialogObject::KRXDialogObject() : dialog_(service::KRXDialog::Create(apartment_.Service())) {}
+
+template <class Body>
+HRESULT KRXDialogObject::Run(Body&& body) noexcept {
+  return Guard([&] {
+    if (!apartment_.OnItsThread()) com::Check(RPC_E_WRONG_THREAD);
+    body();
+    return S_OK;
+  });
+}
+
+// Settings
+
+HRESULT KRXDialogObject::GetSetting(String SharedSettings::*setting, BSTR* value) {
+  return Run([&] { Place(value) = com::Bstr(dialog_->Settings().*setting).Detach(); });
+}
+
+HRESULT KRXDialogObject::PutSetting(String SharedSettings::*setting, BSTR value) {
+  return Run([&] { dialog_->Settings().*setting = com::FromBstr(value); });
+}
+
+HRESULT KRXDialogObject::GetSetting(Twips SharedSettings::*setting, float* value) {
+  return Run([&] { Place(value) = dialog_->Settings().*setting; });
+}
+
+HRESULT KRXDialogObject::PutSetting(Twips SharedSettings::*setting, const float* value) {
+  return Run([&] {
+    if (!value) com::Check(E_POINTER);
+    dialog_->Settings().*setting = *value;
+  });
+}
+
+HRESULT KRXDialogObject::get_FontClassCaption(BSTR* Value) {
+  return GetSetting(&SharedSettings::FontClassCaption, Value);
+}
+HRESULT KRXDialogObject::put_FontClassCaption(BSTR Value) {
+  return PutSetting(&SharedSettings::FontClassCaption, Value);
+}
+HRESULT KRXDialogObject::get_FontClassText(BSTR* Value) {
+  return GetSetting(&SharedSettings::FontClassText, Value);
+}
+HRESULT KRXDialogObject::put_FontClassText(BSTR Value) {
+  return PutSetting(&SharedSettings::FontClassText, Value);
+}
+HRESULT KRXDialogObject::get_FontClassButton(BSTR* Value) {
+  return GetSetting(&SharedSettings::FontClassButton, Value);
+}
+HRESULT KRXDialogObject::put_FontClassButton(BSTR Value) {
+  return PutSetting(&SharedSettings::FontClassButton, Value);
+}
+HRESULT KRXDialogObject::get_FontClassInput(BSTR* Value) {
+  return GetSetting(&SharedSettings::FontClassInput, Value);
+}
+HRESULT KRXDialogObject::put_FontClassInput(BSTR Value) {
+  return PutSetting(&SharedSettings::FontClassInput, Value);
+}
+HRESULT KRXDialogObject::get_ButtonMinHeight(float* Value) {
+  return GetSetting(&SharedSettings::ButtonMinHeight, Value);
+}
+HRESULT KRXDialogObject::put_ButtonMinHeight(float* Value) {
+  return PutSetting(&SharedSettings::ButtonMinHeight, Value);
+}
+HRESULT KRXDialogObject::get_CaptionMinHeight(float* Value) {
+  return GetSetting(&SharedSettings::CaptionMinHeight, Value);
+}
+HRESULT KRXDialogObject::put_CaptionMinHeight(float* Value) {
+  return PutSetting(&SharedSettings::CaptionMinHeight, Value);
+}
+
+HRESULT KRXDialogObject::SetHostApp(IDispatch** HostApp) {
+  return Run([&] {
+    if (!HostApp) com::Check(E_POINTER);
+    dialog_->SetHostApp(*HostApp ? std::make_shared<HostApplication>(**HostApp) : nullptr);
+  });
+}
+
+// Message boxes
+
+HRESULT KRXDialogObject::KRMsgBox(BSTR Text, LONG Style, BSTR Title, BSTR HelpFile, LONG Context,
+                                  LONG* Result) {
+  return Run([&] {
+    LONG& result = Place(Result);
+    result = dialog_->KRMsgBox(com::FromBstr(Text), Style, com::FromBstr(Title),
+                               com::FromBstr(HelpFile), Context);
+  });
+}
+
+HRESULT KRXDialogObject::KRMsgBoxEx(BSTR Text, LONG Style, BSTR Title, BSTR HelpFile, LONG Context,
+                                    BSTR Button1, BSTR Button2, BSTR Button3, LONG AutoActivation,
+                                    KRMsgBoxResult* Result) {
+  return Run([&] {
+    KRMsgBoxResult& result = Place(Result);
+    service::FreeButtons extra{com::FromBstr(Button1), com::FromBstr(Button2),
+                               com::FromBstr(Button3), AutoActivation};
+    result = static_cast<KRMsgBoxResult>(
+        dialog_->KRMsgBoxEx(com::FromBstr(Text), Style, com::FromBstr(Title),
+                            com::FromBstr(HelpFile), Context, std::move(extra)));
+  });
+}
+
+// Dialogs that do not exist yet
+
+HRESULT KRXDialogObject::Missing() {
+  return Run([] { throw NotImplemented(); });
+}
+
+template <class Value>
+HRESULT KRXDialogObject::Missing(Value* result) {
+  return Run([&] {
+    Place(result);
+    throw NotImplemented();
+  });
+}
+
+HRESULT KRXDialogObject::KRSelectDirectory(BSTR, VARIANT_BOOL, BSTR, BSTR* Result) {
+  return Missing(Result);
+}
+HRESULT KRXDialogObject::KRSelectDirectoryTouch(BSTR, VARIANT_BOOL, BSTR, BSTR* Result) {
+  return Missing(Result);
+}
+HRESULT KRXDialogObject::KRSaveFileAs(BSTR, BSTR, BSTR, VARIANT_BOOL, BSTR, BSTR* Result) {
+  return Missing(Result);
+}
+HRESULT KRXDialogObject::KROpenFile(BSTR, BSTR, BSTR, VARIANT_BOOL, BSTR, BSTR* Result) {
+  return Missing(Result);
+}
+HRESULT KRXDialogObject::KROpenFileTouch(BSTR, BSTR, BSTR, VARIANT_BOOL, BSTR, BSTR* Result) {
+  return Missing(Result);
+}
+HRESULT KRXDialogObject::KRUserLogOn(VARIANT_BOOL* Result) {
+  return Missing(Result);
+}
+HRESULT KRXDialogObject::KRUserLogOnCombo(VARIANT_BOOL* Result) {
+  return Missing(Result);
+}
+HRESULT KRXDialogObject::KRAddUser(VARIANT_BOOL* Result) {
+  return Missing(Result);
+}
+HRESULT KRXDialogObject::KRWhoAmI() {
+  return Missing();
+}
+HRESULT KRXDialogObject::KRUser() {
+  return Missing();
+}
+HRESULT KRXDialogObject::KRChangePassword() {
+  return Missing();
+}
+
+}  // namespace krx::automation

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "host/Runtime.h"
+
+namespace krx::automation {
+
+// The runtime's services as automation objects: created by class identifier when a dialog first
+// needs them, bound early. A failed call keeps the service's own status and description; a class
+// that cannot be created is named in the error. References belong to the thread that created them.
+class RuntimeServices : public host::Runtime {
+ public:
+  std::unique_ptr<host::TextService> CreateTextService() override;
+  std::unique_ptr<host::FontService> CreateFontService() override;
+};
+
+}  // namespace krx::automation

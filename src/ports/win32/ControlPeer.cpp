@@ -1,0 +1,166 @@
+#include "ports/win32/ControlPeer.h"
+
+#include <utility>
+
+#include "ui/Keyboard.h"
+
+namespace krx::win32 {
+
+ControlPeer::ControlPeer(Toolkit& toolkit, FormPeer& form, ui::Control& control)
+    : toolkit_(toolkit),
+      form_(form),
+      font_(toolkit.Texts.FontFor(control.Font(), form.Scale())),
+      control_(control),
+      place_(WantedPlace()) {
+  form_.Add(*this);
+}
+
+ControlPeer::~ControlPeer() {
+  form_.Leave(*this);
+}
+
+void ControlPeer::CreateChild(const wchar_t* window_class, DWORD style, DWORD ex_style,
+                              const String& text) {
+  style |= WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS;
+  if (!control_.Enabled()) style |= WS_DISABLED;
+  if (control_.TabStop()) style |= WS_TABSTOP;
+  Create({window_class, style, ex_style, Wide(text), place_, form_.Window()}, control_.Name());
+  GiveFont();
+  // New windows lie below their elder siblings, but the close key belongs above the caption line.
+  if (!IsBackground() && form_.Covered(*this))
+    SetWindowPos(Window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+void ControlPeer::Update(ui::Aspect aspect) {
+  if (!Window()) return;
+  const DpiScope scope;
+  switch (aspect) {
+    case ui::Aspect::Bounds:
+      return UpdateBounds();
+    case ui::Aspect::Visible:
+      if (!control_.Visible() && GetFocus() == Window()) form_.FocusElsewhere();
+      ShowWindow(Window(), control_.Visible() ? SW_SHOWNA : SW_HIDE);
+      return;
+    case ui::Aspect::Enabled:
+      // The system would leave the keyboard with a disabled window.
+      if (!control_.Enabled() && GetFocus() == Window()) form_.FocusElsewhere();
+      EnableWindow(Window(), control_.Enabled());
+      return;
+    case ui::Aspect::Font:
+      UpdateFont();
+      return UpdateContent(aspect);
+    case ui::Aspect::Colors:
+      return Invalidate();
+    default:
+      return UpdateContent(aspect);
+  }
+}
+
+void ControlPeer::SetFocus() {
+  if (Window()) form_.FocusOn(*this);
+}
+
+void ControlPeer::Rescale() {
+  UpdateBounds();
+  UpdateFont();
+  UpdateContent(ui::Aspect::Font);
+}
+
+RECT ControlPeer::WantedPlace() const {
+  const Scale scale = form_.Scale();
+  const int left = scale.Pixels(control_.Left());
+  const int top = scale.Pixels(control_.Top());
+  return {left, top, left + scale.Pixels(control_.Width()), top + scale.Pixels(control_.Height())};
+}
+
+void ControlPeer::UpdateBounds() {
+  const RECT wanted = WantedPlace();
+  if (EqualRect(&wanted, &place_)) return;
+  place_ = wanted;
+  const bool raise = !IsBackground() && form_.Covered(*this);
+  SetWindowPos(Window(), HWND_TOP, wanted.left, wanted.top, wanted.right - wanted.left,
+               wanted.bottom - wanted.top, SWP_NOACTIVATE | (raise ? 0u : SWP_NOZORDER));
+  Invalidate();
+}
+
+void ControlPeer::UpdateFont() {
+  font_ = toolkit_.Texts.FontFor(control_.Font(), form_.Scale());
+  GiveFont();
+  Invalidate();
+}
+
+void ControlPeer::GiveFont() const {
+  SendMessageW(Window(), WM_SETFONT, reinterpret_cast<WPARAM>(font_->Get()), FALSE);
+}
+
+void ControlPeer::Invalidate() const {
+  InvalidateRect(Window(), nullptr, TRUE);
+}
+
+void ControlPeer::SetText(const String& text) const {
+  SetWindowTextW(Window(), Wide(text));
+}
+
+LRESULT ControlPeer::FromParent(UINT message, WPARAM w, LPARAM l) {
+  if (message == WM_COMMAND || message == WM_DRAWITEM) return 0;
+  const HDC dc = reinterpret_cast<HDC>(w);
+  static_cast<void>(l);
+  SetTextColor(dc, ResolveColor(control_.ForeColor()));
+  SetBkColor(dc, ResolveColor(control_.BackColor()));
+  return reinterpret_cast<LRESULT>(BrushFor(dc, control_.BackColor()));
+}
+
+LRESULT ControlPeer::Handle(UINT message, WPARAM w, LPARAM l) {
+  switch (message) {
+    case WM_SETFOCUS: {
+      const LRESULT result = Default(message, w, l);
+      FocusChanged(true);
+      form_.Form().FocusMovedTo(&control_);
+      return result;
+    }
+    case WM_KILLFOCUS: {
+      // Where the focus went is reported from there. While another application has it, the control
+      // stays the form's active one and gets the focus back without new events.
+      const LRESULT result = Default(message, w, l);
+      FocusChanged(false);
+      return result;
+    }
+    default:
+      HandleMouse(message, w, l);
+      return Default(message, w, l);
+  }
+}
+
+void ControlPeer::HandleMouse(UINT message, WPARAM w, LPARAM l) {
+  switch (message) {
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+      return MouseEvent(control_.MouseDown, ui::kLeftButton, w, l);
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONDBLCLK:
+      return MouseEvent(control_.MouseDown, ui::kRightButton, w, l);
+    case WM_LBUTTONUP:
+      return MouseEvent(control_.MouseUp, ui::kLeftButton, w, l);
+    case WM_RBUTTONUP:
+      return MouseEvent(control_.MouseUp, ui::kRightButton, w, l);
+    case WM_MOUSEMOVE: {
+      const int held = ((w & MK_LBUTTON) != 0 ? ui::kLeftButton : 0) |
+                       ((w & MK_RBUTTON) != 0 ? ui::kRightButton : 0);
+      return MouseEvent(control_.MouseMove, held, w, l);
+    }
+    default:
+      return;
+  }
+}
+
+void ControlPeer::MouseEvent(const ui::Event<int, int, Twips, Twips>& event, int button, WPARAM w,
+                             LPARAM l) {
+  const int shift = ((w & MK_SHIFT) != 0 ? ui::kShift : 0) |
+                    ((w & MK_CONTROL) != 0 ? ui::kControl : 0) |
+                    (GetKeyState(VK_MENU) < 0 ? ui::kAlt : 0);
+  const Scale scale = form_.Scale();
+  event(button, shift, scale.ToTwips(static_cast<short>(LOWORD(l))),
+        scale.ToTwips(static_cast<short>(HIWORD(l))));
+}
+
+}  // namespace krx::win32

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "ports/win32/FormPeer.h"
+#include "ui/Control.h"
+
+namespace krx::win32 {
+
+// The window of a control: follows placement, visibility, font and colours, reports focus and
+// mouse.
+class ControlPeer : public WindowPeer {
+ public:
+  ~ControlPeer() override;
+
+  void Update(ui::Aspect aspect) override;
+  void SetFocus() override;
+
+  ui::Control& TheControl() const { return control_; }
+  const RECT& Place() const { return place_; }
+
+  // The form moved to a monitor of another resolution.
+  void Rescale();
+  // A message that the system sends to the form on behalf of this window.
+  virtual LRESULT FromParent(UINT message, WPARAM w, LPARAM l);
+
+ protected:
+  ControlPeer(Toolkit& toolkit, FormPeer& form, ui::Control& control);
+
+  // Creates the window inside the form, shown as soon as the form is.
+  void CreateChild(const wchar_t* window_class, DWORD style, DWORD ex_style, const String& text);
+
+  LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
+  void Fail(std::exception_ptr error) noexcept override { form_.Fail(std::move(error)); }
+
+  // Text or picture changed.
+  virtual void UpdateContent(ui::Aspect aspect) = 0;
+  virtual void FocusChanged(bool /*focused*/) {}
+  // Whether other controls lie on top of this one, like the fields in a frame.
+  virtual bool IsBackground() const { return false; }
+
+  void Invalidate() const;
+  void SetText(const String& text) const;
+
+  Toolkit& toolkit_;
+  FormPeer& form_;
+  SharedFont font_;
+
+ private:
+  RECT WantedPlace() const;
+  void UpdateBounds();
+  void UpdateFont();
+  void GiveFont() const;
+  void MouseEvent(const ui::Event<int, int, Twips, Twips>& event, int button, WPARAM w, LPARAM l);
+  void HandleMouse(UINT message, WPARAM w, LPARAM l);
+
+  ui::Control& control_;
+  RECT place_{};  // pixels of the form's client area
+};
+
+}  // namespace krx::win32

@@ -1,0 +1,136 @@
+#include "ports/win32/FormPeer.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "ports/win32/ControlPeer.h"
+#include "ports/win32/ModalLoop.h"
+#include "ports/win32/TimerPeer.h"
+#include "ui/Keyboard.h"
+
+namespace krx::win32 {
+
+namespace {
+
+constexpr int kEdge = 1;  // pixels at 96 dpi
+constexpr DWORD kStyle = WS_POPUP | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
+
+}  // namespace
+
+FormPeer::FormPeer(Toolkit& toolkit, ui::Form& form) : toolkit_(toolkit), form_(form) {
+  const Screen& screen = toolkit.OpeningScreen();
+  scale_ = screen.Scale;
+  place_ = Centred(screen.WorkArea, WindowSize());
+  Create({kFormClass, kStyle, WS_EX_CONTROLPARENT, Wide(form.Caption()), place_, toolkit.Owner()},
+         form.Name());
+  AdoptPosition(place_);
+  // Keyboard users see the focus and the access keys from the start.
+  if (SendMessageW(Window(), WM_QUERYUISTATE, 0, 0) != 0)
+    SendMessageW(Window(), WM_UPDATEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS | UISF_HIDEACCEL),
+                 0);
+}
+
+void FormPeer::Update(ui::Aspect aspect) {
+  if (!Window()) return;
+  const DpiScope scope;
+  switch (aspect) {
+    case ui::Aspect::Bounds:
+      return UpdateBounds();
+    case ui::Aspect::Colors:
+      InvalidateRect(Window(), nullptr, TRUE);
+      return;
+    case ui::Aspect::Caption:
+      SetWindowTextW(Window(), Wide(form_.Caption()));
+      return;
+    case ui::Aspect::Visible:
+      return ModalLoop::Hidden(toolkit_, *this);
+    default:
+      return;
+  }
+}
+
+SIZE FormPeer::WindowSize() const {
+  const int edges = 2 * scale_.Thickness(kEdge);
+  return {scale_.Pixels(form_.Width()) + edges, scale_.Pixels(form_.Height()) + edges};
+}
+
+void FormPeer::AdoptPosition(const RECT& window) {
+  place_ = window;
+  form_.Left.Adopt(scale_.ToTwips(window.left));
+  form_.Top.Adopt(scale_.ToTwips(window.top));
+}
+
+// The model's position stays as it was set: the next move counts from there, so rounding to pixels
+// never adds up.
+void FormPeer::UpdateBounds() {
+  const SIZE size = WindowSize();
+  const POINT at{scale_.Pixels(form_.Left()), scale_.Pixels(form_.Top())};
+  const RECT wanted{at.x, at.y, at.x + size.cx, at.y + size.cy};
+  if (EqualRect(&wanted, &place_)) return;
+  const bool resized =
+      size.cx != place_.right - place_.left || size.cy != place_.bottom - place_.top;
+  place_ = wanted;
+  SetWindowPos(Window(), nullptr, at.x, at.y, size.cx, size.cy,
+               SWP_NOZORDER | SWP_NOACTIVATE | (resized ? 0u : SWP_NOSIZE));
+}
+
+void FormPeer::Show() {
+  ShowWindow(Window(), SW_SHOW);
+  // Everything is painted in one go instead of window by window as the queue runs empty.
+  RedrawWindow(Window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+void FormPeer::Remove() {
+  if (form_.Loaded()) {
+    ShowWindow(Window(), SW_HIDE);
+  } else {
+    Destroy();
+  }
+}
+
+void FormPeer::Fail(std::exception_ptr error) noexcept {
+  if (error_) return;
+  error_ = std::move(error);
+  ModalLoop::Wake(toolkit_, *this);
+}
+
+void FormPeer::FocusOn(ControlPeer& child) {
+  if (GetActiveWindow() == Window()) {
+    ::SetFocus(child.Window());
+  } else {
+    form_.FocusMovedTo(&child.TheControl());
+  }
+}
+
+void FormPeer::FocusElsewhere() {
+  form_.FocusMovedTo(nullptr);
+  ::SetFocus(FocusWindow());
+}
+
+HWND FormPeer::FocusWindow() const {
+  const auto window_of = [this](const ui::Control* control) -> HWND {
+    const auto found = std::find_if(children_.begin(), children_.end(), [&](const ControlPeer* c) {
+      return &c->TheControl() == control;
+    });
+    const bool able = found != children_.end() && control->Visible() && control->Enabled();
+    return able ? (*found)->Window() : nullptr;
+  };
+  if (const HWND active = window_of(form_.ActiveControl())) return active;
+  const HWND first = window_of(form_.FirstFocus());
+  return first ? first : Window();
+}
+
+bool FormPeer::Covered(const ControlPeer& newcomer) const {
+  return std::any_of(children_.begin(), children_.end(), [&](const ControlPeer* sibling) {
+    RECT common;
+    return sibling != &newcomer && IntersectRect(&common, &sibling->Place(), &newcomer.Place());
+  });
+}
+
+ControlPeer* FormPeer::Child(HWND window) const {
+  const auto found = std::find_if(children_.begin(), children_.end(),
+                                  [&](const ControlPeer* c) { return c->Window() == window; });
+  return found == children_.end() ? nullptr : *found;
+}
+
+}  // namespace krx::win32

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <vector>
+
+#include "ports/win32/Screen.h"
+#include "ports/win32/Toolkit.h"
+#include "ports/win32/WindowPeer.h"
+#include "ui/Form.h"
+
+namespace krx::win32 {
+
+class ControlPeer;
+class TimerPeer;
+
+// The window of a form: borderless, with a thin edge around a client area of exactly the form's
+// size. It is created hidden, in its place.
+class FormPeer final : public WindowPeer {
+ public:
+  FormPeer(Toolkit& toolkit, ui::Form& form);
+
+  void Update(ui::Aspect aspect) override;
+
+  ui::Form& Form() const { return form_; }
+  win32::Scale Scale() const { return scale_; }
+
+  // Shows and paints the form and gives it the focus.
+  void Show();
+  // Takes the window off the screen; the windows of an unloaded form are destroyed.
+  void Remove();
+
+  // The control peers and timers of the form enter and leave themselves.
+  void Add(ControlPeer& child) { children_.push_back(&child); }
+  void Leave(ControlPeer& child) { std::erase(children_, &child); }
+  void Add(TimerPeer& timer) { timers_.push_back(&timer); }
+  void Leave(TimerPeer& timer) { std::erase(timers_, &timer); }
+
+  // Moves the focus to the control; while another window is active, as soon as this one is again.
+  void FocusOn(ControlPeer& child);
+  // Leads the focus away from a control that is about to be hidden or disabled.
+  void FocusElsewhere();
+  // Whether a sibling created before lies under this place, so that the newcomer must be raised.
+  bool Covered(const ControlPeer& newcomer) const;
+
+  // An error of one of the form's handlers; the first one is kept for the form's modal call.
+  void Fail(std::exception_ptr error) noexcept override;
+  std::exception_ptr TakeError() { return std::exchange(error_, nullptr); }
+  bool Failed() const { return error_ != nullptr; }
+
+ protected:
+  LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
+
+ private:
+  ControlPeer* Child(HWND window) const;
+  HWND FocusWindow() const;
+  SIZE WindowSize() const;
+  void AdoptPosition(const RECT& window);
+  void UpdateBounds();
+  void PaintEdge() const;
+  void PaintForm();
+  void Tick(UINT_PTR id);
+  void ChangeResolution(int dpi, const RECT& suggested);
+  void ChangeLook(UINT message, WPARAM w, LPARAM l);
+  LRESULT ToChild(HWND child, UINT message, WPARAM w, LPARAM l);
+
+  Toolkit& toolkit_;
+  ui::Form& form_;
+  win32::Scale scale_;
+  RECT place_{};  // of the window, in pixels of the screen
+  std::vector<ControlPeer*> children_;
+  std::vector<TimerPeer*> timers_;
+  std::exception_ptr error_;
+};
+
+}  // namespace krx::win32

@@ -1,0 +1,105 @@
+#include "ports/win32/KeyPeer.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace krx::win32 {
+
+namespace {
+
+constexpr DWORD kTypeMask = BS_TYPEMASK | BS_MULTILINE;
+constexpr int kFocusInset = 3;  // pixels at 96 dpi
+
+// The window answers with a text that it does not show.
+LRESULT AnswerText(const String& text, WPARAM capacity, LPARAM buffer) {
+  if (capacity == 0) return 0;
+  const std::size_t length = std::min<std::size_t>(text.size(), capacity - 1);
+  auto* const out = reinterpret_cast<wchar_t*>(buffer);
+  std::memcpy(out, text.data(), length * sizeof(wchar_t));
+  out[length] = 0;
+  return static_cast<LRESULT>(length);
+}
+
+}  // namespace
+
+KeyPeer::KeyPeer(Toolkit& toolkit, FormPeer& form, ui::KRXKey& key)
+    : ControlPeer(toolkit, form, key), key_(key), picture_scale_(form.Scale()) {
+  CreateChild(L"BUTTON", Style(false), 0, key.Caption());
+}
+
+DWORD KeyPeer::Style(bool focused) const {
+  if (HasCross()) return BS_OWNERDRAW;
+  const bool lines = key_.Caption().find_first_of(u"\r\n") != String::npos;
+  // The focused button looks like the one that Enter presses, because it is.
+  return (focused ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON) | (lines ? BS_MULTILINE : 0);
+}
+
+void KeyPeer::UpdateContent(ui::Aspect aspect) {
+  const auto style = static_cast<DWORD>(GetWindowLongPtrW(Window(), GWL_STYLE));
+  const DWORD wanted = Style(GetFocus() == Window());
+  if ((style & kTypeMask) != wanted)
+    SetWindowLongPtrW(Window(), GWL_STYLE, static_cast<LONG_PTR>((style & ~kTypeMask) | wanted));
+  if (aspect == ui::Aspect::Text) SetText(key_.Caption());
+  Invalidate();
+}
+
+void KeyPeer::FocusChanged(bool focused) {
+  if (HasCross()) return Invalidate();
+  // Without immediate redrawing: a box that opens is painted once.
+  SendMessageW(Window(), BM_SETSTYLE, Style(focused), FALSE);
+  Invalidate();
+}
+
+LRESULT KeyPeer::Handle(UINT message, WPARAM w, LPARAM l) {
+  const bool nameless = HasCross() && key_.Caption().empty();
+  if (message == WM_GETTEXT && nameless) return AnswerText(toolkit_.CloseWord(), w, l);
+  if (message == WM_GETTEXTLENGTH && nameless)
+    return static_cast<LRESULT>(toolkit_.CloseWord().size());
+  return ControlPeer::Handle(message, w, l);
+}
+
+LRESULT KeyPeer::FromParent(UINT message, WPARAM w, LPARAM l) {
+  if (message == WM_COMMAND) {
+    // A drawn button reports the second press of a quick pair as a double click.
+    const bool clicked = HIWORD(w) == BN_CLICKED || HIWORD(w) == BN_DBLCLK;
+    if (clicked && form_.Form().Visible()) key_.Click();
+    return 0;
+  }
+  if (message != WM_DRAWITEM) return ControlPeer::FromParent(message, w, l);
+  Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(l));
+  return TRUE;
+}
+
+void KeyPeer::Draw(const DRAWITEMSTRUCT& item) const {
+  RECT area = item.rcItem;
+  const bool pressed = (item.itemState & ODS_SELECTED) != 0;
+  DrawFrameControl(item.hDC, &area, DFC_BUTTON, DFCS_BUTTONPUSH | (pressed ? DFCS_PUSHED : 0u));
+  if (pressed) OffsetRect(&area, form_.Scale().Thickness(1), form_.Scale().Thickness(1));
+  const bool disabled = (item.itemState & ODS_DISABLED) != 0;
+  DrawCross(item.hDC, area, GetSysColor(disabled ? COLOR_GRAYTEXT : COLOR_BTNTEXT));
+  if ((item.itemState & ODS_FOCUS) == 0) return;
+  const int inset = form_.Scale().Thickness(kFocusInset);
+  area = item.rcItem;
+  InflateRect(&area, -inset, -inset);
+  DrawFocusRect(item.hDC, &area);
+}
+
+// Two diagonals about a fifth of the cross thick, drawn line beside line so that they stay crisp.
+void KeyPeer::DrawCross(HDC dc, const RECT& area, COLORREF color) const {
+  const int size = key_.Picture().Pixels * form_.Scale().Dpi / picture_scale_.Dpi;
+  const int thickness = std::max(2, size * 3 / 16);
+  const int length = size - thickness + 1;
+  const int left = (area.left + area.right - size) / 2;
+  const int top = (area.top + area.bottom - length) / 2;
+  const HGDIOBJ before = SelectObject(dc, GetStockObject(DC_PEN));
+  SetDCPenColor(dc, color);
+  for (int i = 0; i < thickness; ++i) {
+    MoveToEx(dc, left + i, top, nullptr);
+    LineTo(dc, left + i + length, top + length);
+    MoveToEx(dc, left + i + length - 1, top, nullptr);
+    LineTo(dc, left + i - 1, top + length);
+  }
+  SelectObject(dc, before);
+}
+
+}  // namespace krx::win32

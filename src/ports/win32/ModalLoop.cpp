@@ -1,0 +1,115 @@
+#include "ports/win32/ModalLoop.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace krx::win32 {
+
+namespace {
+
+struct Search {
+  HWND Own;
+  std::vector<HWND>& Found;
+};
+
+BOOL CALLBACK CollectOther(HWND window, LPARAM data) {
+  const auto& search = *reinterpret_cast<const Search*>(data);
+  if (window != search.Own && IsWindowVisible(window) && IsWindowEnabled(window))
+    search.Found.push_back(window);
+  return TRUE;
+}
+
+}  // namespace
+
+ModalLoop::ModalLoop(Toolkit& toolkit, FormPeer& peer)
+    : toolkit_(toolkit),
+      peer_(peer),
+      active_before_(GetActiveWindow()),
+      focus_before_(active_before_ ? GetFocus() : nullptr) {
+  toolkit_.Loops.push_back(this);
+  toolkit_.ForgetScreen();
+  DisableOthers();
+}
+
+ModalLoop::~ModalLoop() {
+  Close();
+  std::erase(toolkit_.Loops, this);
+  toolkit_.ForgetScreen();
+  peer_.Remove();
+  // The quit message was meant for the thread's own loop; until it is posted again, the windows
+  // above must be gone, because a message loop in their closing would take it.
+  if (quit_) PostQuitMessage(*quit_);
+}
+
+bool ModalLoop::Goes() const {
+  return peer_.Form().Visible() && peer_.Window() && !peer_.Failed() && !quit_;
+}
+
+void ModalLoop::Run() {
+  {
+    const DpiScope scope;
+    peer_.Show();
+  }
+  while (Goes()) {
+    MSG message;
+    waiting_ = true;
+    const BOOL got = GetMessageW(&message, nullptr, 0, 0);
+    waiting_ = false;
+    if (got < 0) throw SystemError(u"Waiting for the operator failed");
+    if (got == 0) {
+      quit_ = static_cast<int>(message.wParam);
+    } else {
+      Dispatch(toolkit_, message);
+    }
+  }
+}
+
+void ModalLoop::Dispatch(Toolkit& toolkit, MSG& message) {
+  if (!toolkit.Loops.empty() && toolkit.Keys.Uses(toolkit.Loops.back()->peer_, message)) return;
+  TranslateMessage(&message);
+  DispatchMessageW(&message);
+}
+
+void ModalLoop::Hidden(Toolkit& toolkit, FormPeer& peer) {
+  const bool innermost = !toolkit.Loops.empty() && &toolkit.Loops.back()->peer_ == &peer;
+  if (innermost) {
+    toolkit.Loops.back()->Close();
+  }
+  // The windows that an outer form disabled stay so while an inner one is up.
+  ShowWindow(peer.Window(), SW_HIDE);
+  Wake(toolkit, peer);
+}
+
+void ModalLoop::Wake(Toolkit& toolkit, const FormPeer& peer) {
+  const auto loop = std::find_if(toolkit.Loops.begin(), toolkit.Loops.end(),
+                                 [&](const ModalLoop* l) { return &l->peer_ == &peer; });
+  // A message sent by another thread is handled inside the wait, which would simply go on.
+  if (loop != toolkit.Loops.end() && (*loop)->waiting_) PostMessageW(peer.Window(), WM_NULL, 0, 0);
+}
+
+void ModalLoop::DisableOthers() {
+  Search search{peer_.Window(), disabled_};
+  EnumThreadWindows(GetCurrentThreadId(), CollectOther, reinterpret_cast<LPARAM>(&search));
+  for (const HWND window : disabled_)
+    EnableWindow(window, FALSE);
+}
+
+// The others are enabled before the form goes: the system activates no disabled window, and would
+// bring another application to the front instead.
+void ModalLoop::Close() {
+  if (std::exchange(closed_, true)) return;
+  for (const HWND window : disabled_) {
+    if (IsWindow(window)) EnableWindow(window, TRUE);
+  }
+  if (peer_.Window() && GetActiveWindow() == peer_.Window()) RestoreActivation();
+}
+
+void ModalLoop::RestoreActivation() const {
+  if (!active_before_ || !IsWindowVisible(active_before_) || !IsWindowEnabled(active_before_))
+    return;
+  SetActiveWindow(active_before_);
+  const bool inside = focus_before_ == active_before_ || IsChild(active_before_, focus_before_);
+  if (inside && GetFocus() != focus_before_) ::SetFocus(focus_before_);
+}
+
+}  // namespace krx::win32

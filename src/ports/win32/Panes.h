@@ -1,0 +1,46 @@
+#pragma once
+
+#include "ports/win32/ControlPeer.h"
+#include "ui/KRXIndex.h"
+#include "ui/StandardControls.h"
+
+namespace krx::win32 {
+
+// A window that is drawn by us, in one go and without a separate background. A button held down on
+// it keeps the mouse, so a form can be dragged by it.
+class PanePeer : public ControlPeer {
+ protected:
+  using ControlPeer::ControlPeer;
+  LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
+  virtual void Paint(HDC dc, const RECT& area) = 0;
+};
+
+// Shows the text of a KRXIndex.
+class IndexPeer final : public PanePeer {
+ public:
+  IndexPeer(Toolkit& toolkit, FormPeer& form, ui::KRXIndex& index);
+
+ protected:
+  void Paint(HDC dc, const RECT& area) override;
+  void UpdateContent(ui::Aspect aspect) override;
+  bool IsBackground() const override { return true; }
+
+ private:
+  ui::KRXIndex& index_;
+  String shown_;  // breaking the lines means measuring, so it is done once per text and font
+};
+
+// Shows the stock icon of a picture box.
+class PicturePeer final : public PanePeer {
+ public:
+  PicturePeer(Toolkit& toolkit, FormPeer& form, ui::PictureBox& box);
+
+ protected:
+  void Paint(HDC dc, const RECT& area) override;
+  void UpdateContent(ui::Aspect) override { Invalidate(); }
+
+ private:
+  ui::PictureBox& box_;
+};
+
+}  // namespace krx::win32

@@ -1,0 +1,118 @@
+#include "ports/win32/Texts.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace krx::win32 {
+
+namespace {
+
+constexpr std::size_t kMostFonts = 24;
+constexpr double kPointsPerInch = 72;
+
+template <class EachLine>
+int ForEachLine(StringView text, EachLine each) {
+  int count = 0;
+  for (;; ++count) {
+    const std::size_t end = text.find(u'\n');
+    each(text.substr(0, end), count);
+    if (end == StringView::npos) return count + 1;
+    text.remove_prefix(end + 1);
+  }
+}
+
+bool HasTab(StringView line) {
+  return line.find(u'\t') != StringView::npos;
+}
+
+int LineWidth(HDC dc, StringView line) {
+  const int length = static_cast<int>(line.size());
+  if (HasTab(line)) return LOWORD(GetTabbedTextExtentW(dc, WideData(line), length, 0, nullptr));
+  SIZE size{};
+  GetTextExtentPoint32W(dc, WideData(line), length, &size);
+  return size.cx;
+}
+
+}  // namespace
+
+FontHandle::FontHandle(const Font& font, Scale scale) : font_(font), scale_(scale) {
+  LOGFONTW wanted{};
+  wanted.lfHeight = -static_cast<LONG>(std::lround(double{font.Size} * scale.Dpi / kPointsPerInch));
+  wanted.lfWeight = font.Weight;
+  wanted.lfItalic = font.Italic;
+  wanted.lfUnderline = font.Underline;
+  wanted.lfStrikeOut = font.Strikethrough;
+  wanted.lfCharSet = static_cast<BYTE>(font.Charset);
+  const std::size_t length = std::min<std::size_t>(font.Name.size(), LF_FACESIZE - 1);
+  std::copy_n(WideData(font.Name), length, wanted.lfFaceName);
+  handle_ = CreateFontIndirectW(&wanted);
+  if (!handle_) throw SystemError(u"A font cannot be created");
+}
+
+FontHandle::~FontHandle() {
+  DeleteObject(handle_);
+}
+
+Texts::Texts() : dc_(CreateCompatibleDC(nullptr)) {
+  if (!dc_) throw SystemError(u"Texts cannot be measured");
+  original_font_ = GetCurrentObject(dc_, OBJ_FONT);
+}
+
+Texts::~Texts() {
+  SelectObject(dc_, original_font_);
+  DeleteDC(dc_);
+}
+
+SharedFont Texts::FontFor(const Font& font, Scale scale) {
+  const auto found = std::find_if(fonts_.begin(), fonts_.end(),
+                                  [&](const SharedFont& f) { return f->Is(font, scale); });
+  if (found != fonts_.end()) {
+    std::rotate(fonts_.begin(), found, found + 1);
+    return fonts_.front();
+  }
+  fonts_.insert(fonts_.begin(), std::make_shared<const FontHandle>(font, scale));
+  // Windows that still show a font keep it alive themselves.
+  if (fonts_.size() > kMostFonts) fonts_.pop_back();
+  return fonts_.front();
+}
+
+int Texts::LineHeight(const SharedFont& font) {
+  if (selected_ == font) return line_height_;
+  SelectObject(dc_, font->Get());
+  selected_ = font;
+  TEXTMETRICW metrics{};
+  if (!GetTextMetricsW(dc_, &metrics)) throw SystemError(u"A font cannot be measured");
+  line_height_ = metrics.tmHeight;
+  return line_height_;
+}
+
+SIZE Texts::Measure(const SharedFont& font, StringView text) {
+  const int line_height = LineHeight(font);
+  int widest = 0;
+  const int lines = ForEachLine(
+      text, [&](StringView line, int) { widest = std::max(widest, LineWidth(dc_, line)); });
+  return {widest, lines * line_height};
+}
+
+void Texts::Draw(HDC dc, const SharedFont& font, StringView text, const RECT& area, int indent) {
+  const int line_height = LineHeight(font);
+  const int lines = static_cast<int>(std::count(text.begin(), text.end(), u'\n')) + 1;
+  const int left = area.left + indent;
+  const int top = area.top + (area.bottom - area.top - lines * line_height) / 2;
+  const HGDIOBJ before = SelectObject(dc, font->Get());
+  // An empty opaque text is the cheapest way to fill the area in the background colour.
+  ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &area, L"", 0, nullptr);
+  SetBkMode(dc, TRANSPARENT);
+  ForEachLine(text, [&](StringView line, int number) {
+    const int length = static_cast<int>(line.size());
+    const int y = top + number * line_height;
+    if (HasTab(line)) {
+      TabbedTextOutW(dc, left, y, WideData(line), length, 0, nullptr, left);
+    } else {
+      ExtTextOutW(dc, left, y, 0, nullptr, WideData(line), static_cast<UINT>(length), nullptr);
+    }
+  });
+  SelectObject(dc, before);
+}
+
+}  // namespace krx::win32

@@ -1,0 +1,68 @@
+#include "ports/win32/Toolkit.h"
+
+#include <array>
+
+#include "ports/win32/FormPeer.h"
+#include "ports/win32/ModalLoop.h"
+
+namespace krx::win32 {
+
+namespace {
+
+constexpr ULONGLONG kScreenKnown = 50;  // milliseconds
+constexpr ui::Color kSystemColorFlag = 0x80000000u;
+
+String ReadCloseWord() {
+  // Only a window with a system menu knows the word; one that is never shown will do.
+  const HWND window = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW, 0, 0, 0, 0,
+                                      HWND_MESSAGE, nullptr, ThisModule(), nullptr);
+  std::array<wchar_t, 64> text{};
+  const int length = GetMenuStringW(GetSystemMenu(window, FALSE), SC_CLOSE, text.data(),
+                                    static_cast<int>(text.size()), MF_BYCOMMAND);
+  if (window) DestroyWindow(window);
+  // "&Close<tab>Alt+F4" is the menu's notation.
+  const StringView item = Narrow(text.data(), static_cast<std::size_t>(length));
+  return ReplaceAll(String(item.substr(0, item.find(u'\t'))), u"&", u"");
+}
+
+}  // namespace
+
+Toolkit::Toolkit() : classes_(&WindowPeer::Procedure) {}
+
+// A dialog that lays itself out asks dozens of times, and each answer costs the system a look at
+// all of its monitors.
+const Screen& Toolkit::OpeningScreen() {
+  const ULONGLONG now = GetTickCount64();
+  if (now >= screen_known_until_) {
+    screen_ = Screen::Of(WindowInUse());
+    screen_known_until_ = now + kScreenKnown;
+  }
+  return screen_;
+}
+
+const String& Toolkit::CloseWord() {
+  if (close_word_.empty()) close_word_ = ReadCloseWord();
+  return close_word_;
+}
+
+HWND Toolkit::Owner() const {
+  const HWND active = GetActiveWindow();
+  if (active && IsWindowVisible(active)) return active;
+  if (Loops.empty()) return nullptr;
+  const HWND innermost = Loops.back()->Peer().Window();
+  return innermost && IsWindowVisible(innermost) ? innermost : nullptr;
+}
+
+COLORREF ResolveColor(ui::Color color) {
+  if ((color & kSystemColorFlag) == 0) return color;
+  return GetSysColor(static_cast<int>(color & ~kSystemColorFlag));
+}
+
+HBRUSH BrushFor(HDC dc, ui::Color color) {
+  if ((color & kSystemColorFlag) != 0)
+    return GetSysColorBrush(static_cast<int>(color & ~kSystemColorFlag));
+  SetDCBrushColor(dc, color);
+  return static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
+}
+
+}  // namespace krx::win32

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <vector>
+
+#include "ports/win32/KeyFilter.h"
+#include "ports/win32/Texts.h"
+#include "ports/win32/WindowClasses.h"
+#include "ui/Color.h"
+
+namespace krx::win32 {
+
+class ModalLoop;
+
+// What the peers of one thread share.
+class Toolkit {
+ public:
+  Toolkit();
+
+  win32::Texts Texts;
+  KeyFilter Keys;
+  std::vector<ModalLoop*> Loops;  // running now, the innermost one last
+  HCURSOR Pointer = nullptr;      // null: every window shows its own
+
+  // The monitor on which the next form opens: that of the window in use.
+  const Screen& OpeningScreen();
+  // Activation moved, so the next form may open elsewhere.
+  void ForgetScreen() { screen_known_until_ = 0; }
+
+  // The system's own word for closing a window, for controls that show a cross instead.
+  const String& CloseWord();
+  // Window that a new form or box belongs to: the thread's active window, or else the innermost
+  // form; null without both.
+  HWND Owner() const;
+
+ private:
+  WindowClasses classes_;
+  String close_word_;
+  Screen screen_;
+  ULONGLONG screen_known_until_ = 0;  // in ticks of the system
+};
+
+// Red-green-blue value of a colour; system colours are looked up now.
+COLORREF ResolveColor(ui::Color color);
+// A brush of that colour, ready for use on `dc`; it belongs to the system.
+HBRUSH BrushFor(HDC dc, ui::Color color);
+
+// Paints a window between its begin and its end.
+class PaintScope {
+ public:
+  explicit PaintScope(HWND window) : window_(window), dc_(BeginPaint(window, &paint_)) {}
+  ~PaintScope() { EndPaint(window_, &paint_); }
+  PaintScope(const PaintScope&) = delete;
+  PaintScope& operator=(const PaintScope&) = delete;
+  HDC Dc() const { return dc_; }
+
+ private:
+  HWND window_;
+  PAINTSTRUCT paint_{};
+  HDC dc_;
+};
+
+}  // namespace krx::win32

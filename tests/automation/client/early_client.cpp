@@ -1,0 +1,150 @@
+// A client bound early, with windows and timers of its own. Its argument says what it does; what
+// it finds it prints, one fact per line.
+
+#include <windows.h>
+
+#include <cstdio>
+#include <functional>
+#include <map>
+#include <string>
+
+#include "client/Dialogs.h"
+
+namespace {
+
+using krx::client::Dialogs;
+using krx::client::ErrorText;
+
+Dialogs* dialogs = nullptr;
+
+void Print(const std::string& line) {
+  std::puts(line.c_str());
+  std::fflush(stdout);
+}
+
+long Ask(const wchar_t* text, long style) {
+  long result = -1;
+  const HRESULT status = dialogs->MsgBox(text, style, L"Client", result);
+  if (FAILED(status)) Print("failed");
+  return result;
+}
+
+std::string Hex(HRESULT status) {
+  char text[16];
+  std::snprintf(text, sizeof text, "%08lX", static_cast<unsigned long>(status));
+  return text;
+}
+
+void Answer() {
+  switch (static_cast<KRMsgBoxResult>(Ask(L"Early", 4))) {
+    case krYes:
+      return Print("yes");
+    case krNo:
+      return Print("no");
+    default:
+      return Print("another result");
+  }
+}
+
+void CALLBACK OpenNested(HWND, UINT, UINT_PTR timer, DWORD) {
+  KillTimer(nullptr, timer);
+  Print("nested " + std::to_string(Ask(L"Nested", 5)));
+}
+
+// A second box opens while the first one is up, from a timer that only the modal loop can run.
+void Nested() {
+  SetTimer(nullptr, 0, 300, OpenNested);
+  Print("outer " + std::to_string(Ask(L"Outer", 4)));
+}
+
+HWND NewWindow(const wchar_t* title, DWORD style) {
+  const HWND window = CreateWindowExW(0, L"STATIC", title, WS_OVERLAPPEDWINDOW | style, 50, 50, 300,
+                                      150, nullptr, nullptr, nullptr, nullptr);
+  return window;
+}
+
+std::string EnabledOrNot(HWND window) {
+  return IsWindowEnabled(window) ? "enabled" : "disabled";
+}
+
+// Other windows of the thread, one of them disabled by the client itself before the box opens.
+void Windows() {
+  const HWND main = NewWindow(L"Client window", WS_VISIBLE);
+  const HWND own_disabled = NewWindow(L"Disabled window", WS_VISIBLE | WS_DISABLED);
+  const HWND edit = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_BORDER, 10, 10, 200,
+                                    30, main, nullptr, nullptr, nullptr);
+  SetForegroundWindow(main);
+  SetFocus(edit);
+  Ask(L"Text", 0);
+  Print("client window " + EnabledOrNot(main));
+  Print("disabled window " + EnabledOrNot(own_disabled));
+  Print(GetFocus() == edit ? "focus restored" : "focus lost");
+  DestroyWindow(main);
+  DestroyWindow(own_disabled);
+}
+
+void CALLBACK PostQuit(HWND, UINT, UINT_PTR timer, DWORD) {
+  KillTimer(nullptr, timer);
+  PostQuitMessage(7);
+}
+
+// The client is told to quit while a box is up; its own loop has to learn of it.
+void Quit() {
+  SetTimer(nullptr, 0, 300, PostQuit);
+  Print("result " + std::to_string(Ask(L"Text", 4)));
+  MSG message{};
+  while (GetMessageW(&message, nullptr, 0, 0) > 0)
+    DispatchMessageW(&message);
+  Print("quit " + std::to_string(message.wParam));
+}
+
+// Status of every method whose dialog does not exist.
+void NotImplemented() {
+  const krx::client::BasicString empty(L"");
+  BSTR text = nullptr;
+  VARIANT_BOOL truth = VARIANT_FALSE;
+  Dialogs& d = *dialogs;
+  Print("KRSelectDirectory " + Hex(d->KRSelectDirectory(empty, VARIANT_TRUE, empty, &text)));
+  Print("KRSelectDirectoryTouch " +
+        Hex(d->KRSelectDirectoryTouch(empty, VARIANT_TRUE, empty, &text)));
+  Print("KRSaveFileAs " + Hex(d->KRSaveFileAs(empty, empty, empty, VARIANT_TRUE, empty, &text)));
+  Print("KROpenFile " + Hex(d->KROpenFile(empty, empty, empty, VARIANT_TRUE, empty, &text)));
+  Print("KROpenFileTouch " +
+        Hex(d->KROpenFileTouch(empty, empty, empty, VARIANT_TRUE, empty, &text)));
+  Print("KRUserLogOn " + Hex(d->KRUserLogOn(&truth)));
+  Print("KRUserLogOnCombo " + Hex(d->KRUserLogOnCombo(&truth)));
+  Print("KRAddUser " + Hex(d->KRAddUser(&truth)));
+  Print("KRWhoAmI " + Hex(d->KRWhoAmI()));
+  Print("KRUser " + Hex(d->KRUser()));
+  Print("KRChangePassword " + Hex(d->KRChangePassword()));
+}
+
+// Status and text of two failures.
+void Failures() {
+  long result = -1;
+  Print("mismatch " + Hex(dialogs->MsgBox(L"Text", 256, L"Title", result)));
+  Print(ErrorText().empty() ? "without text" : "with text");
+  Print("no place for a host " + Hex((*dialogs)->SetHostApp(nullptr)));
+}
+
+const std::map<std::string, std::function<void()>> kModes{
+    {"answer", Answer},
+    {"nested", Nested},
+    {"windows", Windows},
+    {"quit", Quit},
+    {"not-implemented", NotImplemented},
+    {"failures", Failures},
+};
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  const auto mode = kModes.find(count > 1 ? arguments[1] : "");
+  if (mode == kModes.end()) return 2;
+  const krx::client::Automation automation;
+  Dialogs own;
+  if (!own) return 3;
+  dialogs = &own;
+  mode->second();
+  return 0;
+}

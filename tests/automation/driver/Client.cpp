@@ -1,0 +1,113 @@
+#include "driver/Client.h"
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace krx::drive {
+
+Client::Client(const std::wstring& command_line) {
+  SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
+  HANDLE read = nullptr;
+  HANDLE write = nullptr;
+  if (!CreatePipe(&read, &write, &inherit, 0)) throw std::runtime_error("no pipe");
+  SetHandleInformation(read, HANDLE_FLAG_INHERIT, 0);
+
+  STARTUPINFOW start{};
+  start.cb = sizeof start;
+  start.dwFlags = STARTF_USESTDHANDLES;
+  start.hStdOutput = write;
+  start.hStdError = write;
+  PROCESS_INFORMATION process{};
+  std::wstring command = command_line;
+  const BOOL started = CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                                      nullptr, &start, &process);
+  CloseHandle(write);
+  if (!started) {
+    CloseHandle(read);
+    throw std::runtime_error("a client program does not start");
+  }
+  CloseHandle(process.hThread);
+  process_ = process.hProcess;
+  process_id_ = process.dwProcessId;
+  reader_ = std::jthread([this, read] { Read(read); });
+}
+
+Client::~Client() {
+  if (Running()) TerminateProcess(process_, 99);
+  WaitForSingleObject(process_, INFINITE);
+  CloseHandle(process_);
+}
+
+void Client::Read(HANDLE pipe) {
+  std::array<char, 1024> chunk;
+  DWORD count = 0;
+  while (ReadFile(pipe, chunk.data(), chunk.size(), &count, nullptr) && count) {
+    const std::lock_guard guard(lock_);
+    output_.append(chunk.data(), count);
+  }
+  CloseHandle(pipe);
+}
+
+bool Client::Running() const {
+  return WaitForSingleObject(process_, 0) == WAIT_TIMEOUT;
+}
+
+std::vector<std::string> Client::Lines() const {
+  const std::lock_guard guard(lock_);
+  std::istringstream text(output_);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(text, line);) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+void Client::WaitForLine(const std::string& line) const {
+  const auto printed = [&] {
+    const auto lines = Lines();
+    return std::find(lines.begin(), lines.end(), line) != lines.end();
+  };
+  if (!Within(kPatience, printed))
+    throw std::runtime_error("the client does not print '" + line + "' but: " + output_);
+}
+
+DWORD Client::Finish(Milliseconds limit) {
+  if (WaitForSingleObject(process_, static_cast<DWORD>(limit.count())) != WAIT_OBJECT_0)
+    throw std::runtime_error("the client does not end; it printed: " + output_);
+  if (reader_.joinable()) reader_.join();
+  DWORD code = 0;
+  GetExitCodeProcess(process_, &code);
+  return code;
+}
+
+ScriptFile::ScriptFile(const std::string& text) {
+  std::array<wchar_t, MAX_PATH> folder{};
+  std::array<wchar_t, MAX_PATH> file{};
+  GetTempPathW(folder.size(), folder.data());
+  GetTempFileNameW(folder.data(), L"krx", 0, file.data());
+  std::filesystem::remove(file.data());
+  // The script host takes the language from the file's extension.
+  path_ = std::wstring(file.data()) + L".vbs";
+  std::ofstream(path_, std::ios::binary) << text;
+}
+
+ScriptFile::~ScriptFile() {
+  std::error_code ignored;
+  std::filesystem::remove(path_, ignored);
+}
+
+std::wstring ScriptFile::Command() const {
+  return L"cscript.exe //nologo \"" + path_.wstring() + L"\"";
+}
+
+std::filesystem::path ProgramFolder() {
+  std::array<wchar_t, MAX_PATH> file{};
+  GetModuleFileNameW(nullptr, file.data(), file.size());
+  return std::filesystem::path(file.data()).parent_path();
+}
+
+}  // namespace krx::drive

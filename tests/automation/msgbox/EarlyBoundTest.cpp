@@ -1,0 +1,62 @@
+// A compiled client that knows the interface, with windows and timers of its own.
+
+#include "support/DialogTest.h"
+
+namespace krx::drive {
+namespace {
+
+class EarlyBound : public DialogTest {};
+
+TEST_F(EarlyBound, AClientGetsTheResultAsTheEnumOfTheTypeLibrary) {
+  RunProgram("early_client.exe answer");
+  NextBox().Child(L"keyButton(1)").Click();
+  EXPECT_EQ(Printed(), Lines{"no"});
+}
+
+TEST_F(EarlyBound, ABoxOpensOverAnotherFromATimerOfTheClientsThread) {
+  RunProgram("early_client.exe nested");
+  const Window outer = NextBox();
+  const Window nested = NextBox();
+  EXPECT_TRUE(outer.Visible());
+  EXPECT_FALSE(outer.Enabled());
+  EXPECT_EQ(nested.Child(L"idxMessage").Text(), L"Nested");
+  nested.Child(L"keyButton(0)").Click();
+  nested.WaitUntilGone();
+  TheClient().WaitForLine("nested 4");
+  EXPECT_TRUE(Within(kPatience, [&] { return outer.Enabled(); }));
+  outer.WaitForFocusOn(L"keyButton(0)");
+  PressKey(L"Enter");
+  EXPECT_EQ(Printed(), (Lines{"nested 4", "outer 6"}));
+}
+
+TEST_F(EarlyBound, OtherWindowsOfTheThreadAreDisabledWhileABoxIsUp) {
+  RunProgram("early_client.exe windows");
+  const Window box = NextBox();
+  EXPECT_FALSE(WaitForTitle(L"Client window").Enabled());
+  EXPECT_FALSE(WaitForTitle(L"Disabled window").Enabled());
+  EXPECT_TRUE(box.Enabled());
+  PressKey(L"Enter");
+  EXPECT_EQ(Printed(),
+            (Lines{"client window enabled", "disabled window disabled", "focus restored"}));
+}
+
+TEST_F(EarlyBound, AQuitThatComesWhileABoxIsUpReachesTheClientsOwnLoop) {
+  RunProgram("early_client.exe quit");
+  EXPECT_EQ(Printed(), (Lines{"result 6", "quit 7"}));
+}
+
+TEST_F(EarlyBound, MethodsWithoutTheirDialogReturnNotImplemented) {
+  RunProgram("early_client.exe not-implemented");
+  const Lines lines = Printed();
+  EXPECT_EQ(lines.size(), 11u);
+  for (const std::string& line : lines)
+    EXPECT_TRUE(line.ends_with(" 80004001")) << line;
+}
+
+TEST_F(EarlyBound, FailuresArriveAsStatusWithAnErrorObject) {
+  RunProgram("early_client.exe failures");
+  EXPECT_EQ(Printed(), (Lines{"mismatch 800A000D", "with text", "no place for a host 80004003"}));
+}
+
+}  // namespace
+}  // namespace krx::drive

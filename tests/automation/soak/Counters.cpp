@@ -1,0 +1,123 @@
+#include "soak/Counters.h"
+
+#include <windows.h>
+#include <winternl.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace krx::soak {
+
+namespace {
+
+long CountWindows() {
+  long count = 0;
+  const auto add = [](HWND window, LPARAM total) -> BOOL {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (process == GetCurrentProcessId()) ++*reinterpret_cast<long*>(total);
+    return TRUE;
+  };
+  EnumWindows(add, reinterpret_cast<LPARAM>(&count));
+  // Message-only windows have a root of their own.
+  HWND window = nullptr;
+  while ((window = FindWindowExW(HWND_MESSAGE, window, nullptr, nullptr)))
+    add(window, reinterpret_cast<LPARAM>(&count));
+  return count;
+}
+
+#ifdef _WIN64
+// The process environment block points at the table of all graphics objects.
+constexpr std::size_t kTableInBlock = 0xF8;
+
+struct GdiEntry {
+  std::uint64_t Object;
+  std::uint32_t Owner;
+  std::uint16_t Unique;
+  std::uint8_t Type;  // 0 in a free entry
+  std::uint8_t Stock;
+  std::uint64_t UserData;
+};
+static_assert(sizeof(GdiEntry) == 24);
+
+long CountGdiObjects() {
+  constexpr std::size_t kEntries = 16384;
+  PROCESS_BASIC_INFORMATION process{};
+  NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process, sizeof process,
+                            nullptr);
+  const auto* block = reinterpret_cast<const std::byte*>(process.PebBaseAddress);
+  const auto* table = *reinterpret_cast<const GdiEntry* const*>(block + kTableInBlock);
+  long count = 0;
+  for (std::size_t i = 0; i < kEntries; ++i)
+    if (table[i].Type) ++count;
+  return count;
+}
+#else
+long CountGdiObjects() {
+  return 0;
+}
+#endif
+
+struct HandleEntry {
+  ULONG Process;
+  BYTE Type;
+  BYTE Flags;
+  USHORT Handle;
+  void* Object;
+  ACCESS_MASK Access;
+};
+
+struct HandleTable {
+  ULONG Count;
+  HandleEntry Entries[1];
+};
+
+long CountKernelHandles() {
+  constexpr auto kHandleInformation = static_cast<SYSTEM_INFORMATION_CLASS>(16);
+  std::vector<std::byte> buffer(1 << 20);
+  ULONG needed = 0;
+  while (NtQuerySystemInformation(kHandleInformation, buffer.data(),
+                                  static_cast<ULONG>(buffer.size()), &needed) != 0)
+    buffer.resize(buffer.size() * 2);
+  const auto* table = reinterpret_cast<const HandleTable*>(buffer.data());
+  long count = 0;
+  for (ULONG i = 0; i < table->Count; ++i)
+    if (table->Entries[i].Process == GetCurrentProcessId()) ++count;
+  return count;
+}
+
+long CountHeapBlocks() {
+  std::array<HANDLE, 64> heaps{};
+  const DWORD found = GetProcessHeaps(heaps.size(), heaps.data());
+  long count = 0;
+  for (DWORD i = 0; i < found && i < heaps.size(); ++i) {
+    PROCESS_HEAP_ENTRY entry{};
+    HeapLock(heaps[i]);
+    while (HeapWalk(heaps[i], &entry))
+      if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) ++count;
+    HeapUnlock(heaps[i]);
+  }
+  return count;
+}
+
+}  // namespace
+
+Counters Counters::Now() {
+  return {CountWindows(), CountGdiObjects(), CountKernelHandles(), CountHeapBlocks()};
+}
+
+Counters operator-(const Counters& a, const Counters& b) {
+  return {a.Windows - b.Windows, a.GdiObjects - b.GdiObjects, a.KernelHandles - b.KernelHandles,
+          a.HeapBlocks - b.HeapBlocks};
+}
+
+std::string ToString(const Counters& counters) {
+  return "windows " + std::to_string(counters.Windows) + ", graphics objects " +
+         std::to_string(counters.GdiObjects) + ", handles " +
+         std::to_string(counters.KernelHandles) + ", heap blocks " +
+         std::to_string(counters.HeapBlocks);
+}
+
+}  // namespace krx::soak

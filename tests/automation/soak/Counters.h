@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+namespace krx::soak {
+
+// What the running process holds of the system's resources. The system's own query functions for
+// them count nothing on every platform, so each is counted at its source.
+struct Counters {
+  long Windows = 0;
+  long GdiObjects = 0;
+  long KernelHandles = 0;
+  long HeapBlocks = 0;
+
+  static Counters Now();
+};
+
+Counters operator-(const Counters& a, const Counters& b);
+std::string ToString(const Counters& counters);
+
+}  // namespace krx::soak

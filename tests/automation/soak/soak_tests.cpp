@@ -1,0 +1,131 @@
+// Opens and closes many boxes in one process and counts what stays behind.
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstdio>
+#include <string>
+
+#include "client/Dialogs.h"
+#include "soak/Counters.h"
+
+namespace krx::soak {
+namespace {
+
+constexpr int kWarmUp = 50;
+constexpr int kBoxes = 1000;
+
+BOOL CALLBACK TakeFirstKey(HWND window, LPARAM found) {
+  const HANDLE name = GetPropW(window, L"KRXName");
+  if (!name || reinterpret_cast<ULONG_PTR>(name) != GlobalFindAtomW(L"keyButton(0)")) return TRUE;
+  *reinterpret_cast<HWND*>(found) = window;
+  return FALSE;
+}
+
+BOOL CALLBACK LookIntoForm(HWND form, LPARAM found) {
+  if (IsWindowVisible(form)) EnumChildWindows(form, TakeFirstKey, found);
+  return *reinterpret_cast<HWND*>(found) == nullptr;
+}
+
+// First answer button of a box of this thread that is up; null when there is none.
+HWND FirstKey() {
+  HWND key = nullptr;
+  EnumThreadWindows(GetCurrentThreadId(), LookIntoForm, reinterpret_cast<LPARAM>(&key));
+  return key;
+}
+
+void CALLBACK ClickOk(HWND, UINT, UINT_PTR, DWORD) {
+  const HWND key = FirstKey();
+  if (!key) return;
+  PostMessageW(key, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+  PostMessageW(key, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+}
+
+// Opens boxes that a timer of this thread answers; false as soon as one has another result.
+bool OpenBoxes(client::Dialogs& dialogs, int count) {
+  const UINT_PTR timer = SetTimer(nullptr, 0, 10, ClickOk);
+  bool all_right = true;
+  for (int i = 0; i < count && all_right; ++i) {
+    long result = 0;
+    const HRESULT status = dialogs.MsgBox(L"A text\nin two lines", 3 + 32, L"Title", result);
+    all_right = status == S_OK && result == 6;
+  }
+  KillTimer(nullptr, timer);
+  MSG message;
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+    DispatchMessageW(&message);
+  return all_right;
+}
+
+// The same number of windows without the component: what grows here the platform loses itself.
+void OpenControls(int count) {
+  for (int i = 0; i < count; ++i) {
+    const HWND form = CreateWindowExW(0, L"STATIC", L"Control", WS_POPUP, 0, 0, 300, 200, nullptr,
+                                      nullptr, nullptr, nullptr);
+    for (int k = 0; k < 3; ++k)
+      CreateWindowExW(0, L"BUTTON", L"OK", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 100 * k, 0, 90, 30,
+                      form, nullptr, nullptr, nullptr);
+    CreateWindowExW(0, L"BUTTON", L"", WS_CHILD | WS_VISIBLE, 0, 100, 30, 30, form, nullptr,
+                    nullptr, nullptr);
+    ShowWindow(form, SW_SHOW);
+    UpdateWindow(form);
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+      DispatchMessageW(&message);
+    DestroyWindow(form);
+  }
+}
+
+template <class Open>
+Counters Growth(Open open) {
+  open(kWarmUp);
+  const Counters before = Counters::Now();
+  open(kBoxes);
+  return Counters::Now() - before;
+}
+
+TEST(Soak, AThousandBoxesLeaveNothingBehind) {
+  const client::Automation automation;
+  client::Dialogs dialogs;
+  ASSERT_TRUE(dialogs);
+  const Counters control = Growth(OpenControls);
+  bool all_right = true;
+  const Counters boxes =
+      Growth([&](int count) { all_right = OpenBoxes(dialogs, count) && all_right; });
+  ASSERT_TRUE(all_right);
+  RecordProperty("boxes", ToString(boxes));
+  RecordProperty("control", ToString(control));
+  std::printf("growth over %d boxes: %s\ncontrol run: %s\n", kBoxes, ToString(boxes).c_str(),
+              ToString(control).c_str());
+  EXPECT_EQ(boxes.Windows, 0);
+  EXPECT_EQ(boxes.GdiObjects, 0);
+  // The platform's own threads come and go with a few handles and blocks; one per hundred boxes
+  // would already be a leak.
+  EXPECT_LE(boxes.KernelHandles - control.KernelHandles, kBoxes / 100);
+  EXPECT_LE(boxes.HeapBlocks - control.HeapBlocks, kBoxes / 100);
+}
+
+// The counters see what they are to find: one object of each kind, kept on purpose.
+TEST(Soak, TheCountersSeeOneObjectOfEachKind) {
+  OpenControls(1);  // the first window of a thread brings the input method's along
+  const Counters before = Counters::Now();
+  const HWND window =
+      CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+  const HBRUSH brush = CreateSolidBrush(RGB(1, 2, 3));
+  const HANDLE event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+  void* block = HeapAlloc(GetProcessHeap(), 0, 100);
+  const Counters growth = Counters::Now() - before;
+  EXPECT_EQ(growth.Windows, 1);
+#ifdef _WIN64
+  EXPECT_GE(growth.GdiObjects, 1);
+#endif
+  EXPECT_GE(growth.KernelHandles, 1);
+  EXPECT_GE(growth.HeapBlocks, 1);
+  HeapFree(GetProcessHeap(), 0, block);
+  CloseHandle(event);
+  DeleteObject(brush);
+  DestroyWindow(window);
+}
+
+}  // namespace
+}  // namespace krx::soak

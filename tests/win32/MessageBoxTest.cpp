@@ -1,0 +1,110 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+
+#include "Person.h"
+#include "TestForm.h"
+#include "msgbox/FMessageBox.h"
+#include "service/KRXDialog.h"
+
+namespace krx::test {
+
+namespace {
+
+BOOL CALLBACK CountWindow(HWND, LPARAM data) {
+  ++*reinterpret_cast<int*>(data);
+  return TRUE;
+}
+
+struct Desk {
+  win32::Win32Platform Platform;
+  FakeRuntime Runtime;
+  service::Apartment Apartment{Platform, Runtime};
+  std::shared_ptr<service::KRXDialog> Dialog;
+  Desk() {
+    msgbox::Register(Apartment);
+    Dialog = service::KRXDialog::Create(Apartment);
+  }
+};
+
+TEST(FMessageBox, EveryButtonIsClickedByName) {
+  constexpr int kYesNoCancel = 3;
+  const std::pair<StringView, int> answers[] = {
+      {u"keyButton(0)", 6}, {u"keyButton(1)", 7}, {u"keyButton(2)", 2}, {u"keyClose", 6}};
+  for (const auto& [button, result] : answers) {
+    Desk desk;
+    int got = 0;
+    RunWith([&] { got = desk.Dialog->KRMsgBox(u"Text", kYesNoCancel | 32, u"Title"); },
+            [button = button](Person& person) {
+              const HWND box = person.AwaitForm(u"FMessageBox");
+              EXPECT_EQ(TextOf(box), u"Title");
+              EXPECT_NE(person.FindControl(box, u"picIcon"), nullptr);
+              EXPECT_EQ(TextOf(person.Control(box, u"idxMessage")), u"Text");
+              person.Click(person.Control(box, button));
+            });
+    EXPECT_EQ(got, result) << ToUtf8(button);
+  }
+}
+
+TEST(FMessageBox, OnlyVisibleControlsHaveWindows) {
+  Desk desk;
+  RunWith([&] { desk.Dialog->KRMsgBox(u"Text"); },
+          [](Person& person) {
+            const HWND box = person.AwaitForm(u"FMessageBox");
+            int windows = 0;
+            EnumChildWindows(box, CountWindow, reinterpret_cast<LPARAM>(&windows));
+            EXPECT_EQ(windows, 4);  // caption, close key, message, one button
+            person.Press(VK_RETURN);
+          });
+}
+
+TEST(FMessageBox, TheHelpKeyLeavesTheBoxOpen) {
+  Desk desk;
+  int got = 0;
+  RunWith([&] { got = desk.Dialog->KRMsgBox(u"Text", 4, u"Title", u"help"); },
+          [](Person& person) {
+            const HWND box = person.AwaitForm(u"FMessageBox");
+            person.Click(person.Control(box, u"keyHelp"));
+            person.AwaitFocus(person.Control(box, u"keyHelp"));
+            person.Press(VK_TAB);
+            person.AwaitFocus(person.Control(box, u"keyButton(0)"));
+            person.Press(VK_TAB);
+            person.AwaitFocus(person.Control(box, u"keyButton(1)"));
+            person.Press(VK_RETURN);
+          });
+  EXPECT_EQ(got, 7);
+}
+
+TEST(FMessageBox, IsDraggedByItsCaptionLine) {
+  Desk desk;
+  RunWith([&] { desk.Dialog->KRMsgBox(u"A text that makes the box wide enough", 0, u"Title"); },
+          [](Person& person) {
+            const HWND box = person.AwaitForm(u"FMessageBox");
+            RECT start{};
+            GetWindowRect(box, &start);
+            person.Drag(person.Control(box, u"idxCaption"), 61, 43);
+            person.Await(
+                [&] {
+                  RECT now{};
+                  GetWindowRect(box, &now);
+                  return now.left == start.left + 61 && now.top == start.top + 43;
+                },
+                "the box to follow");
+            person.Press(VK_RETURN);
+          });
+}
+
+TEST(FMessageBox, ActivatesItselfAfterItsSeconds) {
+  Desk desk;
+  service::FreeButtons extra;
+  extra.Button1 = u"Go";
+  extra.AutoActivation = 1;
+  int got = 0;
+  RunWith([&] { got = desk.Dialog->KRMsgBoxEx(u"Text", 0, u"Title", u"", 0, extra); },
+          [](Person& person) { person.AwaitForm(u"FMessageBox"); });
+  EXPECT_EQ(got, 11);
+}
+
+}  // namespace
+
+}  // namespace krx::test

@@ -1,0 +1,226 @@
+#include "Person.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <stdexcept>
+#include <thread>
+
+#include "ports/win32/Screen.h"
+
+namespace krx::test {
+
+namespace {
+
+constexpr auto kLimit = std::chrono::seconds(10);
+constexpr auto kPoll = std::chrono::milliseconds(5);
+
+struct Search {
+  StringView Name;
+  HWND Found = nullptr;
+};
+
+BOOL CALLBACK MatchName(HWND window, LPARAM data) {
+  auto& search = *reinterpret_cast<Search*>(data);
+  if (!IsWindowVisible(window) || NameOf(window) != search.Name) return TRUE;
+  search.Found = window;
+  return FALSE;
+}
+
+INPUT KeyInput(WORD key, DWORD flags) {
+  INPUT input{};
+  input.type = INPUT_KEYBOARD;
+  input.ki.wVk = key;
+  input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
+  input.ki.dwFlags = flags;
+  return input;
+}
+
+void Mouse(DWORD flags) {
+  INPUT input{};
+  input.type = INPUT_MOUSE;
+  input.mi.dwFlags = flags;
+  SendInput(1, &input, sizeof input);
+}
+
+POINT Middle(HWND window) {
+  RECT place{};
+  GetWindowRect(window, &place);
+  return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+}
+
+BOOL CALLBACK CloseForm(HWND window, LPARAM) {
+  if (!NameOf(window).empty()) PostMessageW(window, WM_CLOSE, 0, 0);
+  return TRUE;
+}
+
+}  // namespace
+
+bool Within(const std::function<bool()>& condition) {
+  const auto end = std::chrono::steady_clock::now() + kLimit;
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    std::this_thread::sleep_for(kPoll);
+  }
+  return true;
+}
+
+void Person::Await(const std::function<bool()>& condition, const std::string& what) {
+  if (!Within(condition)) throw std::runtime_error("waited in vain: " + what);
+}
+
+HWND Person::AwaitForm(StringView name) {
+  Search search{name};
+  Await(
+      [&] {
+        search.Found = nullptr;
+        EnumWindows(MatchName, reinterpret_cast<LPARAM>(&search));
+        return search.Found && GetForegroundWindow() == search.Found && FocusOf(search.Found);
+      },
+      "form " + ToUtf8(name));
+  return search.Found;
+}
+
+HWND Person::FindControl(HWND form, StringView name) {
+  Search search{name};
+  EnumChildWindows(form, MatchName, reinterpret_cast<LPARAM>(&search));
+  return search.Found;
+}
+
+HWND Person::Control(HWND form, StringView name) {
+  HWND found = nullptr;
+  Await([&] { return (found = FindControl(form, name)) != nullptr; }, "control " + ToUtf8(name));
+  return found;
+}
+
+Person::~Person() {
+  while (!down_.empty())
+    Up(*down_.begin());
+}
+
+void Person::Down(WORD key) {
+  down_.insert(key);
+  INPUT input = KeyInput(key, 0);
+  SendInput(1, &input, sizeof input);
+}
+
+void Person::Up(WORD key) {
+  down_.erase(key);
+  INPUT input = KeyInput(key, KEYEVENTF_KEYUP);
+  SendInput(1, &input, sizeof input);
+}
+
+void Person::Press(WORD key, WORD held) {
+  if (held) Down(held);
+  Down(key);
+  Up(key);
+  if (held) Up(held);
+}
+
+void Person::Repeat(HWND form, WORD key, int times) {
+  constexpr LPARAM kWasDown = 1L << 30;
+  const LPARAM scan = static_cast<LPARAM>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC)) << 16;
+  for (int i = 0; i < times; ++i)
+    PostMessageW(FocusOf(form), WM_KEYDOWN, key, kWasDown | scan | 1);
+}
+
+// The window system may still report where the pointer was before; it must have come to rest.
+void Person::MoveTo(POINT at) {
+  constexpr int kRest = 4;
+  int rested = 0;
+  SetCursorPos(at.x, at.y);
+  Await(
+      [&] {
+        POINT now{};
+        GetCursorPos(&now);
+        const bool there = now.x == at.x && now.y == at.y;
+        if (!there) SetCursorPos(at.x, at.y);
+        rested = there ? rested + 1 : 0;
+        return rested == kRest;
+      },
+      "the pointer");
+}
+
+void Person::Click(HWND window) {
+  MoveTo(Middle(window));
+  Mouse(MOUSEEVENTF_LEFTDOWN);
+  Mouse(MOUSEEVENTF_LEFTUP);
+}
+
+void Person::Drag(HWND window, int dx, int dy) {
+  const POINT at = Middle(window);
+  MoveTo(at);
+  Mouse(MOUSEEVENTF_LEFTDOWN);
+  constexpr int kSteps = 7;  // no divisor of usual distances, so every step rounds
+  for (int i = 1; i <= kSteps; ++i)
+    MoveTo({at.x + dx * i / kSteps, at.y + dy * i / kSteps});
+  Mouse(MOUSEEVENTF_LEFTUP);
+}
+
+void Person::AwaitFocus(HWND window) {
+  Await([&] { return FocusOf(GetAncestor(window, GA_ROOT)) == window; },
+        "focus on " + ToUtf8(NameOf(window)));
+}
+
+String NameOf(HWND window) {
+  const auto atom = reinterpret_cast<ULONG_PTR>(GetPropW(window, L"KRXName"));
+  std::array<wchar_t, 256> text{};
+  if (!atom) return {};
+  const UINT length =
+      GlobalGetAtomNameW(static_cast<ATOM>(atom), text.data(), static_cast<int>(text.size()));
+  return String(text.begin(), text.begin() + length);
+}
+
+String TextOf(HWND window) {
+  std::array<wchar_t, 256> text{};
+  const auto length =
+      SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+  return String(text.begin(), text.begin() + length);
+}
+
+HWND FocusOf(HWND form) {
+  GUITHREADINFO info{};
+  info.cbSize = sizeof info;
+  GetGUIThreadInfo(GetWindowThreadProcessId(form, nullptr), &info);
+  return info.hwndFocus;
+}
+
+void RunWith(const std::function<void()>& call, const std::function<void(Person&)>& person) {
+  const DWORD shown_by = GetCurrentThreadId();
+  std::atomic<bool> over = false;
+  std::string complaint;
+  std::thread thread([&] {
+    const win32::DpiScope scope;
+    try {
+      Person somebody;
+      person(somebody);
+    } catch (const std::exception& e) {
+      complaint = e.what();
+    }
+    // A form that is still open would keep the test for ever.
+    if (!Within([&] { return over.load(); })) complaint += " [form left open]";
+    while (!over) {
+      EnumThreadWindows(shown_by, CloseForm, 0);
+      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    }
+  });
+  try {
+    call();
+  } catch (...) {
+    over = true;
+    thread.join();
+    EXPECT_EQ(complaint, "");
+    throw;
+  }
+  over = true;
+  thread.join();
+  EXPECT_EQ(complaint, "");
+}
+
+void ShowWith(ui::Form& form, const std::function<void(Person&)>& person) {
+  RunWith([&] { form.ShowModal(); }, person);
+}
+
+}  // namespace krx::test

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <set>
+#include <string>
+
+#include "base/String.h"
+#include "ui/Form.h"
+
+namespace krx::test {
+
+// Waits until the condition holds; false when it does not within ten seconds.
+bool Within(const std::function<bool()>& condition);
+
+// A person at the screen: runs in a thread of its own while a form is shown modally, finds windows
+// by the names that they carry and works with real mouse and key events. Whatever cannot be done
+// within the time limit is a complaint (std::runtime_error).
+class Person {
+ public:
+  // Lets go of every key, so a failure does not spoil what follows.
+  ~Person();
+  // The visible top-level window that carries this name, once it has the focus.
+  HWND AwaitForm(StringView name);
+  HWND Control(HWND form, StringView name);
+  HWND FindControl(HWND form, StringView name);  // null when there is none
+
+  void Press(WORD key, WORD held = 0);
+  void Down(WORD key);
+  void Up(WORD key);
+  // Key-down messages of a key that has been held down for some time.
+  void Repeat(HWND form, WORD key, int times);
+  void Click(HWND window);
+  void Drag(HWND window, int dx, int dy);
+  void AwaitFocus(HWND window);
+  void Await(const std::function<bool()>& condition, const std::string& what);
+
+ private:
+  void MoveTo(POINT at);
+
+  std::set<WORD> down_;
+};
+
+// Name that a window carries; empty without one.
+String NameOf(HWND window);
+String TextOf(HWND window);
+HWND FocusOf(HWND form);
+
+// Shows the form while the person acts. When the person is stuck, every form is closed and the
+// complaint fails the test.
+void ShowWith(ui::Form& form, const std::function<void(Person&)>& person);
+// The same around any call that opens a form.
+void RunWith(const std::function<void()>& call, const std::function<void(Person&)>& person);
+
+}  // namespace krx::test

@@ -1,0 +1,78 @@
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <array>
+#include <string>
+
+#include "ports/win32/Win32Platform.h"
+
+namespace krx::test {
+
+namespace {
+
+constexpr const wchar_t* kKey = L"Control Panel\\Desktop";
+constexpr const wchar_t* kValue = L"LogPixels";
+constexpr const wchar_t* kExpected = L"KRX_TEST_DPI";
+
+// Sets the resolution of the processes started from now on; puts the old one back in the end.
+class DesktopResolution {
+ public:
+  explicit DesktopResolution(DWORD dpi) {
+    DWORD size = sizeof before_;
+    had_ = RegGetValueW(HKEY_CURRENT_USER, kKey, kValue, RRF_RT_REG_DWORD, nullptr, &before_,
+                        &size) == ERROR_SUCCESS;
+    RegSetKeyValueW(HKEY_CURRENT_USER, kKey, kValue, REG_DWORD, &dpi, sizeof dpi);
+  }
+  ~DesktopResolution() {
+    if (had_) {
+      RegSetKeyValueW(HKEY_CURRENT_USER, kKey, kValue, REG_DWORD, &before_, sizeof before_);
+    } else {
+      RegDeleteKeyValueW(HKEY_CURRENT_USER, kKey, kValue);
+    }
+  }
+
+ private:
+  DWORD before_ = 0;
+  bool had_ = false;
+};
+
+DWORD RunSelf(const std::wstring& filter, DWORD dpi) {
+  std::array<wchar_t, MAX_PATH> path{};
+  GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+  std::wstring command = L"\"" + std::wstring(path.data()) + L"\" --gtest_filter=" + filter;
+  SetEnvironmentVariableW(kExpected, std::to_wstring(dpi).c_str());
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  PROCESS_INFORMATION process{};
+  DWORD code = 99;
+  if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                     &process)) {
+    WaitForSingleObject(process.hProcess, INFINITE);
+    GetExitCodeProcess(process.hProcess, &code);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+  }
+  SetEnvironmentVariableW(kExpected, nullptr);
+  return code;
+}
+
+TEST(Resolution, IsTheOneThatTheTestRunsAt) {
+  std::array<wchar_t, 16> wanted{};
+  if (GetEnvironmentVariableW(kExpected, wanted.data(), static_cast<DWORD>(wanted.size())) == 0)
+    GTEST_SKIP() << "not started by the test of all resolutions";
+  win32::Win32Platform platform;
+  EXPECT_EQ(platform.TwipsPerPixel(), 1440.0f / static_cast<float>(std::stoi(wanted.data())));
+}
+
+class EveryResolution : public testing::TestWithParam<DWORD> {};
+
+TEST_P(EveryResolution, ShowsFormsOfTheRightSizeThatCanBeWorkedWith) {
+  const DesktopResolution resolution(GetParam());
+  EXPECT_EQ(RunSelf(L"Resolution.*:Measuring.*:Windows.*:FMessageBox.*", GetParam()), 0u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Dpi, EveryResolution, testing::Values(96, 120, 144, 192));
+
+}  // namespace
+
+}  // namespace krx::test

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "host/Runtime.h"
+#include "ports/win32/Win32Platform.h"
+#include "ui/Controls.h"
+#include "ui/Timer.h"
+
+namespace krx::test {
+
+// A form with two buttons, an input box, a caption line and a close key; closing it by any of them
+// leaves the name of the control in Answer.
+class TestForm : public ui::Form {
+ public:
+  explicit TestForm(ui::Platform& platform, String name = u"FTest") : Form(platform, name) {
+    Width = 4500;
+    Height = 2400;
+    Caption = u"Test form";
+    idxCaption.Place({0, 0, 4500, 300});
+    idxCaption.Text = u"Caption \\n line";
+    keyClose.Place({4230, 30, 240, 240});
+    keyClose.Picture = ui::CrossPicture{8};
+    keyClose.TabStop = false;
+    keyOne.Place({180, 600, 1215, 375});
+    keyOne.Caption = u"&Fertig";
+    keyTwo.Place({1575, 600, 1215, 375});
+    keyTwo.Caption = u"&Zwei && drei";
+    txtName.Place({180, 1200, 2700, 0});
+    CancelKey = &keyClose;
+    for (ui::KRXKey* key : {&keyOne, &keyTwo, &keyClose}) {
+      key->Click = [this, key] {
+        ++Clicks;
+        Answer = key->Name();
+        Unload();
+      };
+    }
+  }
+
+  ui::KRXIndex idxCaption{*this, u"idxCaption"};
+  ui::KRXKey keyClose{*this, u"keyClose"};
+  ui::KRXKey keyOne{*this, u"keyOne"};
+  ui::KRXKey keyTwo{*this, u"keyTwo"};
+  ui::TextBox txtName{*this, u"txtName"};
+  ui::Timer tmrOnce{*this, u"tmrOnce"};
+  String Answer;
+  int Clicks = 0;
+
+  // Runs once, from the form's own loop, as soon as the form is shown.
+  template <class Action>
+  void Soon(Action action) {
+    tmrOnce.Interval = 10;
+    tmrOnce.Enabled = true;
+    tmrOnce.Tick = [this, action] {
+      tmrOnce.Enabled = false;
+      action();
+    };
+  }
+};
+
+// Services that answer with the key and with one font.
+struct FakeTexts : host::TextService {
+  String GetText(StringView key, std::int32_t) override { return String(key); }
+  String ResolveText(StringView reference) override { return String(reference); }
+};
+struct FakeFonts : host::FontService {
+  void SelectFontClass(StringView) override {}
+  Font GetFont() override { return {}; }
+};
+struct FakeRuntime : host::Runtime {
+  std::unique_ptr<host::TextService> CreateTextService() override {
+    return std::make_unique<FakeTexts>();
+  }
+  std::unique_ptr<host::FontService> CreateFontService() override {
+    return std::make_unique<FakeFonts>();
+  }
+};
+
+}  // namespace krx::test

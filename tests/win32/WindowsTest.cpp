@@ -1,0 +1,140 @@
+#include <gtest/gtest.h>
+
+#include "Person.h"
+#include "TestForm.h"
+#include "ports/win32/Screen.h"
+
+namespace krx::test {
+
+namespace {
+
+TEST(Windows, CarryTheirNamesAndTextsForOtherWindowsToRead) {
+  win32::Win32Platform platform;
+  TestForm form(platform);
+  ShowWith(form, [](Person& person) {
+    const HWND window = person.AwaitForm(u"FTest");
+    EXPECT_EQ(TextOf(window), u"Test form");
+    EXPECT_EQ(TextOf(person.Control(window, u"idxCaption")), u"Caption \n line");
+    EXPECT_EQ(TextOf(person.Control(window, u"keyOne")), u"&Fertig");
+    EXPECT_NE(person.Control(window, u"txtName"), nullptr);
+    // The cross has no text of its own; screen readers get the system's word for closing.
+    const String word = TextOf(person.Control(window, u"keyClose"));
+    EXPECT_FALSE(word.empty());
+    EXPECT_EQ(word.find(u'&'), String::npos);
+    EXPECT_EQ(word.find(u'\t'), String::npos);
+    person.Press(VK_ESCAPE);
+  });
+  EXPECT_EQ(form.Answer, u"keyClose");
+}
+
+TEST(Windows, TakeTheirAtomsAlong) {
+  win32::Win32Platform platform;
+  TestForm form(platform, u"FAtomTest");
+  ShowWith(form, [](Person& person) {
+    person.AwaitForm(u"FAtomTest");
+    EXPECT_NE(GlobalFindAtomW(L"FAtomTest"), 0);
+    person.Press(VK_ESCAPE);
+  });
+  EXPECT_EQ(GlobalFindAtomW(L"FAtomTest"), 0);
+}
+
+TEST(Windows, HaveAClientAreaOfExactlyTheFormsSizeInTheMiddleOfTheWorkArea) {
+  win32::Win32Platform platform;
+  TestForm form(platform);
+  win32::Scale scale;
+  {
+    const win32::DpiScope scope;
+    scale = win32::Screen::Of(nullptr).Scale;
+  }
+  ShowWith(form, [&](Person& person) {
+    const HWND window = person.AwaitForm(u"FTest");
+    RECT client{};
+    GetClientRect(window, &client);
+    EXPECT_EQ(client.right, scale.Pixels(4500));
+    EXPECT_EQ(client.bottom, scale.Pixels(2400));
+    RECT place{};
+    GetWindowRect(window, &place);
+    const RECT work = win32::Screen::Of(window).WorkArea;
+    EXPECT_NEAR(place.left + place.right, work.left + work.right, 1);
+    EXPECT_NEAR(place.top + place.bottom, work.top + work.bottom, 1);
+    EXPECT_EQ(scale.Pixels(form.Left()), place.left);
+    EXPECT_EQ(scale.Pixels(form.Top()), place.top);
+    person.Press(VK_ESCAPE);
+  });
+}
+
+TEST(Windows, LeaveTheCloseKeyAboveTheCaptionLine) {
+  win32::Win32Platform platform;
+  TestForm form(platform);
+  ShowWith(form, [](Person& person) {
+    const HWND window = person.AwaitForm(u"FTest");
+    person.Click(person.Control(window, u"keyClose"));
+  });
+  EXPECT_EQ(form.Answer, u"keyClose");
+  EXPECT_EQ(form.Clicks, 1);
+}
+
+TEST(Windows, AppearWhenAControlBecomesVisible) {
+  win32::Win32Platform platform;
+  TestForm form(platform);
+  form.keyTwo.Visible = false;
+  form.keyOne.Click = [&] { form.keyTwo.Visible = true; };
+  ShowWith(form, [](Person& person) {
+    const HWND window = person.AwaitForm(u"FTest");
+    EXPECT_EQ(person.FindControl(window, u"keyTwo"), nullptr);
+    person.Click(person.Control(window, u"keyOne"));
+    person.Click(person.Control(window, u"keyTwo"));
+  });
+  EXPECT_EQ(form.Answer, u"keyTwo");
+}
+
+TEST(Windows, FollowTheMouseWithoutDrifting) {
+  win32::Win32Platform platform;
+  TestForm form(platform);
+  Twips x0 = 0;
+  Twips y0 = 0;
+  form.idxCaption.MouseDown = [&](int, int, Twips x, Twips y) {
+    x0 = x;
+    y0 = y;
+  };
+  form.idxCaption.MouseMove = [&](int button, int, Twips x, Twips y) {
+    if (button == ui::kLeftButton) form.Move(form.Left() + x - x0, form.Top() + y - y0);
+  };
+  ShowWith(form, [](Person& person) {
+    const HWND window = person.AwaitForm(u"FTest");
+    RECT before{};
+    GetWindowRect(window, &before);
+    const HWND caption = person.Control(window, u"idxCaption");
+    for (const int way : {53, -17, -36}) {
+      RECT start{};
+      GetWindowRect(window, &start);
+      person.Drag(caption, way, -way);
+      person.Await(
+          [&] {
+            RECT now{};
+            GetWindowRect(window, &now);
+            return now.left == start.left + way && now.top == start.top - way;
+          },
+          "the form to follow");
+    }
+    RECT after{};
+    GetWindowRect(window, &after);
+    EXPECT_TRUE(EqualRect(&before, &after));
+    person.Press(VK_ESCAPE);
+  });
+}
+
+TEST(Windows, KeepTheLowerRightCornerOfAnOversizedFormOnTheScreen) {
+  const RECT work{0, 0, 1000, 800};
+  const RECT wide = win32::Centred(work, {1200, 300});
+  EXPECT_EQ(wide.right, 1000);
+  EXPECT_EQ(wide.left, -200);
+  EXPECT_EQ(wide.top, 250);
+  const RECT high = win32::Centred(work, {400, 900});
+  EXPECT_EQ(high.bottom, 800);
+  EXPECT_EQ(high.left, 300);
+}
+
+}  // namespace
+
+}  // namespace krx::test

@@ -1,0 +1,24 @@
+# shellcheck shell=bash
+# Shared pieces of the scripts; sourced from the root folder of the checkout.
+
+export WINEDEBUG=${WINEDEBUG:--all}
+
+say() { printf '== %s\n' "$*"; }
+
+# took START: prints the seconds since START, a value of $SECONDS.
+took() { printf '   %s s\n' "$((SECONDS - $1))"; }
+
+# build PRESET [TARGET...]: configures when needed and builds; silent unless it fails.
+build() {
+  local preset=$1 log=build/log/$1.txt start=$SECONDS
+  shift
+  mkdir -p build/log
+  say "building $preset"
+  if ! { { [[ -f build/$preset/build.ninja ]] || cmake --preset "$preset"; } &&
+    cmake --build "build/$preset" ${1:+--target "$@"}; } > "$log" 2>&1; then
+    grep -E -A8 'error|FAILED' "$log" | head -n 60 >&2 || tail -n 40 "$log" >&2
+    echo "building $preset failed; all of it: $log" >&2
+    return 1
+  fi
+  took "$start"
+}
