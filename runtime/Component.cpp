@@ -9,6 +9,9 @@
 #include "runtime/FontService.h"
 #include "runtime/RuntimeSettings.h"
 #include "runtime/TextService.h"
+#include "runtime/users/com/UserAdministration.h"
+#include "runtime/users/com/UserClassAdministration.h"
+#include "runtime/users/com/UserSession.h"
 
 namespace krx::runtime {
 namespace {
@@ -25,6 +28,12 @@ const com::ClassInfo kClasses[] = {
      Create<FontService, IFontService>},
     {__uuidof(::RuntimeSettings), L"KorvelRuntime.RuntimeSettings", L"Korvel Runtime settings",
      Create<RuntimeSettings, IRuntimeSettings>},
+    {__uuidof(::UserSession), L"KorvelRuntime.UserSession", L"Korvel Runtime log-on",
+     Create<UserSession, IUserSession>},
+    {__uuidof(::UserAdministration), L"KorvelRuntime.UserAdministration", L"Korvel Runtime users",
+     Create<UserAdministration, IUserAdministration>},
+    {__uuidof(::UserClassAdministration), L"KorvelRuntime.UserClassAdministration",
+     L"Korvel Runtime user classes", Create<UserClassAdministration, IUserClassAdministration>},
 };
 const com::Component kComponent{kClasses, LIBID_KorvelRuntime};
 

@@ -1,0 +1,62 @@
+#include "runtime/users/com/ProcessUsers.h"
+
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "com/Module.h"
+#include "com/Text.h"
+#include "runtime/users/win32/Win32Clock.h"
+#include "runtime/users/win32/Win32Cryptography.h"
+#include "runtime/users/win32/Win32Files.h"
+
+namespace krx::runtime {
+namespace {
+
+std::wstring EnvironmentVariable(const wchar_t* name) {
+  std::wstring value(GetEnvironmentVariableW(name, nullptr, 0), L'\0');
+  value.resize(GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size())));
+  return value;
+}
+
+// What the user management of the process lives on.
+struct Process {
+  Win32Files Files;
+  Win32Cryptography Crypto;
+  Win32Clock Clock;
+  runtime::Session Session;
+  UserManagement Management{{Files, Crypto, Clock}, UsersFolder(), Session};
+};
+
+std::mutex keeper_guard;
+std::optional<com::ModuleLock> keeper;
+
+}  // namespace
+
+std::filesystem::path UsersFolder() {
+  const std::wstring folder = EnvironmentVariable(L"KORVEL_USERS_FOLDER");
+  if (!folder.empty()) return folder;
+  return std::filesystem::path(EnvironmentVariable(L"ProgramData")) / "Korvel" / "Users";
+}
+
+UserManagement& ProcessUsers() {
+  static Process process;
+  return process.Management;
+}
+
+void KeepLoadedWhileLoggedOn() {
+  const bool logged_on = ProcessUsers().Users.Current().has_value();
+  const std::lock_guard lock(keeper_guard);
+  if (!logged_on) {
+    keeper.reset();
+  } else if (!keeper) {
+    keeper.emplace();
+  }
+}
+
+Password PasswordFromBstr(BSTR text) {
+  static_assert(sizeof(wchar_t) == sizeof(char16_t));
+  return Password(StringView(reinterpret_cast<const char16_t*>(text), SysStringLen(text)));
+}
+
+}  // namespace krx::runtime

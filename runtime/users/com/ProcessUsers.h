@@ -1,0 +1,27 @@
+#pragma once
+
+#include <ole2.h>
+
+#include <filesystem>
+
+#include "base/Password.h"
+#include "runtime/users/UserManagement.h"
+
+namespace krx::runtime {
+
+// Where the users of this machine are stored: the folder in the environment variable
+// KORVEL_USERS_FOLDER, else Korvel\Users in the folder for the data of all users' programs.
+std::filesystem::path UsersFolder();
+
+// The user management of this process; all its objects share it. Raises Error when the system's
+// cryptography is not to be had.
+UserManagement& ProcessUsers();
+
+// Keeps the component loaded while somebody is logged on: unloading it would log him off in
+// silence. To be called after every log-on and log-off.
+void KeepLoadedWhileLoggedOn();
+
+// The password in an automation string, copied nowhere else.
+Password PasswordFromBstr(BSTR text);
+
+}  // namespace krx::runtime

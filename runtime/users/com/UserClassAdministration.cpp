@@ -1,0 +1,42 @@
+#include "runtime/users/com/UserClassAdministration.h"
+
+#include "com/Text.h"
+#include "runtime/users/ClassDirectory.h"
+#include "runtime/users/com/Arrays.h"
+#include "runtime/users/com/ProcessUsers.h"
+
+namespace krx::runtime {
+
+HRESULT UserClassAdministration::GetUserClassInfo(BSTR class_name, BSTR* display_text,
+                                                  VARIANT* level, LONG* result) {
+  if (!display_text || !level || !result) return E_POINTER;
+  *display_text = nullptr;
+  VariantInit(level);
+  *result = 0;
+  return Guard([&] {
+    const std::optional<UserClass> found =
+        ClassDirectory(ProcessUsers()).Find(com::FromBstr(class_name));
+    *display_text = com::Bstr(found ? found->DisplayText : String()).Detach();
+    level->vt = VT_I4;
+    level->lVal = found ? found->Level : 0;
+    *result = found ? 0 : 1;
+    return S_OK;
+  });
+}
+
+HRESULT UserClassAdministration::GetUserClasses(VARIANT* names, VARIANT* levels, LONG* result) {
+  if (!names || !levels || !result) return E_POINTER;
+  VariantInit(names);
+  VariantInit(levels);
+  *result = 0;
+  return Guard([&] {
+    const host::UserClasses classes = ClassDirectory(ProcessUsers()).GetUserClasses();
+    com::Variant all_names = ArrayOf(classes.Names);
+    com::Variant all_levels = ArrayOf(classes.Levels);
+    std::swap(*names, all_names.Get());
+    std::swap(*levels, all_levels.Get());
+    return S_OK;
+  });
+}
+
+}  // namespace krx::runtime

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <KorvelRuntime.h>
+
+#include "com/DualObject.h"
+
+namespace krx::runtime {
+
+// Logging users on and off, as an automation object.
+class UserSession : public com::DualObject<IUserSession> {
+ public:
+  HRESULT STDMETHODCALLTYPE LogOnUser(BSTR user, BSTR password, LONG* result) override;
+  HRESULT STDMETHODCALLTYPE LogOffUser(LONG* result) override;
+};
+
+}  // namespace krx::runtime
