@@ -109,9 +109,9 @@ HRESULT Arguments::Fill(Slot& slot) {
   if (!slot.Given) return FillMissing(slot);
   Variant value = Variant::Copy(*slot.Given);
   if (IsMissing(value.Get()) && slot.Type.Type != VT_VARIANT) return FillMissing(slot);
-  const bool only_out = slot.Type.ByReference && (slot.Parameter->wParamFlags & PARAMFLAG_FOUT) &&
-                        !(slot.Parameter->wParamFlags & PARAMFLAG_FIN);
-  if (only_out) {
+  slot.OnlyOut = slot.Type.ByReference && (slot.Parameter->wParamFlags & PARAMFLAG_FOUT) &&
+                 !(slot.Parameter->wParamFlags & PARAMFLAG_FIN);
+  if (slot.OnlyOut) {
     slot.Value = slot.Type.Type == VT_VARIANT ? Variant() : Variant::Zero(slot.Type.Type);
     return S_OK;
   }
@@ -156,7 +156,8 @@ DISPPARAMS& Arguments::ForInvoke() {
 HRESULT Arguments::WriteBack() {
   for (Slot& slot : slots_) {
     const bool wanted = slot.Type.ByReference && slot.Given && (slot.Given->vt & VT_BYREF);
-    if (!wanted || Same(slot.Before, slot.Value.Get())) continue;
+    // An output counts even when it is zero: the client's variable may hold something else.
+    if (!wanted || (!slot.OnlyOut && Same(slot.Before, slot.Value.Get()))) continue;
     const HRESULT result = Store(*slot.Given, slot.Value, locale_);
     if (FAILED(result)) return result;
   }

@@ -33,6 +33,7 @@ class Arguments {
     UINT GivenIndex = 0;
     Variant Value;
     VARIANT Before{};
+    bool OnlyOut = false;
   };
 
   HRESULT Assign(const DISPPARAMS& given, UINT* wrong);
