@@ -119,6 +119,21 @@ HRESULT KRXDialogObject::KRMsgBoxEx(BSTR Text, LONG Style, BSTR Title, BSTR Help
   });
 }
 
+// User dialogs
+
+HRESULT KRXDialogObject::KRUserLogOn(VARIANT_BOOL* Result) {
+  return Run([&] { Place(Result) = dialog_->KRUserLogOn() ? VARIANT_TRUE : VARIANT_FALSE; });
+}
+HRESULT KRXDialogObject::KRUserLogOnCombo(VARIANT_BOOL* Result) {
+  return Run([&] { Place(Result) = dialog_->KRUserLogOnCombo() ? VARIANT_TRUE : VARIANT_FALSE; });
+}
+HRESULT KRXDialogObject::KRWhoAmI() {
+  return Run([&] { dialog_->KRWhoAmI(); });
+}
+HRESULT KRXDialogObject::KRChangePassword() {
+  return Run([&] { dialog_->KRChangePassword(); });
+}
+
 // Dialogs that do not exist yet
 
 HRESULT KRXDialogObject::Missing() {
@@ -148,22 +163,10 @@ HRESULT KRXDialogObject::KROpenFile(BSTR, BSTR, BSTR, VARIANT_BOOL, BSTR, BSTR* 
 HRESULT KRXDialogObject::KROpenFileTouch(BSTR, BSTR, BSTR, VARIANT_BOOL, BSTR, BSTR* Result) {
   return Missing(Result);
 }
-HRESULT KRXDialogObject::KRUserLogOn(VARIANT_BOOL* Result) {
-  return Missing(Result);
-}
-HRESULT KRXDialogObject::KRUserLogOnCombo(VARIANT_BOOL* Result) {
-  return Missing(Result);
-}
 HRESULT KRXDialogObject::KRAddUser(VARIANT_BOOL* Result) {
   return Missing(Result);
 }
-HRESULT KRXDialogObject::KRWhoAmI() {
-  return Missing();
-}
 HRESULT KRXDialogObject::KRUser() {
-  return Missing();
-}
-HRESULT KRXDialogObject::KRChangePassword() {
   return Missing();
 }
 

@@ -11,6 +11,9 @@ class RuntimeServices : public host::Runtime {
  public:
   std::unique_ptr<host::TextService> CreateTextService() override;
   std::unique_ptr<host::FontService> CreateFontService() override;
+  std::unique_ptr<host::UserSession> CreateUserSession() override;
+  std::unique_ptr<host::UserAdministration> CreateUserAdministration() override;
+  std::unique_ptr<host::UserClassAdministration> CreateUserClassAdministration() override;
 };
 
 }  // namespace krx::automation

@@ -4,6 +4,7 @@
 
 #include "automation/ApartmentSpy.h"
 #include "msgbox/FMessageBox.h"
+#include "users/Register.h"
 
 namespace krx::automation {
 
@@ -30,6 +31,7 @@ void ThreadApartment::ThreadEnds() noexcept {
 
 ThreadApartment::ThreadApartment() {
   msgbox::Register(service_);
+  users::Register(service_);
   spy_ = com::ComPtr<ApartmentSpy>::Attach(new ApartmentSpy(*this));
   spy_->Start();
   TlsSetValue(slot, this);

@@ -61,6 +61,9 @@ class Control : public Component {
   // Whether typed characters are the control's own input, so that they are no access keys.
   virtual bool TakesText() const { return false; }
 
+  // Whether the control itself uses a key that otherwise belongs to the form.
+  virtual bool UsesKey(int /*key*/) const { return false; }
+
   bool CanFocus() const { return Visible() && Enabled() && TabStop(); }
   // Moves the focus here; does nothing when the control is hidden or disabled.
   void SetFocus();

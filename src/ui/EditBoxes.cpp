@@ -29,6 +29,10 @@ TextBox::TextBox(Form& parent, String name) : EditBox(parent, std::move(name), K
 void TextBox::Edited(std::size_t start, std::size_t length, StringView replacement) {
   String text = Text();
   text.replace(std::min(start, text.size()), length, replacement);
+  Edited(std::move(text));
+}
+
+void TextBox::Edited(String text) {
   if (Text.Adopt(std::move(text))) Change();
 }
 
@@ -36,7 +40,11 @@ PasswordBox::PasswordBox(Form& parent, String name)
     : EditBox(parent, std::move(name), Kind::PasswordBox) {}
 
 void PasswordBox::Edited(std::size_t start, std::size_t length, StringView replacement) {
-  if (Text.Adopt(Text().With(start, length, replacement))) Change();
+  Edited(Text().With(start, length, replacement));
+}
+
+void PasswordBox::Edited(Password text) {
+  if (Text.Adopt(std::move(text))) Change();
 }
 
 }  // namespace krx::ui

@@ -35,6 +35,7 @@ class TextBox : public EditBox {
   String DisplayedText() const override { return Text(); }
   std::size_t TextLength() const override { return Text().size(); }
   void Edited(std::size_t start, std::size_t length, StringView replacement) override;
+  void Edited(String text);  // the whole text after it
 };
 
 // Input of a secret: every character is shown as PasswordChar.
@@ -48,6 +49,7 @@ class PasswordBox : public EditBox {
   String DisplayedText() const override { return String(Text().Length(), PasswordChar); }
   std::size_t TextLength() const override { return Text().Length(); }
   void Edited(std::size_t start, std::size_t length, StringView replacement) override;
+  void Edited(Password text);
 };
 
 }  // namespace krx::ui

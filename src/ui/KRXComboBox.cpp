@@ -4,6 +4,7 @@
 
 #include "base/Error.h"
 #include "ui/Form.h"
+#include "ui/Keyboard.h"
 #include "ui/Platform.h"
 
 namespace krx::ui {
@@ -31,6 +32,10 @@ void KRXComboBox::Select(int index) {
   Text = items_[static_cast<std::size_t>(index)];
   Control::Changed(Aspect::Selection);
   SelectionChanged();
+}
+
+bool KRXComboBox::UsesKey(int key) const {
+  return DroppedDown && (key == kKeyEnter || key == kKeyEscape);
 }
 
 void KRXComboBox::Changed(Aspect aspect) {

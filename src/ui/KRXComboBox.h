@@ -27,7 +27,12 @@ class KRXComboBox : public FontClassControl {
   // Selects an entry, as the operator does; its text becomes the control's.
   void Select(int index);
 
+  // Whether the list is open; kept by the port. An open list takes Enter and Esc for itself.
+  bool DroppedDown = false;
+
   String DisplayedText() const override { return Text(); }
+  bool TakesText() const override { return true; }  // characters look entries up
+  bool UsesKey(int key) const override;
   void Changed(Aspect aspect) override;
 
  private:

@@ -55,6 +55,7 @@ bool Press(KRXKey* key) {
 
 bool DispatchKey(Form& form, int key, int shift) {
   if ((shift & (kControl | kAlt)) != 0) return false;
+  if (form.ActiveControl() && form.ActiveControl()->UsesKey(key)) return false;
   switch (key) {
     case kKeyTab:
       return FocusNext(form, (shift & kShift) != 0 ? -1 : 1);

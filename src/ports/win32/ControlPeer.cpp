@@ -1,5 +1,7 @@
 #include "ports/win32/ControlPeer.h"
 
+#include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "ui/Keyboard.h"
@@ -24,7 +26,9 @@ void ControlPeer::CreateChild(const wchar_t* window_class, DWORD style, DWORD ex
   style |= WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS;
   if (!control_.Enabled()) style |= WS_DISABLED;
   if (control_.TabStop()) style |= WS_TABSTOP;
-  Create({window_class, style, ex_style, Wide(text), place_, form_.Window()}, control_.Name());
+  RECT place = place_;
+  place.bottom += HeightBelow();
+  Create({window_class, style, ex_style, Wide(text), place, form_.Window()}, control_.Name());
   GiveFont();
   // New windows lie below their elder siblings, but the close key belongs above the caption line.
   if (!IsBackground() && form_.Covered(*this))
@@ -79,7 +83,8 @@ void ControlPeer::UpdateBounds() {
   place_ = wanted;
   const bool raise = !IsBackground() && form_.Covered(*this);
   SetWindowPos(Window(), HWND_TOP, wanted.left, wanted.top, wanted.right - wanted.left,
-               wanted.bottom - wanted.top, SWP_NOACTIVATE | (raise ? 0u : SWP_NOZORDER));
+               wanted.bottom - wanted.top + HeightBelow(),
+               SWP_NOACTIVATE | (raise ? 0u : SWP_NOZORDER));
   Invalidate();
 }
 
@@ -99,6 +104,15 @@ void ControlPeer::Invalidate() const {
 
 void ControlPeer::SetText(const String& text) const {
   SetWindowTextW(Window(), Wide(text));
+}
+
+LRESULT ControlPeer::AnswerText(StringView text, WPARAM capacity, LPARAM buffer) {
+  if (capacity == 0) return 0;
+  const std::size_t length = std::min<std::size_t>(text.size(), capacity - 1);
+  auto* const out = reinterpret_cast<wchar_t*>(buffer);
+  std::memcpy(out, text.data(), length * sizeof(wchar_t));
+  out[length] = 0;
+  return static_cast<LRESULT>(length);
 }
 
 LRESULT ControlPeer::FromParent(UINT message, WPARAM w, LPARAM l) {

@@ -37,8 +37,13 @@ class ControlPeer : public WindowPeer {
   // Whether other controls lie on top of this one, like the fields in a frame.
   virtual bool IsBackground() const { return false; }
 
+  // Pixels that the window needs below its place, such as for a list that drops down.
+  virtual int HeightBelow() const { return 0; }
+
   void Invalidate() const;
   void SetText(const String& text) const;
+  // Answers WM_GETTEXT with a text that is not the window's own.
+  static LRESULT AnswerText(StringView text, WPARAM capacity, LPARAM buffer);
 
   Toolkit& toolkit_;
   FormPeer& form_;

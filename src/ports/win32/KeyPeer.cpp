@@ -1,7 +1,6 @@
 #include "ports/win32/KeyPeer.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace krx::win32 {
 
@@ -9,16 +8,6 @@ namespace {
 
 constexpr DWORD kTypeMask = BS_TYPEMASK | BS_MULTILINE;
 constexpr int kFocusInset = 3;  // pixels at 96 dpi
-
-// The window answers with a text that it does not show.
-LRESULT AnswerText(const String& text, WPARAM capacity, LPARAM buffer) {
-  if (capacity == 0) return 0;
-  const std::size_t length = std::min<std::size_t>(text.size(), capacity - 1);
-  auto* const out = reinterpret_cast<wchar_t*>(buffer);
-  std::memcpy(out, text.data(), length * sizeof(wchar_t));
-  out[length] = 0;
-  return static_cast<LRESULT>(length);
-}
 
 }  // namespace
 

@@ -1,5 +1,7 @@
 #include "ports/win32/PeerFactory.h"
 
+#include "ports/win32/ComboPeer.h"
+#include "ports/win32/EditPeers.h"
 #include "ports/win32/KeyPeer.h"
 #include "ports/win32/Panes.h"
 #include "ports/win32/StandardPeers.h"
@@ -23,6 +25,11 @@ std::unique_ptr<ui::Peer> MakePeer(Toolkit& toolkit, FormPeer& form, ui::Compone
       return std::make_unique<LabelPeer>(toolkit, form, static_cast<ui::Label&>(component));
     case ui::Kind::TextBox:
       return std::make_unique<TextBoxPeer>(toolkit, form, static_cast<ui::TextBox&>(component));
+    case ui::Kind::PasswordBox:
+      return std::make_unique<PasswordBoxPeer>(toolkit, form,
+                                               static_cast<ui::PasswordBox&>(component));
+    case ui::Kind::ComboBox:
+      return std::make_unique<ComboPeer>(toolkit, form, static_cast<ui::KRXComboBox&>(component));
     case ui::Kind::Frame:
       return std::make_unique<FramePeer>(toolkit, form, static_cast<ui::Frame&>(component));
     case ui::Kind::PictureBox:

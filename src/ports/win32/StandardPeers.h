@@ -27,25 +27,4 @@ class FramePeer final : public ControlPeer {
   bool IsBackground() const override { return true; }
 };
 
-// An input box is the system's one-line edit control.
-class TextBoxPeer final : public ControlPeer {
- public:
-  TextBoxPeer(Toolkit& toolkit, FormPeer& form, ui::TextBox& box);
-
-  LRESULT FromParent(UINT message, WPARAM w, LPARAM l) override;
-
- protected:
-  LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
-  void UpdateContent(ui::Aspect aspect) override;
-
- private:
-  String WindowContent() const;
-  void UpdateText();
-  void UpdateSelection() const;
-  void AdoptSelection();
-
-  ui::TextBox& box_;
-  bool updating_ = false;  // the change comes from the model
-};
-
 }  // namespace krx::win32

@@ -1,0 +1,123 @@
+#include "ports/win32/ComboPeer.h"
+
+#include <algorithm>
+
+#include "ui/Platform.h"
+
+namespace krx::win32 {
+
+namespace {
+
+constexpr Twips kFingerRow = 510;  // 9 millimetres
+constexpr Twips kRowPadding = 90;
+constexpr Twips kIndent = 60;
+constexpr int kVisibleRows = 8;
+
+}  // namespace
+
+ComboPeer::ComboPeer(Toolkit& toolkit, FormPeer& form, ui::KRXComboBox& box)
+    : ControlPeer(toolkit, form, box), box_(box) {
+  constexpr DWORD kStyle = CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS | WS_VSCROLL;
+  CreateChild(L"COMBOBOX", kStyle, 0, String());
+  SizeRows();
+  Fill();
+}
+
+int ComboPeer::RowHeight() const {
+  const Size text = form_.Form().ThePlatform().MeasureText(box_.Font(), StringView());
+  return form_.Scale().Pixels(std::max(kFingerRow, text.Height + kRowPadding));
+}
+
+int ComboPeer::HeightBelow() const {
+  const int rows = std::clamp(static_cast<int>(box_.Items().size()), 1, kVisibleRows);
+  return rows * RowHeight() + 2 * GetSystemMetrics(SM_CYBORDER);
+}
+
+void ComboPeer::SizeRows() const {
+  SendMessageW(Window(), CB_SETITEMHEIGHT, 0, RowHeight());
+  // The field is as high as the control, less what the system draws around it.
+  RECT outer;
+  GetWindowRect(Window(), &outer);
+  const int border =
+      outer.bottom - outer.top -
+      static_cast<int>(SendMessageW(Window(), CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
+  const int height = form_.Scale().Pixels(box_.Height()) - border;
+  SendMessageW(Window(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(height, 1));
+}
+
+void ComboPeer::Fill() const {
+  SendMessageW(Window(), CB_RESETCONTENT, 0, 0);
+  for (const String& item : box_.Items()) {
+    SendMessageW(Window(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(item)));
+  }
+  SendMessageW(Window(), CB_SETCURSEL, static_cast<WPARAM>(box_.ListIndex()), 0);
+}
+
+void ComboPeer::UpdateContent(ui::Aspect aspect) {
+  switch (aspect) {
+    case ui::Aspect::Items:
+      return Fill();
+    case ui::Aspect::Selection:
+      SendMessageW(Window(), CB_SETCURSEL, static_cast<WPARAM>(box_.ListIndex()), 0);
+      return;
+    case ui::Aspect::Text:
+      return Invalidate();
+    case ui::Aspect::Font:
+      return SizeRows();
+    default:
+      return;
+  }
+}
+
+LRESULT ComboPeer::FromParent(UINT message, WPARAM w, LPARAM l) {
+  if (message == WM_COMMAND) {
+    Notified(HIWORD(w));
+    return 0;
+  }
+  if (message != WM_DRAWITEM) return ControlPeer::FromParent(message, w, l);
+  Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(l));
+  return TRUE;
+}
+
+void ComboPeer::Notified(WORD code) {
+  switch (code) {
+    case CBN_DROPDOWN:
+      box_.DroppedDown = true;
+      return;
+    case CBN_CLOSEUP:
+      box_.DroppedDown = false;
+      return;
+    case CBN_SELCHANGE: {
+      const auto index = static_cast<int>(SendMessageW(Window(), CB_GETCURSEL, 0, 0));
+      if (index >= 0) box_.Select(index);
+      return;
+    }
+    default:
+      return;
+  }
+}
+
+void ComboPeer::Draw(const DRAWITEMSTRUCT& item) {
+  const bool field = (item.itemState & ODS_COMBOBOXEDIT) != 0;
+  const bool selected = (item.itemState & ODS_SELECTED) != 0;
+  const bool disabled = (item.itemState & ODS_DISABLED) != 0;
+  const auto index = static_cast<std::size_t>(item.itemID);
+  const bool entry = !field && index < box_.Items().size();
+  const ui::Color back = selected ? ui::SystemColor(COLOR_HIGHLIGHT) : box_.BackColor();
+  const ui::Color fore = selected ? ui::SystemColor(COLOR_HIGHLIGHTTEXT) : box_.ForeColor();
+  SetBkColor(item.hDC, ResolveColor(back));
+  SetTextColor(item.hDC, disabled ? GetSysColor(COLOR_GRAYTEXT) : ResolveColor(fore));
+  FillRect(item.hDC, &item.rcItem, BrushFor(item.hDC, back));
+  const String text = entry ? box_.Items()[index] : box_.Text();
+  toolkit_.Texts.Draw(item.hDC, font_, text, item.rcItem, form_.Scale().Pixels(kIndent));
+  if ((item.itemState & ODS_FOCUS) != 0) DrawFocusRect(item.hDC, &item.rcItem);
+}
+
+LRESULT ComboPeer::Handle(UINT message, WPARAM w, LPARAM l) {
+  // The shown text, for screen readers, whether it is an entry or not.
+  if (message == WM_GETTEXT) return AnswerText(box_.Text(), w, l);
+  if (message == WM_GETTEXTLENGTH) return static_cast<LRESULT>(box_.Text().size());
+  return ControlPeer::Handle(message, w, l);
+}
+
+}  // namespace krx::win32

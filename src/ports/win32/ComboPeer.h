@@ -1,0 +1,31 @@
+#pragma once
+
+#include "ports/win32/ControlPeer.h"
+#include "ui/KRXComboBox.h"
+
+namespace krx::win32 {
+
+// The touch combo box is the system's drop-down list with rows as high as a finger needs them. Its
+// field shows the model's text, which need not be an entry.
+class ComboPeer final : public ControlPeer {
+ public:
+  ComboPeer(Toolkit& toolkit, FormPeer& form, ui::KRXComboBox& box);
+
+  LRESULT FromParent(UINT message, WPARAM w, LPARAM l) override;
+
+ protected:
+  LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
+  void UpdateContent(ui::Aspect aspect) override;
+  int HeightBelow() const override;
+
+ private:
+  int RowHeight() const;
+  void SizeRows() const;
+  void Fill() const;
+  void Notified(WORD code);
+  void Draw(const DRAWITEMSTRUCT& item);
+
+  ui::KRXComboBox& box_;
+};
+
+}  // namespace krx::win32

@@ -1,0 +1,155 @@
+#include "ports/win32/EditPeers.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace krx::win32 {
+
+namespace {
+
+// Whether the message comes from another thread or process.
+bool FromOutside() {
+  return InSendMessageEx(nullptr) != ISMEX_NOSEND;
+}
+
+}  // namespace
+
+EditBoxPeer::EditBoxPeer(Toolkit& toolkit, FormPeer& form, ui::EditBox& box)
+    : ControlPeer(toolkit, form, box), box_(box) {}
+
+void EditBoxPeer::CreateEdit(DWORD style, const String& text) {
+  style |= ES_LEFT | ES_AUTOHSCROLL | (box_.Locked() ? ES_READONLY : 0);
+  CreateChild(L"EDIT", style, WS_EX_CLIENTEDGE, text);
+  SendMessageW(Window(), EM_SETLIMITTEXT, 0, 0);  // as much as the system allows
+  UpdateSelection();
+}
+
+void EditBoxPeer::UpdateContent(ui::Aspect aspect) {
+  switch (aspect) {
+    case ui::Aspect::Text:
+      updating_ = true;
+      ShowText();
+      updating_ = false;
+      return AdoptSelection();
+    case ui::Aspect::Locked:
+      SendMessageW(Window(), EM_SETREADONLY, box_.Locked(), 0);
+      return;
+    case ui::Aspect::Selection:
+      return UpdateSelection();
+    default:
+      return;
+  }
+}
+
+void EditBoxPeer::UpdateSelection() const {
+  SendMessageW(Window(), EM_SETSEL, static_cast<WPARAM>(box_.SelStart()),
+               box_.SelStart() + box_.SelLength());
+}
+
+void EditBoxPeer::AdoptSelection() {
+  DWORD start = 0;
+  DWORD end = 0;
+  SendMessageW(Window(), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
+               reinterpret_cast<LPARAM>(&end));
+  box_.SelStart.Adopt(static_cast<int>(start));
+  box_.SelLength.Adopt(static_cast<int>(end - start));
+}
+
+LRESULT EditBoxPeer::FromParent(UINT message, WPARAM w, LPARAM l) {
+  if (message != WM_COMMAND) return ControlPeer::FromParent(message, w, l);
+  if (HIWORD(w) == EN_CHANGE && !updating_) {
+    AdoptSelection();
+    AdoptText();
+  }
+  return 0;
+}
+
+LRESULT EditBoxPeer::Handle(UINT message, WPARAM w, LPARAM l) {
+  // One line of input has no use for these; the system's edit control would beep.
+  if (message == WM_CHAR && (w == VK_RETURN || w == VK_ESCAPE || w == VK_TAB)) return 0;
+  const LRESULT result = ControlPeer::Handle(message, w, l);
+  switch (message) {
+    case WM_KEYDOWN:
+    case WM_KEYUP:
+    case WM_CHAR:
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONUP:
+    case WM_LBUTTONDBLCLK:
+    case WM_MOUSEMOVE:
+    case WM_PASTE:
+    case WM_CUT:
+    case WM_CLEAR:
+    case WM_UNDO:
+    case EM_SETSEL:
+    case EM_REPLACESEL:
+      if (Window()) AdoptSelection();
+      break;
+    default:
+      break;
+  }
+  return result;
+}
+
+TextBoxPeer::TextBoxPeer(Toolkit& toolkit, FormPeer& form, ui::TextBox& box)
+    : EditBoxPeer(toolkit, form, box), box_(box) {
+  CreateEdit(0, box.Text());
+}
+
+void TextBoxPeer::AdoptText() {
+  const int length = GetWindowTextLengthW(Window());
+  String text(static_cast<std::size_t>(length) + 1, u'\0');
+  const int copied = GetWindowTextW(Window(), reinterpret_cast<wchar_t*>(text.data()), length + 1);
+  text.resize(static_cast<std::size_t>(copied));
+  box_.Edited(std::move(text));
+}
+
+PasswordBoxPeer::PasswordBoxPeer(Toolkit& toolkit, FormPeer& form, ui::PasswordBox& box)
+    : EditBoxPeer(toolkit, form, box), box_(box) {
+  CreateEdit(ES_PASSWORD, String());
+  SendMessageW(Window(), EM_SETPASSWORDCHAR, box.PasswordChar, 0);
+  updating_ = true;
+  ShowText();
+  updating_ = false;
+}
+
+PasswordBoxPeer::~PasswordBoxPeer() {
+  if (!Window()) return;
+  // Written over in the edit control's own memory, which the system does not wipe.
+  updating_ = true;
+  const auto length = static_cast<std::size_t>(GetWindowTextLengthW(Window()));
+  SetWindowTextW(Window(), std::wstring(length, L'*').c_str());
+}
+
+void PasswordBoxPeer::ShowText() {
+  const Password terminated = box_.Text().With(box_.Text().Length(), 0, StringView(u"\0", 1));
+  SetWindowTextW(Window(), reinterpret_cast<const wchar_t*>(terminated.View().data()));
+}
+
+void PasswordBoxPeer::AdoptText() {
+  const auto length = static_cast<std::size_t>(GetWindowTextLengthW(Window()));
+  std::vector<wchar_t> buffer(length + 1);
+  GetWindowTextW(Window(), buffer.data(), static_cast<int>(buffer.size()));
+  Password typed(StringView(reinterpret_cast<const char16_t*>(buffer.data()), length));
+  SecureZeroMemory(buffer.data(), buffer.size() * sizeof(wchar_t));
+  box_.Edited(std::move(typed));
+}
+
+LRESULT PasswordBoxPeer::Handle(UINT message, WPARAM w, LPARAM l) {
+  if (FromOutside()) {
+    switch (message) {
+      case WM_GETTEXT:
+        return AnswerText(box_.DisplayedText(), w, l);
+      case EM_GETLINE:
+      case EM_GETHANDLE:
+      case EM_SETHANDLE:
+      case EM_SETPASSWORDCHAR:
+        return 0;
+      default:
+        break;
+    }
+  }
+  return EditBoxPeer::Handle(message, w, l);
+}
+
+}  // namespace krx::win32

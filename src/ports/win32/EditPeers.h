@@ -1,0 +1,62 @@
+#pragma once
+
+#include "ports/win32/ControlPeer.h"
+#include "ui/EditBoxes.h"
+
+namespace krx::win32 {
+
+// An input box is the system's one-line edit control, so that input methods, clipboard and touch
+// keyboard work as everywhere.
+class EditBoxPeer : public ControlPeer {
+ public:
+  LRESULT FromParent(UINT message, WPARAM w, LPARAM l) override;
+
+ protected:
+  EditBoxPeer(Toolkit& toolkit, FormPeer& form, ui::EditBox& box);
+
+  void CreateEdit(DWORD style, const String& text);
+  LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
+  void UpdateContent(ui::Aspect aspect) override;
+
+  // Brings the model's text into the window, and the operator's edit into the model.
+  virtual void ShowText() = 0;
+  virtual void AdoptText() = 0;
+
+  bool updating_ = false;  // the change does not come from the operator
+
+ private:
+  void UpdateSelection() const;
+  void AdoptSelection();
+
+  ui::EditBox& box_;
+};
+
+class TextBoxPeer final : public EditBoxPeer {
+ public:
+  TextBoxPeer(Toolkit& toolkit, FormPeer& form, ui::TextBox& box);
+
+ protected:
+  void ShowText() override { SetText(box_.Text()); }
+  void AdoptText() override;
+
+ private:
+  ui::TextBox& box_;
+};
+
+// The characters are shown as "*". Neither another process nor another thread of this one reads
+// them, and no copy of them is left in memory that we hold.
+class PasswordBoxPeer final : public EditBoxPeer {
+ public:
+  PasswordBoxPeer(Toolkit& toolkit, FormPeer& form, ui::PasswordBox& box);
+  ~PasswordBoxPeer() override;
+
+ protected:
+  LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
+  void ShowText() override;
+  void AdoptText() override;
+
+ private:
+  ui::PasswordBox& box_;
+};
+
+}  // namespace krx::win32
