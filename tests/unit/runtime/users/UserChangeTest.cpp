@@ -199,6 +199,17 @@ TEST_F(UserChangeTest, AHigherLevelThanTheAdministratorsCannotLeaveNone) {
   EXPECT_EQ(directory.SetUserActive(u"inspector", 0), host::ModifyUserCallFailed);
 }
 
+TEST_F(UserChangeTest, TheOnlyAdministratorWhoIsNotLockedOutStays) {
+  Configure("lock-out-minutes = 0\n");
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret", u"Administrator");
+  for (int i = 0; i < 5; ++i)
+    ASSERT_EQ(LogOn(u"boss", u"wrong"), host::LogOnInvalidPassword);
+  EXPECT_EQ(directory.SetUserActive(u"anna", 0), host::ModifyUserCallFailed);
+  EXPECT_EQ(directory.RemoveUser(u"anna"), host::ModifyUserCallFailed);
+  EXPECT_EQ(directory.GetUserInfo(u"anna").State, host::UserActive);
+}
+
 TEST_F(UserChangeTest, AFailureAfterTheSaveIsReportedAndTheChangeStands) {
   ProvisionAndLogOn();
   AddUser(u"anna", u"anna's secret");
