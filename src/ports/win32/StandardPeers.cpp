@@ -15,8 +15,17 @@ void LabelPeer::UpdateContent(ui::Aspect aspect) {
 }
 
 FramePeer::FramePeer(Toolkit& toolkit, FormPeer& form, ui::Frame& frame)
-    : ControlPeer(toolkit, form, frame) {
+    : ControlPeer(toolkit, form, frame), frame_(frame) {
   CreateChild(L"BUTTON", BS_GROUPBOX, 0, String());
+}
+
+LRESULT FramePeer::Handle(UINT message, WPARAM w, LPARAM l) {
+  if (message != WM_ERASEBKGND) return ControlPeer::Handle(message, w, l);
+  const auto dc = reinterpret_cast<HDC>(w);
+  RECT area;
+  GetClientRect(Window(), &area);
+  FillRect(dc, &area, BrushFor(dc, frame_.BackColor()));
+  return TRUE;
 }
 
 }  // namespace krx::win32

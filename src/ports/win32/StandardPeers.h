@@ -17,14 +17,19 @@ class LabelPeer final : public ControlPeer {
   ui::Label& label_;
 };
 
-// A frame is the system's group box; the controls on it lie above it.
+// A frame is the system's group box; the controls on it lie above it. It fills its inside, which
+// the form, painting around its controls, leaves out.
 class FramePeer final : public ControlPeer {
  public:
   FramePeer(Toolkit& toolkit, FormPeer& form, ui::Frame& frame);
 
  protected:
+  LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
   void UpdateContent(ui::Aspect) override {}
   bool IsBackground() const override { return true; }
+
+ private:
+  ui::Frame& frame_;
 };
 
 }  // namespace krx::win32
