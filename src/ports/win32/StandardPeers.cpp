@@ -20,12 +20,20 @@ FramePeer::FramePeer(Toolkit& toolkit, FormPeer& form, ui::Frame& frame)
 }
 
 LRESULT FramePeer::Handle(UINT message, WPARAM w, LPARAM l) {
-  if (message != WM_ERASEBKGND) return ControlPeer::Handle(message, w, l);
-  const auto dc = reinterpret_cast<HDC>(w);
-  RECT area;
-  GetClientRect(Window(), &area);
-  FillRect(dc, &area, BrushFor(dc, frame_.BackColor()));
-  return TRUE;
+  switch (message) {
+    case WM_ERASEBKGND:
+      return TRUE;
+    case WM_PAINT: {
+      const PaintScope paint(Window());
+      RECT area;
+      GetClientRect(Window(), &area);
+      FillRect(paint.Dc(), &area, BrushFor(paint.Dc(), frame_.BackColor()));
+      DrawEdge(paint.Dc(), &area, EDGE_ETCHED, BF_RECT);
+      return 0;
+    }
+    default:
+      return ControlPeer::Handle(message, w, l);
+  }
 }
 
 }  // namespace krx::win32

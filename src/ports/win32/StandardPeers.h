@@ -17,8 +17,9 @@ class LabelPeer final : public ControlPeer {
   ui::Label& label_;
 };
 
-// A frame is the system's group box; the controls on it lie above it. It fills its inside, which
-// the form, painting around its controls, leaves out.
+// A frame is the system's group box; the controls on it lie above it. It paints itself: the system
+// would leave out its inside, which the form does not paint either, and put the upper edge lower,
+// as if there were a caption.
 class FramePeer final : public ControlPeer {
  public:
   FramePeer(Toolkit& toolkit, FormPeer& form, ui::Frame& frame);
