@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <functional>
 #include <iostream>
 #include <map>
@@ -30,6 +31,7 @@ constexpr const char* kUsage =
     "rect [CONTROL]    prints left, top, width and height in pixels\n"
     "read CONTROL      prints the text of a control, line breaks as \\n\n"
     "has CONTROL       prints yes when the control is visible, else no\n"
+    "list              waits for an open list and prints how far it hangs below the form\n"
     "dump              prints every window of the current form\n";
 
 HWND current = nullptr;
@@ -125,10 +127,16 @@ std::string Read(const std::string& control) {
   return Escaped(Current().Child(Widen(control)).Text());
 }
 
+std::string List(const std::string&) {
+  const LONG below = krx::drive::WaitForList(Current()).Bounds().bottom - Current().Bounds().bottom;
+  return std::to_string(std::max(below, 0L));
+}
+
 std::string Run(const std::string& command) {
   static const std::map<std::string, std::function<std::string(const std::string&)>> commands{
-      {"wait", Wait}, {"next", Next}, {"gone", Gone}, {"click", Click}, {"key", Key},
-      {"type", Type}, {"rect", Rect}, {"read", Read}, {"has", Has},     {"dump", Dump},
+      {"wait", Wait}, {"next", Next}, {"gone", Gone}, {"click", Click},
+      {"key", Key},   {"type", Type}, {"rect", Rect}, {"read", Read},
+      {"has", Has},   {"list", List}, {"dump", Dump},
   };
   const auto space = command.find(' ');
   const auto it = commands.find(command.substr(0, space));

@@ -8,7 +8,7 @@ namespace krx::win32 {
 
 namespace {
 
-constexpr Twips kFingerRow = 510;  // 9 millimetres
+constexpr Twips kFingerRow = 525;  // 9 millimetres, rounded up to pixels of every resolution
 constexpr Twips kRowPadding = 90;
 constexpr Twips kIndent = 60;
 constexpr int kVisibleRows = 8;
@@ -19,8 +19,14 @@ ComboPeer::ComboPeer(Toolkit& toolkit, FormPeer& form, ui::KRXComboBox& box)
     : ControlPeer(toolkit, form, box), box_(box) {
   constexpr DWORD kStyle = CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS | WS_VSCROLL;
   CreateChild(L"COMBOBOX", kStyle, 0, String());
+  box_.DroppedDown = false;  // a list that was open went with its window
   SizeRows();
   Fill();
+}
+
+void ComboPeer::Update(ui::Aspect aspect) {
+  ControlPeer::Update(aspect);
+  if (aspect == ui::Aspect::Bounds && Window()) SizeRows();
 }
 
 int ComboPeer::RowHeight() const {
@@ -50,6 +56,10 @@ void ComboPeer::Fill() const {
   for (const String& item : box_.Items()) {
     SendMessageW(Window(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(item)));
   }
+  ShowSelection();
+}
+
+void ComboPeer::ShowSelection() const {
   SendMessageW(Window(), CB_SETCURSEL, static_cast<WPARAM>(box_.ListIndex()), 0);
 }
 
@@ -58,9 +68,9 @@ void ComboPeer::UpdateContent(ui::Aspect aspect) {
     case ui::Aspect::Items:
       return Fill();
     case ui::Aspect::Selection:
-      SendMessageW(Window(), CB_SETCURSEL, static_cast<WPARAM>(box_.ListIndex()), 0);
-      return;
+      return ShowSelection();
     case ui::Aspect::Text:
+      ShowSelection();  // a text of its own is no entry
       return Invalidate();
     case ui::Aspect::Font:
       return SizeRows();
@@ -79,22 +89,31 @@ LRESULT ComboPeer::FromParent(UINT message, WPARAM w, LPARAM l) {
   return TRUE;
 }
 
+// Walking through the open list chooses nothing yet. The system closes the list before or after it
+// tells of the choice.
 void ComboPeer::Notified(WORD code) {
   switch (code) {
     case CBN_DROPDOWN:
       box_.DroppedDown = true;
+      cancelled_ = false;
+      return;
+    case CBN_SELENDCANCEL:
+      cancelled_ = true;
       return;
     case CBN_CLOSEUP:
       box_.DroppedDown = false;
+      return cancelled_ ? ShowSelection() : Choose();
+    case CBN_SELCHANGE:
+      if (!box_.DroppedDown) Choose();
       return;
-    case CBN_SELCHANGE: {
-      const auto index = static_cast<int>(SendMessageW(Window(), CB_GETCURSEL, 0, 0));
-      if (index >= 0) box_.Select(index);
-      return;
-    }
     default:
       return;
   }
+}
+
+void ComboPeer::Choose() {
+  const auto index = static_cast<int>(SendMessageW(Window(), CB_GETCURSEL, 0, 0));
+  if (index >= 0 && index != box_.ListIndex()) box_.Select(index);
 }
 
 void ComboPeer::Draw(const DRAWITEMSTRUCT& item) {

@@ -11,6 +11,7 @@ class ComboPeer final : public ControlPeer {
  public:
   ComboPeer(Toolkit& toolkit, FormPeer& form, ui::KRXComboBox& box);
 
+  void Update(ui::Aspect aspect) override;
   LRESULT FromParent(UINT message, WPARAM w, LPARAM l) override;
 
  protected:
@@ -22,10 +23,13 @@ class ComboPeer final : public ControlPeer {
   int RowHeight() const;
   void SizeRows() const;
   void Fill() const;
+  void ShowSelection() const;
   void Notified(WORD code);
+  void Choose();
   void Draw(const DRAWITEMSTRUCT& item);
 
   ui::KRXComboBox& box_;
+  bool cancelled_ = false;  // the open list is being left without a choice
 };
 
 }  // namespace krx::win32

@@ -2,18 +2,8 @@
 
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace krx::win32 {
-
-namespace {
-
-// Whether the message comes from another thread or process.
-bool FromOutside() {
-  return InSendMessageEx(nullptr) != ISMEX_NOSEND;
-}
-
-}  // namespace
 
 EditBoxPeer::EditBoxPeer(Toolkit& toolkit, FormPeer& form, ui::EditBox& box)
     : ControlPeer(toolkit, form, box), box_(box) {}
@@ -102,54 +92,6 @@ void TextBoxPeer::AdoptText() {
   const int copied = GetWindowTextW(Window(), reinterpret_cast<wchar_t*>(text.data()), length + 1);
   text.resize(static_cast<std::size_t>(copied));
   box_.Edited(std::move(text));
-}
-
-PasswordBoxPeer::PasswordBoxPeer(Toolkit& toolkit, FormPeer& form, ui::PasswordBox& box)
-    : EditBoxPeer(toolkit, form, box), box_(box) {
-  CreateEdit(ES_PASSWORD, String());
-  SendMessageW(Window(), EM_SETPASSWORDCHAR, box.PasswordChar, 0);
-  updating_ = true;
-  ShowText();
-  updating_ = false;
-}
-
-PasswordBoxPeer::~PasswordBoxPeer() {
-  if (!Window()) return;
-  // Written over in the edit control's own memory, which the system does not wipe.
-  updating_ = true;
-  const auto length = static_cast<std::size_t>(GetWindowTextLengthW(Window()));
-  SetWindowTextW(Window(), std::wstring(length, L'*').c_str());
-}
-
-void PasswordBoxPeer::ShowText() {
-  const Password terminated = box_.Text().With(box_.Text().Length(), 0, StringView(u"\0", 1));
-  SetWindowTextW(Window(), reinterpret_cast<const wchar_t*>(terminated.View().data()));
-}
-
-void PasswordBoxPeer::AdoptText() {
-  const auto length = static_cast<std::size_t>(GetWindowTextLengthW(Window()));
-  std::vector<wchar_t> buffer(length + 1);
-  GetWindowTextW(Window(), buffer.data(), static_cast<int>(buffer.size()));
-  Password typed(StringView(reinterpret_cast<const char16_t*>(buffer.data()), length));
-  SecureZeroMemory(buffer.data(), buffer.size() * sizeof(wchar_t));
-  box_.Edited(std::move(typed));
-}
-
-LRESULT PasswordBoxPeer::Handle(UINT message, WPARAM w, LPARAM l) {
-  if (FromOutside()) {
-    switch (message) {
-      case WM_GETTEXT:
-        return AnswerText(box_.DisplayedText(), w, l);
-      case EM_GETLINE:
-      case EM_GETHANDLE:
-      case EM_SETHANDLE:
-      case EM_SETPASSWORDCHAR:
-        return 0;
-      default:
-        break;
-    }
-  }
-  return EditBoxPeer::Handle(message, w, l);
 }
 
 }  // namespace krx::win32

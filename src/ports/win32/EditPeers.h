@@ -21,12 +21,12 @@ class EditBoxPeer : public ControlPeer {
   // Brings the model's text into the window, and the operator's edit into the model.
   virtual void ShowText() = 0;
   virtual void AdoptText() = 0;
+  void AdoptSelection();
 
   bool updating_ = false;  // the change does not come from the operator
 
  private:
   void UpdateSelection() const;
-  void AdoptSelection();
 
   ui::EditBox& box_;
 };
@@ -41,22 +41,6 @@ class TextBoxPeer final : public EditBoxPeer {
 
  private:
   ui::TextBox& box_;
-};
-
-// The characters are shown as "*". Neither another process nor another thread of this one reads
-// them, and no copy of them is left in memory that we hold.
-class PasswordBoxPeer final : public EditBoxPeer {
- public:
-  PasswordBoxPeer(Toolkit& toolkit, FormPeer& form, ui::PasswordBox& box);
-  ~PasswordBoxPeer() override;
-
- protected:
-  LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
-  void ShowText() override;
-  void AdoptText() override;
-
- private:
-  ui::PasswordBox& box_;
 };
 
 }  // namespace krx::win32

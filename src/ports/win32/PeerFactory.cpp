@@ -4,6 +4,7 @@
 #include "ports/win32/EditPeers.h"
 #include "ports/win32/KeyPeer.h"
 #include "ports/win32/Panes.h"
+#include "ports/win32/PasswordPeer.h"
 #include "ports/win32/StandardPeers.h"
 #include "ports/win32/TimerPeer.h"
 

@@ -15,8 +15,25 @@ void LabelPeer::UpdateContent(ui::Aspect aspect) {
 }
 
 FramePeer::FramePeer(Toolkit& toolkit, FormPeer& form, ui::Frame& frame)
-    : ControlPeer(toolkit, form, frame) {
+    : ControlPeer(toolkit, form, frame), frame_(frame) {
   CreateChild(L"BUTTON", BS_GROUPBOX, 0, String());
+}
+
+LRESULT FramePeer::Handle(UINT message, WPARAM w, LPARAM l) {
+  switch (message) {
+    case WM_ERASEBKGND:
+      return TRUE;
+    case WM_PAINT: {
+      const PaintScope paint(Window());
+      RECT area;
+      GetClientRect(Window(), &area);
+      FillRect(paint.Dc(), &area, BrushFor(paint.Dc(), frame_.BackColor()));
+      DrawEdge(paint.Dc(), &area, EDGE_ETCHED, BF_RECT);
+      return 0;
+    }
+    default:
+      return ControlPeer::Handle(message, w, l);
+  }
 }
 
 }  // namespace krx::win32

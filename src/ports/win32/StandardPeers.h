@@ -17,14 +17,20 @@ class LabelPeer final : public ControlPeer {
   ui::Label& label_;
 };
 
-// A frame is the system's group box; the controls on it lie above it.
+// A frame is the system's group box; the controls on it lie above it. It paints itself: the system
+// would leave out its inside, which the form does not paint either, and put the upper edge lower,
+// as if there were a caption.
 class FramePeer final : public ControlPeer {
  public:
   FramePeer(Toolkit& toolkit, FormPeer& form, ui::Frame& frame);
 
  protected:
+  LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
   void UpdateContent(ui::Aspect) override {}
   bool IsBackground() const override { return true; }
+
+ private:
+  ui::Frame& frame_;
 };
 
 }  // namespace krx::win32

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <stdexcept>
+#include <string_view>
 
 #include "driver/Input.h"
 
@@ -152,8 +153,18 @@ Window WaitForForm(const std::wstring& name, HWND before, Milliseconds limit) {
   });
 }
 
+Window WaitForList(const Window& form) {
+  const DWORD thread = GetWindowThreadProcessId(form.Handle(), nullptr);
+  return WaitForTopLevel("a list of " + Narrow(form.Name()), kPatience, [&](const Window& window) {
+    std::array<wchar_t, 16> name{};
+    GetClassNameW(window.Handle(), name.data(), static_cast<int>(name.size()));
+    return std::wstring_view(name.data()) == L"ComboLBox" &&
+           GetWindowThreadProcessId(window.Handle(), nullptr) == thread;
+  });
+}
+
 Window WaitForTitle(const std::wstring& title, Milliseconds limit) {
-  return WaitForTopLevel(std::string("'") + Narrow(title) + "'", limit,
+  return WaitForTopLevel("window " + Narrow(title), limit,
                          [&](const Window& window) { return window.Text() == title; });
 }
 

@@ -56,6 +56,9 @@ std::vector<Window> Forms(const std::wstring& name);
 // The form of this name that is not `before`; throws when none opens in time.
 Window WaitForForm(const std::wstring& name, HWND before = nullptr, Milliseconds limit = kPatience);
 
+// The list that hangs open below a combo box of this form; throws when none opens in time.
+Window WaitForList(const Window& form);
+
 // A visible top-level window by its window text (other programs' windows); throws likewise.
 Window WaitForTitle(const std::wstring& title, Milliseconds limit = kPatience);
 

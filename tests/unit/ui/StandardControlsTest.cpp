@@ -79,7 +79,7 @@ TEST_F(StandardControls, TextBoxTellsOfEveryChangeOnce) {
   form.txtName.Text = u"a";
   form.txtName.Text = u"a";
   EXPECT_EQ(changes, 1);
-  form.txtName.Edited(0, 0, u"ab");
+  form.txtName.Edited(0, 1, u"ab");
   form.txtName.Edited(0, 2, u"ab");
   EXPECT_EQ(changes, 2);
   EXPECT_EQ(form.txtName.Text(), u"ab");

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace krx::drive {
+
+// A folder with users of the reference runtime, which the programs started meanwhile use; gone with
+// the object. The rules ask for little work, so that the tests measure the dialogs.
+class UserStoreFolder {
+ public:
+  // Without users yet; `rules` are further lines of the rules' file.
+  explicit UserStoreFolder(const std::string& rules = {});
+  // With a copy of another folder's users.
+  explicit UserStoreFolder(const UserStoreFolder& other);
+  ~UserStoreFolder();
+  UserStoreFolder& operator=(const UserStoreFolder&) = delete;
+
+  // Makes it the one that programs started from now on use.
+  void Use() const;
+  // Creates the users with the provisioning command and returns the administrator's password.
+  std::string Provision(const std::string& administrator) const;
+  // Runs a script with `Users`, `Session` and `Check` at hand against these users; throws with its
+  // output when it does not come to its end. `Check result, wanted` stops it.
+  void Administer(const std::string& script) const;
+  std::string AuditLog() const;
+
+ private:
+  std::filesystem::path folder_;
+};
+
+}  // namespace krx::drive
