@@ -132,9 +132,7 @@ void Window::WaitUntilGone() const {
 }
 
 void Window::Click() const {
-  const POINT centre = Centre();
-  MoveMouse(centre);
-  ClickMouse(MouseButton::Left);
+  ClickMouse(MouseButton::Left, Centre());
 }
 
 std::vector<Window> Forms(const std::wstring& name) {
