@@ -27,6 +27,7 @@ void Form::Load() {
 void Form::ShowModal() {
   if (showing_) throw RuntimeError(400, u"Form already displayed; can't show modally");
   Load();
+  if (!loaded_) return;  // its own load step has unloaded it
   showing_ = visible_ = true;
   try {
     GivePeers();

@@ -38,8 +38,9 @@ void AppendWrapped(String& out, StringView line, const std::function<bool(String
     const bool at_blank = blank != StringView::npos && blank > 0;
     const std::size_t end = at_blank ? blank : length;
     out.append(line.substr(0, end));
-    out += u'\n';
     line.remove_prefix(at_blank ? end + 1 : end);
+    // A blank at the very end breaks nothing: there is no text left for another line.
+    if (!line.empty()) out += u'\n';
   }
   out.append(line);
 }

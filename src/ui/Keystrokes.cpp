@@ -26,6 +26,7 @@ constexpr std::array kNamedKeys{
 };
 
 constexpr std::int32_t kMostRepeats = 1000;
+constexpr int kDeepestGroup = 100;  // groups and modifiers inside each other
 
 [[noreturn]] void Malformed() {
   throw RuntimeError(5, u"Malformed keystroke notation");
@@ -66,6 +67,12 @@ class Parser {
   }
 
   void Element(int shift) {
+    if (++depth_ > kDeepestGroup) Malformed();
+    Single(shift);
+    --depth_;
+  }
+
+  void Single(int shift) {
     const char16_t c = Take();
     switch (c) {
       case u'+':
@@ -123,6 +130,7 @@ class Parser {
 
   StringView rest_;
   std::vector<Keystroke> keys_;
+  int depth_ = 0;
 };
 
 }  // namespace

@@ -14,12 +14,18 @@ void Send(INPUT input) {
   if (SendInput(1, &input, sizeof input) != 1) throw std::runtime_error("input is refused");
 }
 
-void SendMouse(DWORD flags, LONG x = 0, LONG y = 0) {
+// The system counts absolute positions in 65536ths of the screen; rounding up hits the pixel.
+LONG Normalised(LONG pixel, int metric) {
+  const LONG size = GetSystemMetrics(metric);
+  return (pixel * 65536 + size - 1) / size;
+}
+
+void SendMouse(DWORD flags, POINT at) {
   INPUT input{};
   input.type = INPUT_MOUSE;
-  input.mi.dx = x;
-  input.mi.dy = y;
-  input.mi.dwFlags = flags;
+  input.mi.dx = Normalised(at.x, SM_CXSCREEN);
+  input.mi.dy = Normalised(at.y, SM_CYSCREEN);
+  input.mi.dwFlags = flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
   Send(input);
 }
 
@@ -30,12 +36,6 @@ void SendKey(WORD key, WORD scan, DWORD flags) {
   input.ki.wScan = scan;
   input.ki.dwFlags = flags;
   Send(input);
-}
-
-// The system counts absolute positions in 65536ths of the screen; rounding up hits the pixel.
-LONG Normalised(LONG pixel, int metric) {
-  const LONG size = GetSystemMetrics(metric);
-  return (pixel * 65536 + size - 1) / size;
 }
 
 const std::map<std::wstring, WORD>& KeysByName() {
@@ -60,33 +60,33 @@ WORD KeyOf(const std::wstring& name) {
 }  // namespace
 
 void MoveMouse(POINT to) {
-  SendMouse(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, Normalised(to.x, SM_CXSCREEN),
-            Normalised(to.y, SM_CYSCREEN));
+  SendMouse(0, to);
 }
 
-void PressMouse(MouseButton button) {
-  SendMouse(button == MouseButton::Left ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN);
+void PressMouse(MouseButton button, POINT at) {
+  SendMouse(button == MouseButton::Left ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN, at);
 }
 
-void ReleaseMouse(MouseButton button) {
-  SendMouse(button == MouseButton::Left ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP);
+void ReleaseMouse(MouseButton button, POINT at) {
+  SendMouse(button == MouseButton::Left ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP, at);
 }
 
-void ClickMouse(MouseButton button) {
-  PressMouse(button);
-  ReleaseMouse(button);
+void ClickMouse(MouseButton button, POINT at) {
+  MoveMouse(at);
+  PressMouse(button, at);
+  ReleaseMouse(button, at);
 }
 
 void DragMouse(MouseButton button, POINT from, POINT to) {
   constexpr int kSteps = 4;
   MoveMouse(from);
-  PressMouse(button);
+  PressMouse(button, from);
   for (int step = 1; step <= kSteps; ++step) {
     MoveMouse({from.x + (to.x - from.x) * step / kSteps, from.y + (to.y - from.y) * step / kSteps});
     // A hand is slower than the window that follows it.
     std::this_thread::sleep_for(Milliseconds(30));
   }
-  ReleaseMouse(button);
+  ReleaseMouse(button, to);
 }
 
 void PressKey(WORD key, WORD modifier) {

@@ -12,9 +12,11 @@ enum class MouseButton { Left, Right };
 
 // Moves the pointer to a pixel of the screen.
 void MoveMouse(POINT to);
-void PressMouse(MouseButton button);
-void ReleaseMouse(MouseButton button);
-void ClickMouse(MouseButton button);
+// Press and release name their place themselves: the pointer of the desktop may report a place of
+// its own in between, as it does when a window opens under it.
+void PressMouse(MouseButton button, POINT at);
+void ReleaseMouse(MouseButton button, POINT at);
+void ClickMouse(MouseButton button, POINT at);
 // Presses at `from`, moves to `to` in steps, releases there.
 void DragMouse(MouseButton button, POINT from, POINT to);
 

@@ -13,14 +13,14 @@ namespace {
 
 constexpr UINT kAnswerWithin = 2000;  // milliseconds; a window that does not answer has no text
 
+BOOL CALLBACK AddToList(HWND handle, LPARAM list) {
+  reinterpret_cast<std::vector<Window>*>(list)->emplace_back(handle);
+  return TRUE;
+}
+
 std::vector<Window> TopLevelWindows() {
   std::vector<Window> windows;
-  EnumWindows(
-      [](HWND handle, LPARAM list) -> BOOL {
-        reinterpret_cast<std::vector<Window>*>(list)->emplace_back(handle);
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&windows));
+  EnumWindows(AddToList, reinterpret_cast<LPARAM>(&windows));
   return windows;
 }
 
@@ -82,13 +82,7 @@ bool Window::Focused() const {
 
 std::vector<Window> Window::Descendants() const {
   std::vector<Window> windows;
-  EnumChildWindows(
-      handle_,
-      [](HWND handle, LPARAM list) -> BOOL {
-        reinterpret_cast<std::vector<Window>*>(list)->emplace_back(handle);
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&windows));
+  EnumChildWindows(handle_, AddToList, reinterpret_cast<LPARAM>(&windows));
   return windows;
 }
 
@@ -133,9 +127,7 @@ void Window::WaitUntilGone() const {
 }
 
 void Window::Click() const {
-  const POINT centre = Centre();
-  MoveMouse(centre);
-  ClickMouse(MouseButton::Left);
+  ClickMouse(MouseButton::Left, Centre());
 }
 
 std::vector<Window> Forms(const std::wstring& name) {

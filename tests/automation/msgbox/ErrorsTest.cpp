@@ -70,14 +70,14 @@ TEST_F(Errors, AMissingRuntimeReachesTheClientAsAnErrorWithText) {
                  Try("Dialogs.KRMsgBox \"Text\", 0, \"Title\""));
   const Lines lines = Printed();
   ASSERT_EQ(lines.size(), 3u);
-  EXPECT_NE(lines[0], "0");
-  EXPECT_FALSE(lines[1].empty());
-  EXPECT_FALSE(lines[2].empty());
+  EXPECT_EQ(lines[0], "-2147221164");  // 0x80040154, class not registered
+  EXPECT_EQ(lines[1], "KRXDialogs");
+  EXPECT_EQ(lines[2], "The runtime's class FontService is not registered");
 }
 
 TEST_F(Errors, AMethodWithoutItsDialogIsNotImplemented) {
   // 0x80004001
-  RunScript(Try("Dialogs.KRWhoAmI"));
+  RunScript(Try("Dialogs.KRUser"));
   EXPECT_EQ(Printed().at(0), "-2147467263");
 }
 

@@ -12,19 +12,20 @@ namespace krx::soak {
 
 namespace {
 
+BOOL CALLBACK CountOwn(HWND window, LPARAM total) {
+  DWORD process = 0;
+  GetWindowThreadProcessId(window, &process);
+  if (process == GetCurrentProcessId()) ++*reinterpret_cast<long*>(total);
+  return TRUE;
+}
+
 long CountWindows() {
   long count = 0;
-  const auto add = [](HWND window, LPARAM total) -> BOOL {
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    if (process == GetCurrentProcessId()) ++*reinterpret_cast<long*>(total);
-    return TRUE;
-  };
-  EnumWindows(add, reinterpret_cast<LPARAM>(&count));
+  EnumWindows(CountOwn, reinterpret_cast<LPARAM>(&count));
   // Message-only windows have a root of their own.
   HWND window = nullptr;
   while ((window = FindWindowExW(HWND_MESSAGE, window, nullptr, nullptr)))
-    add(window, reinterpret_cast<LPARAM>(&count));
+    CountOwn(window, reinterpret_cast<LPARAM>(&count));
   return count;
 }
 

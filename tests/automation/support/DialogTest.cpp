@@ -16,8 +16,7 @@ void DialogTest::TearDown() {
 
 void DialogTest::RunPlainScript(const std::string& text) {
   script_.emplace(text);
-  client_ = std::make_unique<Client>(script_->Command());
-  last_ = nullptr;
+  RunCommand(script_->Command());
 }
 
 void DialogTest::RunScript(const std::string& body) {
@@ -31,7 +30,11 @@ void DialogTest::RunScript(const std::string& body) {
 }
 
 void DialogTest::RunProgram(const std::string& arguments) {
-  client_ = std::make_unique<Client>((ProgramFolder() / "").wstring() + Widen(arguments));
+  RunCommand((ProgramFolder() / "").wstring() + Widen(arguments));
+}
+
+void DialogTest::RunCommand(const std::wstring& command_line) {
+  client_ = std::make_unique<Client>(command_line);
   last_ = nullptr;
 }
 

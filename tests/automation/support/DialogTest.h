@@ -26,6 +26,7 @@ class DialogTest : public ::testing::Test {
   void RunScript(const std::string& body);
   // Starts a client program that lies beside the tests.
   void RunProgram(const std::string& arguments);
+  void RunCommand(const std::wstring& command_line);
   // Starts a script as it stands.
   void RunPlainScript(const std::string& text);
 

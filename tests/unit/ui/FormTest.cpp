@@ -149,6 +149,13 @@ TEST_F(Form, ErrorInTheLoadStepLeavesItUnloaded) {
   EXPECT_EQ(loads, 1);
 }
 
+TEST_F(Form, UnloadedByItsOwnLoadStepItIsNotShown) {
+  form.LoadStep = [this] { form.Unload(); };
+  form.ShowModal();
+  EXPECT_FALSE(form.Loaded());
+  EXPECT_TRUE(platform.Complaints().empty());
+}
+
 TEST_F(Form, FirstControlOfTheTabOrderThatCanHasTheFocusAtFirst) {
   Show(form, [](Operator& op) { EXPECT_EQ(op.Focus(), u"txtName"); });
   form.txtName.Enabled = false;

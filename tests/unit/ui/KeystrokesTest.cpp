@@ -86,6 +86,13 @@ TEST(Keystrokes, MalformedNotationIsRuntimeError5) {
   }
 }
 
+TEST(Keystrokes, EndlessNestingIsMalformedAndNoOverflow) {
+  const String nested(100000, u'(');
+  EXPECT_EQ(test::StatusOf([&] { ParseKeystrokes(nested); }), kMalformed);
+  const String shifts(100000, u'+');
+  EXPECT_EQ(test::StatusOf([&] { ParseKeystrokes(shifts); }), kMalformed);
+}
+
 TEST(FoldCase, LowersLatinGreekAndCyrillicLetters) {
   EXPECT_EQ(FoldCase(u'A'), u'a');
   EXPECT_EQ(FoldCase(u'Z'), u'z');
