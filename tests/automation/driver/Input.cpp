@@ -77,6 +77,18 @@ void ClickMouse(MouseButton button) {
   ReleaseMouse(button);
 }
 
+void ClickMouseAt(POINT to) {
+  static constexpr Milliseconds kRest{20};
+  const auto rests = [to] {
+    MoveMouse(to);
+    std::this_thread::sleep_for(kRest);
+    POINT now{};
+    return GetCursorPos(&now) && now.x == to.x && now.y == to.y;
+  };
+  if (!Within(kPatience, rests)) throw std::runtime_error("the pointer does not stay");
+  ClickMouse(MouseButton::Left);
+}
+
 void DragMouse(MouseButton button, POINT from, POINT to) {
   constexpr int kSteps = 4;
   MoveMouse(from);

@@ -12,6 +12,9 @@ enum class MouseButton { Left, Right };
 
 // Moves the pointer to a pixel of the screen.
 void MoveMouse(POINT to);
+// Moves it there and clicks once it stays: a window that opens under the pointer may have the
+// system report the place where the pointer was before. Throws when it does not stay.
+void ClickMouseAt(POINT to);
 void PressMouse(MouseButton button);
 void ReleaseMouse(MouseButton button);
 void ClickMouse(MouseButton button);

@@ -133,9 +133,7 @@ void Window::WaitUntilGone() const {
 }
 
 void Window::Click() const {
-  const POINT centre = Centre();
-  MoveMouse(centre);
-  ClickMouse(MouseButton::Left);
+  ClickMouseAt(Centre());
 }
 
 std::vector<Window> Forms(const std::wstring& name) {
