@@ -38,8 +38,9 @@ INPUT KeyInput(WORD key, DWORD flags) {
   return input;
 }
 
-void Mouse(DWORD flags) {
+void Mouse(DWORD flags, DWORD data = 0) {
   INPUT input{};
+  input.mi.mouseData = data;
   input.type = INPUT_MOUSE;
   input.mi.dwFlags = flags;
   SendInput(1, &input, sizeof input);
@@ -144,9 +145,17 @@ void Person::MoveTo(POINT at) {
 }
 
 void Person::Click(HWND window) {
-  MoveTo(Middle(window));
+  ClickAt(Middle(window));
+}
+
+void Person::ClickAt(POINT at) {
+  MoveTo(at);
   Mouse(MOUSEEVENTF_LEFTDOWN);
   Mouse(MOUSEEVENTF_LEFTUP);
+}
+
+void Person::Turn(int notches) {
+  Mouse(MOUSEEVENTF_WHEEL, static_cast<DWORD>(notches * WHEEL_DELTA));
 }
 
 void Person::Drag(HWND window, int dx, int dy) {

@@ -32,6 +32,8 @@ class Person {
   // Key-down messages of a key that has been held down for some time.
   void Repeat(HWND form, WORD key, int times);
   void Click(HWND window);
+  void ClickAt(POINT at);  // in pixels of the screen
+  void Turn(int notches);  // the mouse wheel, up when positive
   void Drag(HWND window, int dx, int dy);
   void AwaitFocus(HWND window);
   void Await(const std::function<bool()>& condition, const std::string& what);

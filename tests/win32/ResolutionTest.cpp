@@ -4,6 +4,7 @@
 #include <array>
 #include <string>
 
+#include "SelfProcess.h"
 #include "ports/win32/Win32Platform.h"
 
 namespace krx::test {
@@ -36,26 +37,6 @@ class DesktopResolution {
   bool had_ = false;
 };
 
-DWORD RunSelf(const std::wstring& filter, DWORD dpi) {
-  std::array<wchar_t, MAX_PATH> path{};
-  GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-  std::wstring command = L"\"" + std::wstring(path.data()) + L"\" --gtest_filter=" + filter;
-  SetEnvironmentVariableW(kExpected, std::to_wstring(dpi).c_str());
-  STARTUPINFOW startup{};
-  startup.cb = sizeof startup;
-  PROCESS_INFORMATION process{};
-  DWORD code = 99;
-  if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                     &process)) {
-    WaitForSingleObject(process.hProcess, INFINITE);
-    GetExitCodeProcess(process.hProcess, &code);
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-  }
-  SetEnvironmentVariableW(kExpected, nullptr);
-  return code;
-}
-
 TEST(Resolution, IsTheOneThatTheTestRunsAt) {
   std::array<wchar_t, 16> wanted{};
   if (GetEnvironmentVariableW(kExpected, wanted.data(), static_cast<DWORD>(wanted.size())) == 0)
@@ -68,7 +49,9 @@ class EveryResolution : public testing::TestWithParam<DWORD> {};
 
 TEST_P(EveryResolution, ShowsFormsOfTheRightSizeThatCanBeWorkedWith) {
   const DesktopResolution resolution(GetParam());
-  EXPECT_EQ(RunSelf(L"Resolution.*:Measuring.*:Windows.*:FMessageBox.*", GetParam()), 0u);
+  EXPECT_EQ(RunSelf(L"Resolution.*:Measuring.*:Windows.*:FMessageBox.*:ControlSizes.*", kExpected,
+                    std::to_wstring(GetParam())),
+            0u);
 }
 
 INSTANTIATE_TEST_SUITE_P(Dpi, EveryResolution, testing::Values(96, 120, 144, 192));

@@ -72,6 +72,11 @@ struct FakeRuntime : host::Runtime {
   std::unique_ptr<host::FontService> CreateFontService() override {
     return std::make_unique<FakeFonts>();
   }
+  std::unique_ptr<host::UserSession> CreateUserSession() override { return nullptr; }
+  std::unique_ptr<host::UserAdministration> CreateUserAdministration() override { return nullptr; }
+  std::unique_ptr<host::UserClassAdministration> CreateUserClassAdministration() override {
+    return nullptr;
+  }
 };
 
 }  // namespace krx::test

@@ -41,14 +41,24 @@ int ComboPeer::HeightBelow() const {
 
 void ComboPeer::SizeRows() const {
   SendMessageW(Window(), CB_SETITEMHEIGHT, 0, RowHeight());
-  // The field is as high as the control, less what the system draws around it.
+  // The field's part of the height is the system's affair, so it is tried and then corrected.
+  const int wanted = form_.Scale().Pixels(box_.Height());
+  SizeField(wanted);
   RECT outer;
   GetWindowRect(Window(), &outer);
-  const int border =
-      outer.bottom - outer.top -
-      static_cast<int>(SendMessageW(Window(), CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
-  const int height = form_.Scale().Pixels(box_.Height()) - border;
+  SizeField(wanted - (outer.bottom - outer.top - wanted));
+}
+
+void ComboPeer::SizeField(int height) const {
   SendMessageW(Window(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(height, 1));
+}
+
+// The system takes a height beyond the field for that of the list.
+void ComboPeer::SizeList() const {
+  const RECT& place = Place();
+  SetWindowPos(Window(), nullptr, 0, 0, place.right - place.left,
+               place.bottom - place.top + HeightBelow(),
+               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void ComboPeer::Fill() const {
@@ -66,7 +76,8 @@ void ComboPeer::ShowSelection() const {
 void ComboPeer::UpdateContent(ui::Aspect aspect) {
   switch (aspect) {
     case ui::Aspect::Items:
-      return Fill();
+      Fill();
+      return SizeList();
     case ui::Aspect::Selection:
       return ShowSelection();
     case ui::Aspect::Text:

@@ -22,6 +22,8 @@ class ComboPeer final : public ControlPeer {
  private:
   int RowHeight() const;
   void SizeRows() const;
+  void SizeField(int height) const;
+  void SizeList() const;
   void Fill() const;
   void ShowSelection() const;
   void Notified(WORD code);

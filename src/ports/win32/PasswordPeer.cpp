@@ -8,7 +8,9 @@ namespace krx::win32 {
 namespace {
 
 // What the Control key makes of letters.
+constexpr WPARAM kControlC = 0x03;
 constexpr WPARAM kControlV = 0x16;
+constexpr WPARAM kControlX = 0x18;
 constexpr WPARAM kControlZ = 0x1A;
 constexpr WPARAM kControlBack = 0x7F;
 
@@ -90,6 +92,8 @@ LRESULT PasswordBoxPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       return Character(w, l);
     case WM_KEYDOWN:
       if (w == VK_INSERT && GetKeyState(VK_SHIFT) < 0) return Paste();
+      if (w == VK_INSERT && GetKeyState(VK_CONTROL) < 0) return 0;
+      if (w == VK_DELETE && GetKeyState(VK_SHIFT) < 0) return 0;
       break;
     case WM_PASTE:
       return Paste();
@@ -97,6 +101,9 @@ LRESULT PasswordBoxPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       return Insert(Password(OneLine(reinterpret_cast<const wchar_t*>(l))));
     case WM_SETTEXT:
       return Replace(Password(OneLine(reinterpret_cast<const wchar_t*>(l))));
+    case WM_COPY:
+    case WM_CUT:
+      return 0;  // asterisks are of no use to anybody
     case WM_UNDO:
     case EM_UNDO:
     case EM_CANUNDO:
@@ -108,8 +115,17 @@ LRESULT PasswordBoxPeer::Handle(UINT message, WPARAM w, LPARAM l) {
 }
 
 LRESULT PasswordBoxPeer::Character(WPARAM unit, LPARAM l) {
-  if (unit == kControlV) return Paste();
-  if (unit == kControlZ || unit == kControlBack) return 0;
+  switch (unit) {
+    case kControlV:
+      return Paste();
+    case kControlC:
+    case kControlX:
+    case kControlZ:
+    case kControlBack:
+      return 0;
+    default:
+      break;
+  }
   if (unit < u' ') return EditBoxPeer::Handle(WM_CHAR, unit, l);
   const auto character = static_cast<char16_t>(unit);
   typed_ = Password(StringView(&character, 1));

@@ -58,8 +58,8 @@ class LogOnCombo : public UsersTest {
   void Tap(const Window& list, int row) {
     const auto height = static_cast<int>(SendMessageW(list.Handle(), LB_GETITEMHEIGHT, 0, 0));
     const RECT bounds = list.Bounds();
-    MoveMouse({(bounds.left + bounds.right) / 2, bounds.top + row * height + height / 2});
-    ClickMouse(MouseButton::Left);
+    ClickMouse(MouseButton::Left,
+               {(bounds.left + bounds.right) / 2, bounds.top + row * height + height / 2});
     list.WaitUntilGone();
   }
 
@@ -112,6 +112,8 @@ TEST_F(LogOnCombo, TheKeyboardPicksAUserWithoutOpeningTheList) {
   UseThePlant();
   RunDialog(kLogOn);
   const Window form = Form(kForm, L"cboName");
+  PressKey(L"Home");
+  WaitForName(form, L"admin");
   PressKey(L"End");
   WaitForName(form, NameOf(kUsers - 2));
   PressKey(L"Up");
@@ -128,11 +130,12 @@ TEST_F(LogOnCombo, TheKeyboardPicksAUserFromTheOpenList) {
   const Window list = WaitForList(form);
   PressKey(L"Down");
   PressKey(L"Down");
-  PressKey(L"Enter");  // closes the list and nothing more
-  list.WaitUntilGone();
+  Move(form, L"Enter", L"txtPassword");  // takes the entry and leads on
+  EXPECT_FALSE(list.Visible());
   WaitForName(form, NameOf(0));
-  form.WaitForFocusOn(L"cboName");
-  Finish(form, NameOf(0));
+  Type(form, L"txtPassword", kPassword);
+  PressKey(L"Enter");
+  EXPECT_EQ(Printed(), (Lines{"True, " + Narrow(NameOf(0)), "end"}));
 }
 
 TEST_F(LogOnCombo, EscClosesAnOpenListFirst) {
@@ -164,6 +167,8 @@ TEST_F(LogOnCombo, RefusalsLeadToTheListOrToThePassword) {
   ASSERT_EQ(
       Entries(form.Child(L"cboName")),
       (std::vector<std::wstring>{kAdministrator, kExpired, kOperator, kRenewing, kDeactivated}));
+  PressKey(L"Home");
+  WaitForName(form, kAdministrator);
   PressKey(L"End");
   WaitForName(form, kDeactivated);
   Move(form, L"Enter", L"txtPassword");

@@ -75,7 +75,11 @@ void UsersTest::RunDialog(const std::string& call) {
 
 Window UsersTest::Form(const std::wstring& name, const std::wstring& focus) {
   const Window form = WaitForForm(name);
-  form.WaitForFocusOn(focus);
+  // The window manager may take the focus away for a moment after the dialog before has gone.
+  for (int i = 0; i < 3; ++i) {
+    form.WaitForFocusOn(focus);
+    std::this_thread::sleep_for(Milliseconds(20));
+  }
   return form;
 }
 
@@ -104,7 +108,7 @@ void UsersTest::Move(const Window& form, const wchar_t* key, const std::wstring&
 }
 
 void UsersTest::LogOn(const std::wstring& name, const std::wstring& password) {
-  const Window form = WaitForForm(L"FLogOn");
+  const Window form = Form(L"FLogOn", L"txtName");
   Type(form, L"txtName", name);
   Move(form, L"Enter", L"txtPassword");
   Type(form, L"txtPassword", password);
@@ -112,7 +116,7 @@ void UsersTest::LogOn(const std::wstring& name, const std::wstring& password) {
 }
 
 void UsersTest::ChangePassword(const std::wstring& current, const std::wstring& changed) {
-  const Window form = WaitForForm(L"FChangePassword");
+  const Window form = Form(L"FChangePassword", L"txtActPassword");
   Type(form, L"txtActPassword", current);
   Move(form, L"Enter", L"txtPassword");
   Type(form, L"txtPassword", changed);

@@ -1,0 +1,168 @@
+
+
+#include "ContractTest.h"
+
+namespace krx::test {
+
+namespace {
+
+class ControlContract : public ContractTest {
+ protected:
+  void LogFocus(ui::Control& control, const std::string& name) {
+    control.GotFocus = [this, name] { log += "+" + name; };
+    control.LostFocus = [this, name] { log += "-" + name; };
+  }
+};
+
+TEST_F(ControlContract, FocusEventsAreRaisedExactlyOnce) {
+  LogFocus(form.txtName, "n");
+  LogFocus(form.txtPassword, "p");
+  LogFocus(form.keyOne, "1");
+  Show([](Hand& hand) {
+    hand.AwaitFocus(u"txtName");
+    hand.Press(ui::kKeyTab);
+    hand.AwaitFocus(u"txtPassword");
+    hand.Click(u"keyOne");
+    hand.AwaitFocus(u"keyOne");
+    hand.AccessKey(u'n');
+    hand.AwaitFocus(u"txtName");
+    Leave(hand);
+  });
+  EXPECT_EQ(log, "+n-n+p-p+1-1+n");
+}
+
+TEST_F(ControlContract, AHandlerMayMoveTheFocusOn) {
+  LogFocus(form.keyOne, "1");
+  form.txtPassword.GotFocus = [&] {
+    log += "+p";
+    form.keyOne.SetFocus();
+  };
+  Show([](Hand& hand) {
+    hand.AwaitFocus(u"txtName");
+    hand.Press(ui::kKeyTab);
+    hand.AwaitFocus(u"keyOne");
+    Leave(hand);
+  });
+  EXPECT_EQ(log, "+p+1");
+}
+
+TEST_F(ControlContract, ChangeIsRaisedOncePerEdit) {
+  form.txtName.Change = [&] { log += "n"; };
+  form.txtPassword.Change = [&] { log += "p"; };
+  Show([](Hand& hand) {
+    hand.AwaitFocus(u"txtName");
+    hand.Type(u"abc");
+    hand.Press(ui::kKeyTab);
+    hand.AwaitFocus(u"txtPassword");
+    hand.Type(u"de");
+    Leave(hand);
+  });
+  EXPECT_EQ(log, "nnnpp");
+  EXPECT_EQ(ToUtf8(form.txtName.Text()), "abc");
+  EXPECT_EQ(ToUtf8(form.txtPassword.Text().View()), "de");
+}
+
+TEST_F(ControlContract, ATextSetByTheFormRaisesChangeOnceAndOnlyWhenItDiffers) {
+  form.txtName.Change = [&] { log += "n"; };
+  form.txtPassword.Change = [&] { log += "p"; };
+  form.keyOne.Click = [&] {
+    for (int i = 0; i < 2; ++i) {
+      form.txtName.Text = u"set";
+      form.txtPassword.Text = Password(u"set");
+    }
+  };
+  Show([](Hand& hand) {
+    hand.Click(u"keyOne");
+    Leave(hand);
+  });
+  EXPECT_EQ(log, "np");
+}
+
+TEST_F(ControlContract, TypingReplacesTheSelectionThatTheFormMade) {
+  for (ui::EditBox* box :
+       {static_cast<ui::EditBox*>(&form.txtName), static_cast<ui::EditBox*>(&form.txtPassword)}) {
+    box->GotFocus = [box] {
+      box->SelStart = 0;
+      box->SelLength = static_cast<int>(box->TextLength());
+    };
+  }
+  form.txtName.Text = u"old name";
+  form.txtPassword.Text = Password(u"old word");
+  Show([](Hand& hand) {
+    hand.AwaitFocus(u"txtName");
+    hand.Type(u"x");
+    hand.Press(ui::kKeyTab);
+    hand.AwaitFocus(u"txtPassword");
+    hand.Type(u"yz");
+    Leave(hand);
+  });
+  EXPECT_EQ(ToUtf8(form.txtName.Text()), "x");
+  EXPECT_EQ(ToUtf8(form.txtPassword.Text().View()), "yz");
+}
+
+TEST_F(ControlContract, ALockedBoxTakesNoInputButTheFocus) {
+  form.txtName.Text = u"fixed";
+  form.txtName.Locked = true;
+  Show([](Hand& hand) {
+    hand.AwaitFocus(u"txtName");
+    hand.Type(u"abc");
+    Leave(hand);
+  });
+  EXPECT_EQ(ToUtf8(form.txtName.Text()), "fixed");
+}
+
+TEST_F(ControlContract, HiddenControlsAreReachedOnceTheyAreShown) {
+  form.txtPassword.Visible = false;
+  form.keyTwo.Visible = false;
+  form.keyOne.Click = [&] {
+    form.keyTwo.Visible = true;
+    form.txtPassword.Visible = true;
+  };
+  Show([](Hand& hand) {
+    hand.AwaitFocus(u"txtName");
+    hand.Press(ui::kKeyTab);
+    hand.AwaitFocus(u"keyOne");
+    hand.Press(ui::kKeyEnter);
+    hand.Press(ui::kKeyTab);
+    hand.AwaitFocus(u"keyTwo");
+    hand.Press(ui::kKeyTab, ui::kShift);
+    hand.Press(ui::kKeyTab, ui::kShift);
+    hand.AwaitFocus(u"txtPassword");
+    hand.Type(u"a");
+    Leave(hand);
+  });
+  EXPECT_EQ(ToUtf8(form.txtPassword.Text().View()), "a");
+}
+
+TEST_F(ControlContract, TheFocusLeavesAControlThatIsHiddenOrDisabled) {
+  LogFocus(form.keyOne, "1");
+  form.keyOne.Click = [&] { form.keyOne.Visible = false; };
+  form.keyTwo.Click = [&] { form.keyTwo.Enabled = false; };
+  Show([](Hand& hand) {
+    hand.Click(u"keyOne");
+    hand.AwaitFocus(u"txtName");
+    hand.Click(u"keyTwo");
+    hand.AwaitFocus(u"txtName");
+    Leave(hand);
+  });
+  EXPECT_EQ(log, "+1-1");
+}
+
+TEST_F(ControlContract, TheTabOrderMayChangeWhileTheFormIsShown) {
+  form.keyOne.Click = [&] { form.keyTwo.TabIndex = 0; };
+  Show([](Hand& hand) {
+    hand.Click(u"keyOne");
+    hand.AwaitFocus(u"keyOne");
+    hand.Press(ui::kKeyTab);
+    hand.AwaitFocus(u"keyClose");
+    hand.Press(ui::kKeyTab);
+    hand.AwaitFocus(u"keyTwo");
+    hand.Press(ui::kKeyTab);
+    hand.AwaitFocus(u"txtName");
+    Leave(hand);
+  });
+}
+
+}  // namespace
+
+}  // namespace krx::test

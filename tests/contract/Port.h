@@ -1,0 +1,43 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "base/String.h"
+#include "ui/Controls.h"
+#include "ui/Platform.h"
+
+namespace krx::test {
+
+class Hand;
+using HandScript = std::function<void(Hand&)>;
+
+// Whoever works with a form that is shown: by script in one port, with real input in another. What
+// cannot be done, or does not come about, fails the test.
+class Hand {
+ public:
+  virtual ~Hand() = default;
+
+  virtual void Press(int key, int shift = 0) = 0;
+  virtual void Type(StringView letters) = 0;  // lower case, into the focused control
+  virtual void AccessKey(char16_t letter) = 0;
+  virtual void Click(StringView key) = 0;
+  // Clicks a button whose handler shows another form, in which the script works until it is gone.
+  virtual void Open(StringView key, StringView form, const HandScript& script) = 0;
+  virtual void AwaitFocus(StringView control) = 0;
+  virtual void Await(const std::function<bool()>& condition) = 0;
+};
+
+// A port as the contract tests see it.
+class Port {
+ public:
+  virtual ~Port() = default;
+  virtual ui::Platform& Platform() = 0;
+  // Shows the form modally; the script works with it and must close it.
+  virtual void Show(ui::Form& form, const HandScript& script) = 0;
+};
+
+// Each test program that contains the contract tests has its own port.
+std::unique_ptr<Port> MakePort();
+
+}  // namespace krx::test

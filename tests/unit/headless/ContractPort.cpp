@@ -1,0 +1,64 @@
+#include <gtest/gtest.h>
+
+#include "contract/Port.h"
+#include "ports/headless/HeadlessPlatform.h"
+
+namespace krx::test {
+
+namespace {
+
+using headless::HeadlessPlatform;
+using headless::Operator;
+
+class ScriptedHand final : public Hand {
+ public:
+  ScriptedHand(HeadlessPlatform& platform, Operator& op) : platform_(platform), op_(op) {}
+
+  void Press(int key, int shift) override { op_.Press(key, shift); }
+  void Type(StringView letters) override { op_.Type(letters); }
+  void AccessKey(char16_t letter) override { op_.AccessKey(letter); }
+  void Click(StringView key) override { op_.Click(key); }
+  void Open(StringView key, StringView form, const HandScript& script) override {
+    Expect(platform_, form, script);
+    op_.Click(key);
+  }
+  void AwaitFocus(StringView control) override { EXPECT_EQ(ToUtf8(op_.Focus()), ToUtf8(control)); }
+  void Await(const std::function<bool()>& condition) override {
+    constexpr int kPatience = 1000;
+    for (int i = 0; i < kPatience && !condition(); ++i)
+      op_.Wait(std::chrono::milliseconds(10));
+    EXPECT_TRUE(condition());
+  }
+
+  static void Expect(HeadlessPlatform& platform, StringView form, const HandScript& script) {
+    platform.Expect(String(form), [&platform, script](Operator& op) {
+      ScriptedHand hand(platform, op);
+      script(hand);
+    });
+  }
+
+ private:
+  HeadlessPlatform& platform_;
+  Operator& op_;
+};
+
+class HeadlessPort final : public Port {
+ public:
+  ~HeadlessPort() override { EXPECT_TRUE(platform_.Complaints().empty()); }
+  ui::Platform& Platform() override { return platform_; }
+  void Show(ui::Form& form, const HandScript& script) override {
+    ScriptedHand::Expect(platform_, form.Name(), script);
+    form.ShowModal();
+  }
+
+ private:
+  HeadlessPlatform platform_;
+};
+
+}  // namespace
+
+std::unique_ptr<Port> MakePort() {
+  return std::make_unique<HeadlessPort>();
+}
+
+}  // namespace krx::test

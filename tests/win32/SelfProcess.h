@@ -1,0 +1,13 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace krx::test {
+
+// Runs the tests of a filter in another process, which finds `value` in its environment variable
+// `variable`; returns its exit code, 0 when they all passed.
+DWORD RunSelf(const std::wstring& filter, const wchar_t* variable, const std::wstring& value);
+
+}  // namespace krx::test
