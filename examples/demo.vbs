@@ -10,6 +10,7 @@ Const Stop_ = 16, Question = 32, Exclamation = 48, Information = 64
 Const Second_ = 256, Third = 512
 
 Dim Dialogs, Runtime, Entries
+Randomize
 Set Dialogs = CreateObject("KRXDialogs.KRXDialog")
 Set Runtime = CreateObject("KorvelRuntime.RuntimeSettings")
 Runtime.Language = "en"
@@ -43,13 +44,27 @@ Function AllEntries()
     Array("Long text", "KRMsgBox", long_text, Exclamation, "Boilers"), _
     Array("Lines and a title of two lines", "KRMsgBox", "First line" & line_break & "Second line" & line_break & line_break & "Last line", Information, "Shift report" & line_break & "Line 2"), _
     Array("No title: the host's name", "KRMsgBox", "The caption is the host application's name.", Information), _
+    Array("Who is logged on: nobody yet", "KRWhoAmI"), _
+    Array("Log on", "KRUserLogOn"), _
+    Array("Who is logged on", "KRWhoAmI"), _
+    Array("Change password", "KRChangePassword"), _
+    Array("Create users (by the administrator)", "Users"), _
+    Array("Log on by list", "KRUserLogOnCombo"), _
     Array("Deutsch einschalten", "Language", "de"), _
     Array("Ja, Nein und Abbrechen", "KRMsgBox", umlauts & "?", 3 + Question, "Gr" & Chr(246) & Chr(223) & "e"), _
     Array("Abbrechen, Wiederholen und Ignorieren", "KRMsgBox", "Das Laufwerk antwortet nicht.", 2 + Stop_, "Laufwerk 4"), _
+    Array("Anmelden", "KRUserLogOn"), _
+    Array("Wer ist angemeldet", "KRWhoAmI"), _
+    Array("Passwort " & Chr(228) & "ndern", "KRChangePassword"), _
+    Array("Anmelden mit Liste", "KRUserLogOnCombo"), _
     Array("Switch to English", "Language", "en"), _
     Array("Settings of a touch panel", "Panel", True), _
     Array("Panel: Yes, No and Cancel", "KRMsgBox", "Save before closing?", 3 + Question, "Recipe"), _
     Array("Panel: three free buttons and help", "KRMsgBoxEx", "Which way?", Question, "Conveyor", "plant.chm", 0, "&Left", "&Straight on", "&Right"), _
+    Array("Panel: log on", "KRUserLogOn"), _
+    Array("Panel: who is logged on", "KRWhoAmI"), _
+    Array("Panel: change password", "KRChangePassword"), _
+    Array("Panel: log on by list", "KRUserLogOnCombo"), _
     Array("Settings of a desktop", "Panel", False))
 End Function
 
@@ -87,6 +102,18 @@ Function Outcome(entry)
       Outcome = Dialogs.KRMsgBoxEx(entry(2), Arg(entry, 3, 0), Arg(entry, 4, ""), _
         Arg(entry, 5, ""), Arg(entry, 6, 0), Arg(entry, 7, ""), Arg(entry, 8, ""), _
         Arg(entry, 9, ""), Arg(entry, 10, 0))
+    Case "KRUserLogOn"
+      Outcome = Dialogs.KRUserLogOn()
+    Case "KRUserLogOnCombo"
+      Outcome = Dialogs.KRUserLogOnCombo()
+    Case "KRWhoAmI"
+      Dialogs.KRWhoAmI
+      Outcome = "closed"
+    Case "KRChangePassword"
+      Dialogs.KRChangePassword
+      Outcome = "closed"
+    Case "Users"
+      Outcome = CreateUsers()
     Case "Language"
       Runtime.Language = entry(2)
       Outcome = "language " & Runtime.Language
@@ -119,4 +146,24 @@ Function PanelSettings(panel)
   Dialogs.FontClassButton = prefix & "Button"
   Dialogs.FontClassInput = prefix & "Input"
   PanelSettings = prefix & ", buttons at least " & Dialogs.ButtonMinHeight & " twips high"
+End Function
+
+' The dialogs cannot create users yet. Each gets a password of its own, printed this once, which has
+' to be renewed at the first log-on.
+Function CreateUsers()
+  Dim users, person, password, result
+  Set users = CreateObject("KorvelRuntime.UserAdministration")
+  For Each person In Array("Berger|Karin Berger", "Fuchs|Jan Fuchs", "Haas|Mira Haas", _
+      "Keller|Tom Keller", "Lang|Ute Lang", "Meier|Eva Meier", "Neumann|Ole Neumann", _
+      "Roth|Ida Roth", "Vogel|Nils Vogel")
+    person = Split(person, "|")
+    password = "start-" & Int(100000000 + 900000000 * Rnd)
+    users.CreateUser person(0), person(1), "Shift A", password, "Operator", 0, 3, result
+    CreateUsers = CreateUsers & Chr(10) & "  " & person(0) & ": "
+    If result = 0 Then
+      CreateUsers = CreateUsers & password
+    Else
+      CreateUsers = CreateUsers & "refused with code " & result
+    End If
+  Next
 End Function

@@ -16,11 +16,13 @@ ask() {
   answer=${answer#ok }
 }
 
-# picture FILE: the current form as it stands on the screen, once it no longer changes.
+# picture FILE [PIXELS]: the current form as it stands on the screen, with so much of what hangs below
+# it, once it no longer changes.
 picture() {
   local left top width height before='' now attempt
   ask rect
   read -r left top width height <<< "$answer"
+  height=$((height + ${2:-0}))
   for ((attempt = 0; attempt < 50; ++attempt)); do
     import -window root -crop "${width}x$height+$left+$top" +repage "$1"
     now=$(convert "$1" rgb:- | cksum)
@@ -34,9 +36,18 @@ picture() {
 
 is_menu() { ask read idxCaption && [[ $answer == "$menu_title" ]]; }
 
-# Answers the open dialog the way an operator would: Enter where there is an answer button, else
-# the close button. A dialog that closes itself is waited for.
-answer_dialog() {
+# fill TEXT...: types each text into a field and Enter after it.
+fill() {
+  local text
+  for text in "$@"; do
+    ask type "$text"
+    ask key Enter
+  done
+}
+
+# Answers the open message box the way an operator would: Enter where there is an answer button, else
+# the close button. One that closes itself is waited for.
+answer_message() {
   if [[ $1 == *itself* ]]; then
     ask gone
   elif ask has 'keyButton(0)' && [[ $answer == yes ]]; then
@@ -48,9 +59,60 @@ answer_dialog() {
   fi
 }
 
-# play FOLDER: opens every entry of the menu once, then quits it.
+# first_log_on NAME PASSWORD PICTURE: the administrator has to renew the generated password.
+first_log_on() {
+  fill "$1"
+  ask type "$2"
+  picture "$3-filled.png"
+  ask key Enter
+  ask next
+  picture "$3-message.png"
+  ask key Enter
+  ask next
+  picture "$3-renewal.png"
+  password=changed-$2
+  fill "$2" "$password"
+  ask type "$password"
+  picture "$3-renewal-filled.png"
+  ask key Enter
+  ask next
+  fill "$password"
+}
+
+# log_on_by_list PICTURE: picks the first user, who is the administrator.
+log_on_by_list() {
+  ask key F4
+  ask list
+  picture "$1-list.png" "$answer"
+  ask key Home
+  ask key Enter # takes the entry and leads to the password
+  ask type "$password"
+  picture "$1-filled.png"
+  ask key Enter
+}
+
+# answer_dialog ENTRY FORM NAME PICTURE: ends the dialog that an entry of the menu has opened.
+answer_dialog() {
+  case $2 in
+    FLogOn)
+      if $renewed; then
+        fill "$3" "$password"
+      else
+        first_log_on "$3" "$password" "$4"
+        renewed=true
+      fi
+      ;;
+    FLogOnCombo) log_on_by_list "$4" ;;
+    FChangePassword) ask key Esc ;;
+    FWhoAmI) ask key Enter ;;
+    *) answer_message "$1" ;;
+  esac
+}
+
+# play FOLDER NAME PASSWORD: opens every entry of the menu once, then quits it. Name and password are
+# those of the first administrator.
 play() {
-  local entry number count file
+  local entry number count file form password=$3 renewed=false
   rm -rf "$1"
   mkdir -p "$1"
   # shellcheck disable=SC2154
@@ -63,11 +125,13 @@ play() {
       { echo "this is not the menu: $answer" >&2; return 1; }
     number=${BASH_REMATCH[1]} count=${BASH_REMATCH[2]} entry=${BASH_REMATCH[3]}
     ask click 'keyButton(0)'
-    ask next
+    ask next 60
+    form=$answer
     if ! is_menu; then
       file=$(tr -cs '[:alnum:]' '-' <<< "${entry,,}")
-      picture "$1/$(printf '%02d' "$number")-${file%-}.png"
-      answer_dialog "$entry"
+      file=$1/$(printf '%02d' "$number")-${file%-}
+      picture "$file.png"
+      answer_dialog "$entry" "$form" "$2" "$file"
       ask next
     fi
     ((number < count)) || break

@@ -134,20 +134,6 @@ TEST_F(ControlContract, HiddenControlsAreReachedOnceTheyAreShown) {
   EXPECT_EQ(ToUtf8(form.txtPassword.Text().View()), "a");
 }
 
-TEST_F(ControlContract, TheFocusLeavesAControlThatIsHiddenOrDisabled) {
-  LogFocus(form.keyOne, "1");
-  form.keyOne.Click = [&] { form.keyOne.Visible = false; };
-  form.keyTwo.Click = [&] { form.keyTwo.Enabled = false; };
-  Show([](Hand& hand) {
-    hand.Click(u"keyOne");
-    hand.AwaitFocus(u"txtName");
-    hand.Click(u"keyTwo");
-    hand.AwaitFocus(u"txtName");
-    Leave(hand);
-  });
-  EXPECT_EQ(log, "+1-1");
-}
-
 TEST_F(ControlContract, TheTabOrderMayChangeWhileTheFormIsShown) {
   form.keyOne.Click = [&] { form.keyTwo.TabIndex = 0; };
   Show([](Hand& hand) {

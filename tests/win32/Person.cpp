@@ -154,6 +154,10 @@ void Person::ClickAt(POINT at) {
   Mouse(MOUSEEVENTF_LEFTUP);
 }
 
+void Person::PointAway() {
+  MoveTo({0, 0});
+}
+
 void Person::Turn(int notches) {
   Mouse(MOUSEEVENTF_WHEEL, static_cast<DWORD>(notches * WHEEL_DELTA));
 }

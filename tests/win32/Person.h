@@ -33,6 +33,7 @@ class Person {
   void Repeat(HWND form, WORD key, int times);
   void Click(HWND window);
   void ClickAt(POINT at);  // in pixels of the screen
+  void PointAway();        // to a corner of the screen, off every window
   void Turn(int notches);  // the mouse wheel, up when positive
   void Drag(HWND window, int dx, int dy);
   void AwaitFocus(HWND window);

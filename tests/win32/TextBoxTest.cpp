@@ -125,6 +125,22 @@ TEST(TextBox, DisablingTheFocusedControlMovesTheFocusOn) {
   EXPECT_EQ(form.Answer, u"keyOne");
 }
 
+TEST(TextBox, HidingTheFocusedControlMovesTheFocusOn) {
+  win32::Win32Platform platform;
+  TestForm form(platform);
+  form.txtName.TabIndex = 0;
+  int lost = 0;
+  form.txtName.LostFocus = [&] { ++lost; };
+  form.Soon([&] { form.txtName.Visible = false; });
+  ShowWith(form, [&](Person& person) {
+    const HWND window = person.AwaitForm(u"FTest");
+    person.AwaitFocus(person.Control(window, u"keyOne"));
+    person.Press(VK_RETURN);
+  });
+  EXPECT_EQ(form.Answer, u"keyOne");
+  EXPECT_EQ(lost, 1);
+}
+
 TEST(TextBox, AFormWithoutAnyFocusableControlStillHearsEsc) {
   win32::Win32Platform platform;
   TestForm form(platform);

@@ -144,6 +144,7 @@ void ComboPeer::Draw(const DRAWITEMSTRUCT& item) {
 }
 
 LRESULT ComboPeer::Handle(UINT message, WPARAM w, LPARAM l) {
+  if (message == WM_CANCELMODE) SendMessageW(Window(), CB_SHOWDROPDOWN, FALSE, 0);
   // The shown text, for screen readers, whether it is an entry or not.
   if (message == WM_GETTEXT) return AnswerText(box_.Text(), w, l);
   if (message == WM_GETTEXTLENGTH) return static_cast<LRESULT>(box_.Text().size());

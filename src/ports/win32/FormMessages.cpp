@@ -54,6 +54,8 @@ LRESULT FormPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       Tick(w);
       return 0;
     case WM_CLOSE:
+      // An open list would take Esc for itself.
+      if (const HWND focused = GetFocus()) SendMessageW(focused, WM_CANCELMODE, 0, 0);
       ui::DispatchKey(form_, ui::kKeyEscape, 0);
       return 0;
     case WM_SETCURSOR:

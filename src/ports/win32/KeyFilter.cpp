@@ -65,8 +65,9 @@ bool KeyFilter::Down(FormPeer& peer, MSG& message) {
     if (key == 0 || !form.Visible()) return true;
     message.wParam = static_cast<WPARAM>(key);
   }
-  const bool closes = key == VK_F4 && shift == ui::kAlt;
-  return closes ? ui::DispatchKey(form, ui::kKeyEscape, 0) : ui::DispatchKey(form, key, shift);
+  if (key != VK_F4 || shift != ui::kAlt) return ui::DispatchKey(form, key, shift);
+  SendMessageW(peer.Window(), WM_CLOSE, 0, 0);
+  return true;
 }
 
 bool KeyFilter::Up(FormPeer& peer, MSG& message) {
