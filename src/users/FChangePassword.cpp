@@ -128,11 +128,6 @@ bool FChangePassword::Attempt() {
   return false;
 }
 
-void FChangePassword::Refuse(StringView message, ui::Control& focus) {
-  ShowMessage(message, service::kExclamation, String());
-  FocusControl = &focus;
-}
-
 void FChangePassword::EnableOK() {
   keyOK.Enabled = txtPassword.Text() == txtPassword2.Text() && !txtPassword.Text().Empty() &&
                   !txtActPassword.Text().Empty();

@@ -40,7 +40,6 @@ class FChangePassword : public UserForm {
   String FindUser(const std::optional<String>& user);
   bool Ask(const String& user);
   bool Attempt();
-  void Refuse(StringView message, ui::Control& focus);
   void EnableOK();
 
   OnFirstUse<host::UserAdministration> administration_;

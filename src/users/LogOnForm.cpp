@@ -89,11 +89,6 @@ bool LogOnForm::Attempt(OnFirstUse<host::UserSession>& session) {
   return false;
 }
 
-void LogOnForm::Refuse(StringView message, ui::Control& focus) {
-  ShowMessage(message, service::kExclamation, String());
-  FocusControl = &focus;
-}
-
 void LogOnForm::RenewPassword(StringView message) {
   ShowMessage(message, service::kExclamation, String());
   // Whatever comes of it, the operator logs on anew with the password that holds then.

@@ -40,7 +40,6 @@ class LogOnForm : public UserForm {
  private:
   std::array<service::InputRow, 2> InputRows();
   bool Attempt(OnFirstUse<host::UserSession>& session);
-  void Refuse(StringView message, ui::Control& focus);
   void RenewPassword(StringView message);
   void LogOff();
 

@@ -126,6 +126,11 @@ void UserForm::ShowMessage(StringView key, std::int32_t style, const String& tit
   DialogService().KRMsgBox(text, style, title, String(), 0);
 }
 
+void UserForm::Refuse(StringView key, ui::Control& focus) {
+  ShowMessage(key, service::kExclamation, String());
+  FocusControl = &focus;
+}
+
 void UserForm::MakeDisplayField(ui::TextBox& field) {
   field.Locked = true;
   field.TabStop = false;

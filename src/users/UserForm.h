@@ -57,6 +57,8 @@ class UserForm : public service::DialogForm {
 
   // Shows the text of a key through the shared dialog service.
   void ShowMessage(StringView key, std::int32_t style, const String& title);
+  // Reports a refusal and leads the operator to the control that he has to correct.
+  void Refuse(StringView key, ui::Control& focus);
 
   // A read-only field in the colours of a button, which Tab passes over.
   static void MakeDisplayField(ui::TextBox& field);
