@@ -77,7 +77,7 @@ TEST_F(Errors, AMissingRuntimeReachesTheClientAsAnErrorWithText) {
 
 TEST_F(Errors, AMethodWithoutItsDialogIsNotImplemented) {
   // 0x80004001
-  RunScript(Try("Dialogs.KRWhoAmI"));
+  RunScript(Try("Dialogs.KRUser"));
   EXPECT_EQ(Printed().at(0), "-2147467263");
 }
 
