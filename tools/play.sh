@@ -34,7 +34,16 @@ picture() {
   return 1
 }
 
-is_menu() { ask read idxCaption && [[ $answer == "$menu_title" ]]; }
+# Every dialog has a title; a busy client may take its time to tell it.
+is_menu() {
+  local attempt
+  for ((attempt = 0; attempt < 50; ++attempt)); do
+    ask read idxCaption || return 1
+    [[ -z $answer ]] || break
+    sleep 0.1
+  done
+  [[ $answer == "$menu_title" ]]
+}
 
 # fill TEXT...: types each text into a field and Enter after it.
 fill() {

@@ -111,12 +111,8 @@ void NotImplemented() {
   Print("KROpenFile " + Hex(d->KROpenFile(empty, empty, empty, VARIANT_TRUE, empty, &text)));
   Print("KROpenFileTouch " +
         Hex(d->KROpenFileTouch(empty, empty, empty, VARIANT_TRUE, empty, &text)));
-  Print("KRUserLogOn " + Hex(d->KRUserLogOn(&truth)));
-  Print("KRUserLogOnCombo " + Hex(d->KRUserLogOnCombo(&truth)));
   Print("KRAddUser " + Hex(d->KRAddUser(&truth)));
-  Print("KRWhoAmI " + Hex(d->KRWhoAmI()));
   Print("KRUser " + Hex(d->KRUser()));
-  Print("KRChangePassword " + Hex(d->KRChangePassword()));
 }
 
 // Status and text of two failures.
