@@ -34,13 +34,8 @@ const Method kMethods[] = {
      [](IKRXDialog& d, BSTR* t, VARIANT_BOOL*) { return d.KROpenFile({}, {}, {}, -1, {}, t); }},
     {"KROpenFileTouch", [](IKRXDialog& d, BSTR* t,
                            VARIANT_BOOL*) { return d.KROpenFileTouch({}, {}, {}, -1, {}, t); }},
-    {"KRUserLogOn", [](IKRXDialog& d, BSTR*, VARIANT_BOOL* b) { return d.KRUserLogOn(b); }},
-    {"KRUserLogOnCombo",
-     [](IKRXDialog& d, BSTR*, VARIANT_BOOL* b) { return d.KRUserLogOnCombo(b); }},
     {"KRAddUser", [](IKRXDialog& d, BSTR*, VARIANT_BOOL* b) { return d.KRAddUser(b); }},
-    {"KRWhoAmI", [](IKRXDialog& d, BSTR*, VARIANT_BOOL*) { return d.KRWhoAmI(); }},
     {"KRUser", [](IKRXDialog& d, BSTR*, VARIANT_BOOL*) { return d.KRUser(); }},
-    {"KRChangePassword", [](IKRXDialog& d, BSTR*, VARIANT_BOOL*) { return d.KRChangePassword(); }},
 };
 
 INSTANTIATE_TEST_SUITE_P(Methods, NotImplementedTest, ::testing::ValuesIn(kMethods),
