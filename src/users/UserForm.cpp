@@ -64,8 +64,8 @@ void UserForm::LayOut(Rows rows, Keys keys, Twips caption_padding, WideRow wide_
   fra.Top = idxCaption.Height() + kMargin;
   service::LayOutRows(fra, rows, kMargin);
   const Twips overhang = std::max(row_width - fra.Width(), 0.0f);
-  if (overhang > 0 && wide_row == WideRow::EndsWithFrame) {
-    fra.Left = kMargin + overhang;
+  if (overhang > 0) {
+    fra.Left = kMargin + (wide_row == WideRow::EndsWithFrame ? overhang : overhang / 2);
     service::LayOutRows(fra, rows, kMargin);
   }
 

@@ -38,7 +38,7 @@ class UserForm : public service::DialogForm {
   using Keys = std::span<ui::KRXKey* const>;
   using Rows = std::span<const service::InputRow>;
   // Which edge a button row that is wider than the frame shares with it.
-  enum class WideRow { StartsWithFrame, EndsWithFrame };
+  enum class WideRow { CentredBelowFrame, EndsWithFrame };
 
   UserForm(service::Apartment& apartment, String name);
 
@@ -53,7 +53,7 @@ class UserForm : public service::DialogForm {
   void LoadFonts(Keys keys, Rows rows);
   // Caption line, rows and button row; the buttons end at the frame's right edge.
   void LayOut(Rows rows, Keys keys, Twips caption_padding = service::kCaptionPadding,
-              WideRow wide_row = WideRow::StartsWithFrame);
+              WideRow wide_row = WideRow::CentredBelowFrame);
 
   // Shows the text of a key through the shared dialog service.
   void ShowMessage(StringView key, std::int32_t style, const String& title);

@@ -72,10 +72,11 @@ TEST_F(UserLayout, PanelSettingsMakeLogOnFitForFingers) {
   for (const String form : {u"FLogOn", u"FLogOnCombo"}) {
     Show(form, [](Operator& op) {
       // Caption 600, close button 540. Everything 600 - 285 = 315 lower; buttons at 2118, 900 high
-      // and 2.5 * 900 = 2250 wide, in a row of 3 * 2250 + 2 * 60 = 6870 that starts with the frame.
+      // and 2.5 * 900 = 2250 wide, in a row of 3 * 2250 + 2 * 60 = 6870; the frame stands in
+      // the middle above it, at 120 + (6870 - 2778) / 2 = 2166, and its fields 120 further.
       // Form: 120 + 6870 + 120 = 7110 by 2118 + 900 + 120 = 3138.
-      EXPECT_EQ(At(op, u"fra"), (Rect{120, 720, 2778, 1383}));
-      EXPECT_EQ(At(op, u"txtPassword"), (Rect{240, 1701, 2538, 282}));
+      EXPECT_EQ(At(op, u"fra"), (Rect{2166, 720, 2778, 1383}));
+      EXPECT_EQ(At(op, u"txtPassword"), (Rect{2286, 1701, 2538, 282}));
       EXPECT_EQ(At(op, u"keyOK"), (Rect{120, 2118, 2250, 900}));
       EXPECT_EQ(At(op, u"keyCancel"), (Rect{2430, 2118, 2250, 900}));
       EXPECT_EQ(At(op, LogOffKey(op)), (Rect{4740, 2118, 2250, 900}));
@@ -113,9 +114,10 @@ TEST_F(UserLayout, ChangePasswordStacksSixRows) {
 TEST_F(UserLayout, PanelSettingsMakeChangePasswordFitForFingers) {
   Panel();
   Show(u"FChangePassword", [](Operator& op) {
-    // Buttons at 4299 + 315 = 4614. Row: 2 * 2250 + 60 = 4560, wider than the frame. Form: 120 +
-    // 4560 + 120 = 4800 by 4614 + 900 + 120 = 5634. Close button at 4800 - 30 - 540 = 4230.
-    EXPECT_EQ(At(op, u"fra"), (Rect{120, 720, 2778, 3879}));
+    // Buttons at 4299 + 315 = 4614. Row: 2 * 2250 + 60 = 4560, wider than the frame, which stands
+    // at 120 + (4560 - 2778) / 2 = 1011. Form: 120 + 4560 + 120 = 4800 by 4614 + 900 + 120 = 5634.
+    // Close button at 4800 - 30 - 540 = 4230.
+    EXPECT_EQ(At(op, u"fra"), (Rect{1011, 720, 2778, 3879}));
     EXPECT_EQ(At(op, u"keyOK"), (Rect{120, 4614, 2250, 900}));
     EXPECT_EQ(At(op, u"keyCancel"), (Rect{2430, 4614, 2250, 900}));
     EXPECT_EQ(Outer(op), (Size{4800, 5634}));
@@ -197,12 +199,13 @@ TEST_F(UserLayout, EveryPartFollowsItsOwnFont) {
     // Label 240 high; field 14 * 24 + 90 = 426 high and 3834 wide, at 525 + 240 + 45 = 810, ending
     // at 1236. Next label 1341, field 1626 to 2052. Frame: 3834 + 240 = 4074 by 2052 + 120 - 405 =
     // 1767. Buttons: 20 * 24 + 180 = 660 high, 5 * 200 + 180 = 1180 and twice 9 * 200 + 180 = 1980
-    // wide, the row 1180 + 2 * 1980 + 120 = 5260 at 405 + 1767 + 15 = 2187.
-    EXPECT_EQ(At(op, u"lblName"), (Rect{240, 525, 700, 240}));
-    EXPECT_EQ(At(op, u"txtName"), (Rect{240, 810, 3834, 426}));
-    EXPECT_EQ(At(op, u"lblPassword"), (Rect{240, 1341, 1100, 240}));
-    EXPECT_EQ(At(op, u"txtPassword"), (Rect{240, 1626, 3834, 426}));
-    EXPECT_EQ(At(op, u"fra"), (Rect{120, 405, 4074, 1767}));
+    // wide, the row 1180 + 2 * 1980 + 120 = 5260 at 405 + 1767 + 15 = 2187. The frame stands in the
+    // middle above the row, at 120 + (5260 - 4074) / 2 = 713, and its fields 120 further.
+    EXPECT_EQ(At(op, u"lblName"), (Rect{833, 525, 700, 240}));
+    EXPECT_EQ(At(op, u"txtName"), (Rect{833, 810, 3834, 426}));
+    EXPECT_EQ(At(op, u"lblPassword"), (Rect{833, 1341, 1100, 240}));
+    EXPECT_EQ(At(op, u"txtPassword"), (Rect{833, 1626, 3834, 426}));
+    EXPECT_EQ(At(op, u"fra"), (Rect{713, 405, 4074, 1767}));
     EXPECT_EQ(At(op, u"keyOK"), (Rect{120, 2187, 1180, 660}));
     EXPECT_EQ(At(op, u"keyCancel"), (Rect{1360, 2187, 1980, 660}));
     EXPECT_EQ(At(op, u"keyLogOut"), (Rect{3400, 2187, 1980, 660}));
@@ -238,7 +241,9 @@ TEST_F(UserLayout, UnmeasurableFontsLeaveTheDialogUsable) {
     // Caption 285, labels 195, buttons 1215 by 375; the field's height is the port's own figure.
     EXPECT_EQ(op.Get(u"idxCaption").Height(), 285);
     EXPECT_EQ(At(op, u"keyClose").Width, 225);
-    EXPECT_EQ(At(op, u"txtName"), (Rect{240, 525 + 195 + 45, 2538, 282}));
+    // The row is 3 * 1215 + 2 * 60 = 3765 wide, so the frame starts (3765 - 2778) / 2 = 493.5
+    // further to the right.
+    EXPECT_EQ(At(op, u"txtName"), (Rect{240 + 493.5f, 525 + 195 + 45, 2538, 282}));
     EXPECT_EQ(At(op, u"keyOK").Width, 1215);
     EXPECT_EQ(At(op, u"keyOK").Height, 375);
   });
