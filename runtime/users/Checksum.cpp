@@ -12,7 +12,7 @@ constexpr std::array<std::uint64_t, 256> MakeTable() {
     std::uint64_t remainder = byte;
     for (int bit = 0; bit < 8; ++bit)
       remainder = (remainder >> 1) ^ ((remainder & 1) != 0 ? kPolynomial : 0);
-    table[byte] = remainder;
+    table[static_cast<std::size_t>(byte)] = remainder;
   }
   return table;
 }
