@@ -73,12 +73,19 @@ void Person::Await(const std::function<bool()>& condition, const std::string& wh
 }
 
 HWND Person::AwaitForm(StringView name) {
+  // The window manager may take the focus away once more while a window appears; a key pressed then
+  // would go nowhere. A person waits until the form is at rest, too.
+  constexpr int kRestingPolls = 20;
+  int resting = 0;
   Search search{name};
   Await(
       [&] {
         search.Found = nullptr;
         EnumWindows(MatchName, reinterpret_cast<LPARAM>(&search));
-        return search.Found && GetForegroundWindow() == search.Found && FocusOf(search.Found);
+        const bool ready =
+            search.Found && GetForegroundWindow() == search.Found && FocusOf(search.Found);
+        resting = ready ? resting + 1 : 0;
+        return resting >= kRestingPolls;
       },
       "form " + ToUtf8(name));
   return search.Found;
