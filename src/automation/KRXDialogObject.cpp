@@ -134,40 +134,61 @@ HRESULT KRXDialogObject::KRChangePassword() {
   return Run([&] { dialog_->KRChangePassword(); });
 }
 
-// Dialogs that do not exist yet
-
-HRESULT KRXDialogObject::Missing() {
-  return Run([] { throw NotImplemented(); });
+HRESULT KRXDialogObject::KRAddUser(VARIANT_BOOL* Result) {
+  return Run([&] { Place(Result) = dialog_->KRAddUser() ? VARIANT_TRUE : VARIANT_FALSE; });
+}
+HRESULT KRXDialogObject::KRUser() {
+  return Run([&] { dialog_->KRUser(); });
 }
 
-template <class Value>
-HRESULT KRXDialogObject::Missing(Value* result) {
+// Directories and files
+
+HRESULT KRXDialogObject::SelectDirectory(DirectoryMethod method, BSTR start_directory,
+                                         VARIANT_BOOL allow_change_up, BSTR title, BSTR* result) {
   return Run([&] {
-    Place(result);
-    throw NotImplemented();
+    BSTR& path = Place(result);
+    service::DirectoryRequest request{com::FromBstr(start_directory),
+                                      allow_change_up != VARIANT_FALSE, com::FromBstr(title)};
+    path = com::Bstr((*dialog_.*method)(std::move(request))).Detach();
   });
 }
 
-HRESULT KRXDialogObject::KRSelectDirectory(BSTR, VARIANT_BOOL, BSTR, BSTR* Result) {
-  return Missing(Result);
+HRESULT KRXDialogObject::SelectFile(FileMethod method, BSTR file_name, BSTR start_directory,
+                                    BSTR filter, VARIANT_BOOL allow_change_up, BSTR title,
+                                    BSTR* result) {
+  return Run([&] {
+    BSTR& path = Place(result);
+    service::FileRequest request{com::FromBstr(file_name), com::FromBstr(start_directory),
+                                 com::FromBstr(filter), allow_change_up != VARIANT_FALSE,
+                                 com::FromBstr(title)};
+    path = com::Bstr((*dialog_.*method)(std::move(request))).Detach();
+  });
 }
-HRESULT KRXDialogObject::KRSelectDirectoryTouch(BSTR, VARIANT_BOOL, BSTR, BSTR* Result) {
-  return Missing(Result);
+
+HRESULT KRXDialogObject::KRSelectDirectory(BSTR StartDirectory, VARIANT_BOOL AllowChangeUp,
+                                           BSTR Title, BSTR* Result) {
+  return SelectDirectory(&service::KRXDialog::KRSelectDirectory, StartDirectory, AllowChangeUp,
+                         Title, Result);
 }
-HRESULT KRXDialogObject::KRSaveFileAs(BSTR, BSTR, BSTR, VARIANT_BOOL, BSTR, BSTR* Result) {
-  return Missing(Result);
+HRESULT KRXDialogObject::KRSelectDirectoryTouch(BSTR StartDirectory, VARIANT_BOOL AllowChangeUp,
+                                                BSTR Title, BSTR* Result) {
+  return SelectDirectory(&service::KRXDialog::KRSelectDirectoryTouch, StartDirectory, AllowChangeUp,
+                         Title, Result);
 }
-HRESULT KRXDialogObject::KROpenFile(BSTR, BSTR, BSTR, VARIANT_BOOL, BSTR, BSTR* Result) {
-  return Missing(Result);
+HRESULT KRXDialogObject::KRSaveFileAs(BSTR FileName, BSTR StartDirectory, BSTR Filter,
+                                      VARIANT_BOOL AllowChangeUp, BSTR Title, BSTR* Result) {
+  return SelectFile(&service::KRXDialog::KRSaveFileAs, FileName, StartDirectory, Filter,
+                    AllowChangeUp, Title, Result);
 }
-HRESULT KRXDialogObject::KROpenFileTouch(BSTR, BSTR, BSTR, VARIANT_BOOL, BSTR, BSTR* Result) {
-  return Missing(Result);
+HRESULT KRXDialogObject::KROpenFile(BSTR FileName, BSTR StartDirectory, BSTR Filter,
+                                    VARIANT_BOOL AllowChangeUp, BSTR Title, BSTR* Result) {
+  return SelectFile(&service::KRXDialog::KROpenFile, FileName, StartDirectory, Filter,
+                    AllowChangeUp, Title, Result);
 }
-HRESULT KRXDialogObject::KRAddUser(VARIANT_BOOL* Result) {
-  return Missing(Result);
-}
-HRESULT KRXDialogObject::KRUser() {
-  return Missing();
+HRESULT KRXDialogObject::KROpenFileTouch(BSTR FileName, BSTR StartDirectory, BSTR Filter,
+                                         VARIANT_BOOL AllowChangeUp, BSTR Title, BSTR* Result) {
+  return SelectFile(&service::KRXDialog::KROpenFileTouch, FileName, StartDirectory, Filter,
+                    AllowChangeUp, Title, Result);
 }
 
 }  // namespace krx::automation

@@ -63,9 +63,13 @@ class KRXDialogObject final : public com::DualObject<IKRXDialog> {
   HRESULT PutSetting(String service::SharedSettings::*setting, BSTR value);
   HRESULT GetSetting(Twips service::SharedSettings::*setting, float* value);
   HRESULT PutSetting(Twips service::SharedSettings::*setting, const float* value);
-  HRESULT Missing();
-  template <class Value>
-  HRESULT Missing(Value* result);
+  // Hands a file request to one of the file methods and its path to the client.
+  using FileMethod = String (service::KRXDialog::*)(service::FileRequest);
+  HRESULT SelectFile(FileMethod method, BSTR file_name, BSTR start_directory, BSTR filter,
+                     VARIANT_BOOL allow_change_up, BSTR title, BSTR* result);
+  using DirectoryMethod = String (service::KRXDialog::*)(service::DirectoryRequest);
+  HRESULT SelectDirectory(DirectoryMethod method, BSTR start_directory,
+                          VARIANT_BOOL allow_change_up, BSTR title, BSTR* result);
 
   // The dialog service goes before its share in the apartment.
   ThreadApartment::Use apartment_;

@@ -7,6 +7,7 @@
 #include "base/Geometry.h"
 #include "host/Application.h"
 #include "host/Runtime.h"
+#include "service/FileRequest.h"
 #include "service/MessageBoxRequest.h"
 #include "ui/Platform.h"
 
@@ -36,6 +37,12 @@ struct DialogTable {
   std::function<void(class Apartment&)> WhoAmI;
   // The user whose password is to be changed; none: whoever is logged on.
   std::function<bool(class Apartment&, const std::optional<String>&)> ChangePassword;
+  std::function<bool(class Apartment&)> AddUser;
+  std::function<void(class Apartment&)> User;
+  std::function<String(class Apartment&, const DirectoryRequest&)> SelectDirectory;
+  std::function<String(class Apartment&, const DirectoryRequest&)> SelectDirectoryTouch;
+  std::function<String(class Apartment&, const FileRequest&, FileDialogKind)> SelectFile;
+  std::function<String(class Apartment&, const FileRequest&)> SelectFileTouch;
 };
 
 // What one user-interface thread works with: its windowing system, the runtime's services, the

@@ -14,12 +14,6 @@ class LibraryApplication : public host::Application {
   String EXEName() override { return u"KRXDialogs"; }
 };
 
-template <class Function, class... Args>
-auto Open(const Function& dialog, Args&&... args) {
-  if (!dialog) throw NotImplemented();
-  return dialog(std::forward<Args>(args)...);
-}
-
 }  // namespace
 
 std::shared_ptr<KRXDialog> KRXDialog::Create(Apartment& apartment) {
@@ -40,6 +34,14 @@ Apartment& KRXDialog::TheApartment() const {
   const std::shared_ptr<Apartment> apartment = apartment_.lock();
   if (!apartment) throw ObjectNotSet();
   return *apartment;
+}
+
+template <class Entry, class... Args>
+auto KRXDialog::Open(Entry DialogTable::*entry, Args&&... args) const {
+  Apartment& apartment = TheApartment();
+  const Entry& dialog = apartment.Dialogs.*entry;
+  if (!dialog) throw NotImplemented();
+  return dialog(apartment, std::forward<Args>(args)...);
 }
 
 void KRXDialog::Initialise() {
@@ -63,36 +65,58 @@ std::int32_t KRXDialog::KRMsgBox(String text, std::int32_t style, String title, 
                                  std::int32_t context) {
   const MessageBoxRequest request{std::move(text),      style,   std::move(title),
                                   std::move(help_file), context, std::nullopt};
-  Apartment& apartment = TheApartment();
-  return Open(apartment.Dialogs.MessageBox, apartment, request);
+  return Open(&DialogTable::MessageBox, request);
 }
 
 std::int32_t KRXDialog::KRMsgBoxEx(String text, std::int32_t style, String title, String help_file,
                                    std::int32_t context, FreeButtons extra) {
   const MessageBoxRequest request{std::move(text),      style,   std::move(title),
                                   std::move(help_file), context, std::move(extra)};
-  Apartment& apartment = TheApartment();
-  return Open(apartment.Dialogs.MessageBox, apartment, request);
+  return Open(&DialogTable::MessageBox, request);
 }
 
 bool KRXDialog::KRUserLogOn() {
-  Apartment& apartment = TheApartment();
-  return Open(apartment.Dialogs.LogOn, apartment);
+  return Open(&DialogTable::LogOn);
 }
 
 bool KRXDialog::KRUserLogOnCombo() {
-  Apartment& apartment = TheApartment();
-  return Open(apartment.Dialogs.LogOnCombo, apartment);
+  return Open(&DialogTable::LogOnCombo);
 }
 
 void KRXDialog::KRWhoAmI() {
-  Apartment& apartment = TheApartment();
-  Open(apartment.Dialogs.WhoAmI, apartment);
+  Open(&DialogTable::WhoAmI);
 }
 
 void KRXDialog::KRChangePassword() {
-  Apartment& apartment = TheApartment();
-  Open(apartment.Dialogs.ChangePassword, apartment, std::nullopt);
+  Open(&DialogTable::ChangePassword, std::nullopt);
+}
+
+bool KRXDialog::KRAddUser() {
+  return Open(&DialogTable::AddUser);
+}
+
+void KRXDialog::KRUser() {
+  Open(&DialogTable::User);
+}
+
+String KRXDialog::KRSelectDirectory(DirectoryRequest request) {
+  return Open(&DialogTable::SelectDirectory, std::move(request));
+}
+
+String KRXDialog::KRSelectDirectoryTouch(DirectoryRequest request) {
+  return Open(&DialogTable::SelectDirectoryTouch, std::move(request));
+}
+
+String KRXDialog::KRSaveFileAs(FileRequest request) {
+  return Open(&DialogTable::SelectFile, std::move(request), kFileSave);
+}
+
+String KRXDialog::KROpenFile(FileRequest request) {
+  return Open(&DialogTable::SelectFile, std::move(request), kFileOpen);
+}
+
+String KRXDialog::KROpenFileTouch(FileRequest request) {
+  return Open(&DialogTable::SelectFileTouch, std::move(request));
 }
 
 }  // namespace krx::service

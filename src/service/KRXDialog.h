@@ -46,11 +46,27 @@ class KRXDialog : public std::enable_shared_from_this<KRXDialog> {
   void KRWhoAmI();
   // Changes the password of the user who is logged on.
   void KRChangePassword();
+  // Creates a user; true when one has been created. Failing calls raise their own error.
+  bool KRAddUser();
+  // Lists the users and lets the operator add, change, remove, activate and deactivate them.
+  void KRUser();
+
+  // Selects a directory or a file and returns its path; empty when the operator gave up. What is
+  // not allowed to change up stays at the start directory and below; the touch dialogs confine
+  // nobody. A start directory that does not exist is no error.
+  String KRSelectDirectory(DirectoryRequest request);
+  String KRSelectDirectoryTouch(DirectoryRequest request);
+  String KRSaveFileAs(FileRequest request);
+  String KROpenFile(FileRequest request);
+  String KROpenFileTouch(FileRequest request);
 
  private:
   explicit KRXDialog(const Apartment& apartment) : apartment_(apartment.Handle()) {}
   void Initialise();
   Apartment& TheApartment() const;
+  // Opens the dialog of a table entry; "not implemented" when the entry is empty.
+  template <class Entry, class... Args>
+  auto Open(Entry DialogTable::*entry, Args&&... args) const;
 
   const std::weak_ptr<Apartment> apartment_;
 };

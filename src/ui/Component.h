@@ -9,7 +9,18 @@ namespace krx::ui {
 
 class Form;
 
-enum class Kind { Timer, Index, Key, Label, TextBox, PasswordBox, ComboBox, Frame, PictureBox };
+enum class Kind {
+  Timer,
+  Index,
+  Key,
+  Label,
+  TextBox,
+  PasswordBox,
+  ComboBox,
+  RowList,
+  Frame,
+  PictureBox,
+};
 
 // The port's side of a component: usually a window. It follows the component's properties and
 // reports what the operator does by raising the component's events. Its destructor touches its

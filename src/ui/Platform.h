@@ -1,11 +1,13 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "base/Font.h"
 #include "base/Geometry.h"
 #include "ui/Color.h"
 #include "ui/Component.h"
+#include "ui/FileSystem.h"
 #include "ui/Form.h"
 #include "ui/StandardControls.h"
 
@@ -22,6 +24,9 @@ class Platform {
 
   // Extent of a text in a font; the empty text is one line high and has no width.
   virtual Size MeasureText(const Font& font, StringView text) = 0;
+  // Width of the widest of many texts of one line; 0 for none. `text` gives each when asked.
+  virtual Twips WidestText(const Font& font, std::size_t count,
+                           const std::function<StringView(std::size_t)>& text) = 0;
   // Height of a one-line input box in a font, its border included.
   virtual Twips TextBoxHeight(const Font& font) = 0;
   // Resolution and work area of the monitor on which the next form opens.
@@ -35,6 +40,8 @@ class Platform {
   // Shows the form, runs its events and returns when the form is no longer Visible(). An error
   // raised by a handler ends the loop and is thrown from here.
   virtual void RunModal(Form& form) = 0;
+  // Drives, folders and files of the machine.
+  virtual FileSystem& Files() = 0;
   // Handles the events that are pending now and returns.
   virtual void ProcessEvents() = 0;
 
@@ -48,6 +55,20 @@ class Platform {
   virtual void SendKeys(StringView keys) = 0;
   // The platform's own message box with the standard style and result values.
   virtual int ShowMessageBox(StringView text, int style, StringView title) = 0;
+};
+
+// Shows the operator that he has to wait, as long as it lives.
+class Hourglass {
+ public:
+  explicit Hourglass(Platform& platform) : platform_(platform) {
+    platform_.SetPointer(Pointer::Hourglass);
+  }
+  ~Hourglass() { platform_.SetPointer(Pointer::Default); }
+  Hourglass(const Hourglass&) = delete;
+  Hourglass& operator=(const Hourglass&) = delete;
+
+ private:
+  Platform& platform_;
 };
 
 }  // namespace krx::ui

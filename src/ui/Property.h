@@ -18,6 +18,9 @@ enum class Aspect {
   Locked,
   Selection,
   Items,
+  Columns,    // titles and widths of a list's columns, height of its rows
+  Scroll,     // the row at the top of a list
+  RowInView,  // a row of a list is to be in sight
   Timing,
   Caption,
 };

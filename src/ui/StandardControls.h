@@ -21,10 +21,16 @@ class Label : public Control {
   void Changed(Aspect aspect) override;
 };
 
-// A box around other controls; it takes no input.
+// A box around other controls, with or without a caption in its upper edge; it takes no input.
 class Frame : public Control {
  public:
   Frame(Form& parent, String name);
+
+  // "&" marks an access key, which leads to the next control of the tab order.
+  Property<String> Caption{*this, Aspect::Text};
+
+  String DisplayedText() const override { return WithoutAccessKey(Caption()); }
+  char16_t AccessKey() const override { return AccessKeyOf(Caption()); }
 };
 
 // One of the system's stock icons, by its identifier.

@@ -65,6 +65,14 @@ Size HeadlessPlatform::MeasureText(const Font& font, StringView text) {
           static_cast<float>(lines) * kLinePerPoint * font.Size};
 }
 
+Twips HeadlessPlatform::WidestText(const Font& font, std::size_t count,
+                                   const std::function<StringView(std::size_t)>& text) {
+  Twips widest = 0;
+  for (std::size_t i = 0; i < count; ++i)
+    widest = std::max(widest, MeasureText(font, text(i)).Width);
+  return widest;
+}
+
 Twips HeadlessPlatform::TextBoxHeight(const Font& font) {
   return kLinePerPoint * font.Size + kInputBorder;
 }

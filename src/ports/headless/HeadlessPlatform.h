@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "ports/headless/SimulatedFiles.h"
 #include "ui/Controls.h"
 #include "ui/Platform.h"
 #include "ui/Timer.h"
@@ -55,18 +56,22 @@ class HeadlessPlatform : public ui::Platform {
   Twips PixelSize = 15;
   Rect Area{0, 0, 15360, 11520};  // 1024 x 768 pixels of 15 twips
   std::set<String> Unmeasurable;
+  SimulatedFiles Machine;
 
   Milliseconds Now() const { return now_; }
   // Moves the clock on; timers of shown forms tick at their exact times, in order.
   void Advance(Milliseconds time);
 
   Size MeasureText(const Font& font, StringView text) override;
+  Twips WidestText(const Font& font, std::size_t count,
+                   const std::function<StringView(std::size_t)>& text) override;
   Twips TextBoxHeight(const Font& font) override;
   Twips TwipsPerPixel() override { return PixelSize; }
   Rect WorkArea() override { return Area; }
   std::unique_ptr<ui::Peer> CreatePeer(ui::Form& form) override;
   std::unique_ptr<ui::Peer> CreatePeer(ui::Component& component) override;
   void RunModal(ui::Form& form) override;
+  ui::FileSystem& Files() override { return Machine; }
   void ProcessEvents() override { ++EventsProcessed; }
   ui::StockIcon LoadStockIcon(int id) override { return {id}; }
   void SetPointer(ui::Pointer pointer) override { Pointers.push_back(pointer); }
@@ -101,8 +106,10 @@ class Operator {
   }
 
   void Click(StringView key);
-  void Type(StringView text);  // into the focused control, character by character
-  void Press(int key, int shift = 0);
+  void Type(StringView text);          // into the focused control, character by character
+  void Press(int key, int shift = 0);  // a list that has the focus follows the arrow keys
+  void ClickRow(StringView list, int row);
+  void DoubleClickRow(StringView list, int row);
   void AccessKey(char16_t character, bool alt = true);
   void MouseDown(StringView control, int button, Twips x, Twips y);
   void MouseMove(StringView control, int button, Twips x, Twips y);
@@ -115,6 +122,7 @@ class Operator {
   ui::Control& Find(StringView name);
   ui::Control& Reachable(StringView name);
   void NeedOpenForm() const;
+  static void MoveSelection(ui::RowList& list, int key);
   static void TypeCharacter(ui::EditBox& box, char16_t character);
 
   HeadlessPlatform& platform_;

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <stdexcept>
 
 #include "ports/headless/HeadlessPlatform.h"
@@ -61,8 +62,42 @@ void Operator::Press(int key, int shift) {
   } else if (code == ui::kKeyEnter) {
     char16_t character = ui::kKeyEnter;
     focused->KeyPress(character);
+  } else if (focused->Kind() == ui::Kind::RowList) {
+    MoveSelection(static_cast<ui::RowList&>(*focused), code);
   }
   if (form_.Visible()) focused->KeyUp(code, shift);
+}
+
+void Operator::MoveSelection(ui::RowList& list, int key) {
+  const int last = list.RowCount() - 1;
+  const int row = list.SelectedRow();
+  if (last < 0) return;
+  switch (key) {
+    case ui::kKeyUp:
+      return list.OperatorSelected(std::max(row - 1, 0));
+    case ui::kKeyDown:
+      return list.OperatorSelected(std::min(row + 1, last));
+    case ui::kKeyHome:
+      return list.OperatorSelected(0);
+    case ui::kKeyEnd:
+      return list.OperatorSelected(last);
+    default:
+      return;
+  }
+}
+
+void Operator::ClickRow(StringView list, int row) {
+  auto& rows = dynamic_cast<ui::RowList&>(Reachable(list));
+  if (row < 0 || row >= rows.RowCount()) throw std::logic_error("no such row in " + ToUtf8(list));
+  rows.SetFocus();
+  rows.OperatorClicked(row);
+}
+
+void Operator::DoubleClickRow(StringView list, int row) {
+  ClickRow(list, row);
+  // The first click may have changed the rows or closed the form.
+  if (!form_.Visible()) return;
+  dynamic_cast<ui::RowList&>(Reachable(list)).OperatorDoubleClicked(row);
 }
 
 void Operator::AccessKey(char16_t character, bool alt) {

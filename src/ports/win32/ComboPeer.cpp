@@ -10,12 +10,13 @@ namespace {
 
 constexpr Twips kFingerRow = 525;  // 9 millimetres, rounded up to pixels of every resolution
 constexpr Twips kRowPadding = 90;
+constexpr Twips kNarrowRowPadding = 30;
 constexpr Twips kIndent = 60;
 constexpr int kVisibleRows = 8;
 
 }  // namespace
 
-ComboPeer::ComboPeer(Toolkit& toolkit, FormPeer& form, ui::KRXComboBox& box)
+ComboPeer::ComboPeer(Toolkit& toolkit, FormPeer& form, ui::ComboBox& box)
     : ControlPeer(toolkit, form, box), box_(box) {
   constexpr DWORD kStyle = CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS | WS_VSCROLL;
   CreateChild(L"COMBOBOX", kStyle, 0, String());
@@ -31,7 +32,8 @@ void ComboPeer::Update(ui::Aspect aspect) {
 
 int ComboPeer::RowHeight() const {
   const Size text = form_.Form().ThePlatform().MeasureText(box_.Font(), StringView());
-  return form_.Scale().Pixels(std::max(kFingerRow, text.Height + kRowPadding));
+  const Twips row = text.Height + (box_.ForFingers() ? kRowPadding : kNarrowRowPadding);
+  return form_.Scale().Pixels(box_.ForFingers() ? std::max(kFingerRow, row) : row);
 }
 
 int ComboPeer::HeightBelow() const {

@@ -1,15 +1,15 @@
 #pragma once
 
 #include "ports/win32/ControlPeer.h"
-#include "ui/KRXComboBox.h"
+#include "ui/ComboBox.h"
 
 namespace krx::win32 {
 
-// The touch combo box is the system's drop-down list with rows as high as a finger needs them. Its
-// field shows the model's text, which need not be an entry.
+// A combo box is the system's drop-down list, where asked with rows as high as a finger needs them.
+// Its field shows the model's text, which need not be an entry.
 class ComboPeer final : public ControlPeer {
  public:
-  ComboPeer(Toolkit& toolkit, FormPeer& form, ui::KRXComboBox& box);
+  ComboPeer(Toolkit& toolkit, FormPeer& form, ui::ComboBox& box);
 
   void Update(ui::Aspect aspect) override;
   LRESULT FromParent(UINT message, WPARAM w, LPARAM l) override;
@@ -30,7 +30,7 @@ class ComboPeer final : public ControlPeer {
   void Choose();
   void Draw(const DRAWITEMSTRUCT& item);
 
-  ui::KRXComboBox& box_;
+  ui::ComboBox& box_;
   bool cancelled_ = false;  // the open list is being left without a choice
 };
 

@@ -30,7 +30,7 @@ std::unique_ptr<ui::Peer> MakePeer(Toolkit& toolkit, FormPeer& form, ui::Compone
       return std::make_unique<PasswordBoxPeer>(toolkit, form,
                                                static_cast<ui::PasswordBox&>(component));
     case ui::Kind::ComboBox:
-      return std::make_unique<ComboPeer>(toolkit, form, static_cast<ui::KRXComboBox&>(component));
+      return std::make_unique<ComboPeer>(toolkit, form, static_cast<ui::ComboBox&>(component));
     case ui::Kind::Frame:
       return std::make_unique<FramePeer>(toolkit, form, static_cast<ui::Frame&>(component));
     case ui::Kind::PictureBox:

@@ -56,10 +56,12 @@ class FakeApplication : public host::Application {
   const String name_;
 };
 
-// The headless port with text measuring that can fail at every call.
+// The headless port with text measuring and a file system that can fail at every call.
 class FakePlatform : public headless::HeadlessPlatform {
  public:
-  explicit FakePlatform(CallLog& log) : log_(log) {}
+  explicit FakePlatform(CallLog& log) : log_(log) {
+    Machine.OnCall = [this](const std::string& call) { log_.Add(call); };
+  }
 
   bool MeasuringIsCounted = false;
   bool ShowingIsNoted = false;  // "Show <form>" in the log

@@ -6,13 +6,13 @@
 
 namespace krx::ui {
 
-// The touch combo box: a text chosen from a drop-down list of finger-sized rows. The text is not
-// typed; it may be set to one that is not in the list.
-class KRXComboBox : public FontClassControl {
+// A text chosen from a drop-down list. It is not typed, but may be set to one that is not in the
+// list.
+class ComboBox : public FontClassControl {
  public:
   static constexpr int kAtEnd = -1;
 
-  KRXComboBox(Form& parent, String name);
+  ComboBox(Form& parent, String name);
 
   Property<String> Text{*this, Aspect::Text};
 
@@ -21,6 +21,8 @@ class KRXComboBox : public FontClassControl {
 
   // Adds an entry at a position; kAtEnd or one behind the list appends it. Selects nothing.
   void AddItem(String text, int position);
+  // Removes all entries; the text stays.
+  void Clear();
   const std::vector<String>& Items() const { return items_; }
   // Selected entry, -1 for none.
   int ListIndex() const { return selected_; }
@@ -30,6 +32,9 @@ class KRXComboBox : public FontClassControl {
   // Whether the list is open; kept by the port. An open list takes Enter and Esc for itself.
   bool DroppedDown = false;
 
+  // Whether the rows of the list are high enough for a finger.
+  virtual bool ForFingers() const { return false; }
+
   String DisplayedText() const override { return Text(); }
   bool TakesText() const override { return true; }  // characters look entries up
   bool UsesKey(int key) const override;
@@ -38,6 +43,13 @@ class KRXComboBox : public FontClassControl {
  private:
   std::vector<String> items_;
   int selected_ = -1;
+};
+
+// The touch combo box, whose list has finger-sized rows.
+class KRXComboBox : public ComboBox {
+ public:
+  using ComboBox::ComboBox;
+  bool ForFingers() const override { return true; }
 };
 
 }  // namespace krx::ui

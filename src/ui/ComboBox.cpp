@@ -1,4 +1,4 @@
-#include "ui/KRXComboBox.h"
+#include "ui/ComboBox.h"
 
 #include <utility>
 
@@ -9,14 +9,14 @@
 
 namespace krx::ui {
 
-KRXComboBox::KRXComboBox(Form& parent, String name)
+ComboBox::ComboBox(Form& parent, String name)
     : FontClassControl(parent, std::move(name), Kind::ComboBox) {
   BackColor = kWindowBackground;
   ForeColor = kWindowText;
   TabStop = true;
 }
 
-void KRXComboBox::AddItem(String text, int position) {
+void ComboBox::AddItem(String text, int position) {
   const int count = static_cast<int>(items_.size());
   const int at = position < 0 || position > count ? count : position;
   items_.insert(items_.begin() + at, std::move(text));
@@ -24,7 +24,13 @@ void KRXComboBox::AddItem(String text, int position) {
   Control::Changed(Aspect::Items);
 }
 
-void KRXComboBox::Select(int index) {
+void ComboBox::Clear() {
+  items_.clear();
+  selected_ = -1;
+  Control::Changed(Aspect::Items);
+}
+
+void ComboBox::Select(int index) {
   if (index < 0 || index >= static_cast<int>(items_.size())) {
     throw RuntimeError(381, u"Invalid list index");
   }
@@ -34,11 +40,11 @@ void KRXComboBox::Select(int index) {
   SelectionChanged();
 }
 
-bool KRXComboBox::UsesKey(int key) const {
+bool ComboBox::UsesKey(int key) const {
   return DroppedDown && (key == kKeyEnter || key == kKeyEscape);
 }
 
-void KRXComboBox::Changed(Aspect aspect) {
+void ComboBox::Changed(Aspect aspect) {
   if (aspect == Aspect::Bounds || aspect == Aspect::Font) {
     const Twips smallest = Parent().ThePlatform().TextBoxHeight(Font());
     if (Height() < smallest) Height.Adopt(smallest);

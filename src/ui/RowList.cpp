@@ -1,0 +1,136 @@
+#include "ui/RowList.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/Error.h"
+#include "ui/Form.h"
+#include "ui/Keyboard.h"
+#include "ui/Platform.h"
+
+namespace krx::ui {
+
+namespace {
+
+// Room beside a text in its column, in twips.
+constexpr Twips kCellPadding = 180;
+constexpr Twips kTitlePadding = 240;
+
+bool BeginsWith(StringView text, StringView beginning) {
+  return text.size() >= beginning.size() &&
+         std::equal(beginning.begin(), beginning.end(), text.begin(),
+                    [](char16_t a, char16_t b) { return FoldCase(a) == FoldCase(b); });
+}
+
+}  // namespace
+
+RowList::RowList(Form& parent, String name)
+    : FontClassControl(parent, std::move(name), Kind::RowList) {
+  BackColor = kWindowBackground;
+  ForeColor = kWindowText;
+  TabStop = true;
+}
+
+void RowList::Adopt(int row) {
+  if (std::exchange(selected_, row) != row) SelectionChanged();
+}
+
+void RowList::SelectRow(int row) {
+  if (row < kNoRow || row >= RowCount()) throw RuntimeError(381, u"Invalid row");
+  if (row == selected_) return;
+  selected_ = row;
+  Changed(Aspect::Selection);
+  SelectionChanged();
+}
+
+void RowList::EnsureVisible(int row) {
+  if (row < 0 || row >= RowCount()) throw RuntimeError(381, u"Invalid row");
+  in_view_ = row;
+  Changed(Aspect::RowInView);
+}
+
+int RowList::FindRow(StringView beginning, int start) const {
+  const int count = RowCount();
+  for (int i = 0; i < count; ++i) {
+    const int row = (std::max(start, 0) + i) % count;
+    if (BeginsWith(Cell(row, MainColumn()), beginning)) return row;
+  }
+  return kNoRow;
+}
+
+Twips RowList::TitleWidth(int column) const {
+  const String& title = Columns()[static_cast<std::size_t>(column)].Title;
+  return Parent().ThePlatform().MeasureText(Font(), title).Width + kTitlePadding;
+}
+
+Twips RowList::ContentWidth(int column) const {
+  const auto rows = static_cast<std::size_t>(RowCount());
+  const auto text = [&](std::size_t row) { return Cell(static_cast<int>(row), column); };
+  return Parent().ThePlatform().WidestText(Font(), rows, text) + kCellPadding;
+}
+
+void RowList::SetColumnWidth(int column, Twips width) {
+  std::vector<Column> columns = Columns();
+  columns.at(static_cast<std::size_t>(column)).Width = width;
+  Columns = std::move(columns);
+}
+
+void RowList::ResumeDrawing() {
+  if (--suspended_ == 0 && std::exchange(changed_, false)) Changed(Aspect::Items);
+}
+
+void RowList::OperatorSelected(int row) {
+  if (row < RowCount()) Adopt(std::max(row, kNoRow));
+}
+
+void RowList::OperatorClicked(int row) {
+  OperatorSelected(row);
+  if (row >= 0 && row < RowCount()) RowClick(row);
+}
+
+void RowList::OperatorDoubleClicked(int row) {
+  if (row >= 0 && row < RowCount()) RowDoubleClick(row);
+}
+
+void RowList::RowsChanged() {
+  const bool lost = selected_ >= RowCount();
+  if (lost) selected_ = kNoRow;
+  if (suspended_ > 0) {
+    changed_ = true;
+  } else {
+    Changed(Aspect::Items);
+  }
+  if (lost) SelectionChanged();
+}
+
+StringView StoredRows::Cell(int row, int column) const {
+  const std::vector<String>& cells = rows_[static_cast<std::size_t>(row)];
+  const auto at = static_cast<std::size_t>(column);
+  return at < cells.size() ? StringView(cells[at]) : StringView();
+}
+
+void StoredRows::AddRow(std::vector<String> cells) {
+  rows_.push_back(std::move(cells));
+  RowsChanged();
+}
+
+void StoredRows::SetCell(int row, int column, String text) {
+  if (row < 0 || row >= RowCount()) throw RuntimeError(381, u"Invalid row");
+  std::vector<String>& cells = rows_[static_cast<std::size_t>(row)];
+  const auto at = static_cast<std::size_t>(column);
+  if (at >= cells.size()) cells.resize(at + 1);
+  cells[at] = std::move(text);
+  RowsChanged();
+}
+
+void StoredRows::Clear() {
+  rows_.clear();
+  RowsChanged();
+}
+
+KRXGrid::KRXGrid(Form& parent, String name) : StoredRows(parent, std::move(name)) {
+  RowMinHeight = kFingerRow;
+  DragScrolls = true;
+}
+
+}  // namespace krx::ui

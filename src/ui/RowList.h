@@ -1,0 +1,122 @@
+#pragma once
+
+#include <vector>
+
+#include "ui/Control.h"
+
+namespace krx::ui {
+
+// A list of rows and columns of which one row may be selected. The port asks for the rows that it
+// shows, so a list of any length costs no more than its visible part.
+class RowList : public FontClassControl {
+ public:
+  struct Column {
+    String Title;
+    Twips Width = 0;
+    String Tag = {};
+    bool operator==(const Column&) const = default;
+  };
+  enum class Image { None, Drive, Folder, OpenFolder, File };
+  static constexpr int kNoRow = -1;
+
+  // Columns with at least one title make the port show titles.
+  Property<std::vector<Column>> Columns{*this, Aspect::Columns, {Column{}}};
+  // Least height of a row in twips; a row is never lower than its font needs.
+  Property<Twips> RowMinHeight{*this, Aspect::Columns};
+  // The row at the top of the visible part; the port corrects what is out of range.
+  Property<int> TopRow{*this, Aspect::Scroll};
+  // Whether a finger or the mouse drags the rows along; such a list takes a short touch as a click.
+  bool DragScrolls = false;
+
+  // The operator released the left button on a row, which is selected by then.
+  Event<int> RowClick;
+  Event<int> RowDoubleClick;
+  // The selected row is another one, for whatever reason.
+  Event<> SelectionChanged;
+
+  virtual int RowCount() const = 0;
+  // Text of a cell; valid until the list changes. Row and column are in range.
+  virtual StringView Cell(int row, int column) const = 0;
+  // Picture before the first column, and its distance from the edge in steps.
+  virtual Image RowImage(int /*row*/) const { return Image::None; }
+  virtual int Indent(int /*row*/) const { return 0; }
+  // The column that type-ahead and screen readers go by.
+  virtual int MainColumn() const { return 0; }
+
+  int SelectedRow() const { return selected_; }
+  // Selects a row, or kNoRow for none; runtime error 381 when it does not exist.
+  void SelectRow(int row);
+  // Scrolls as little as needed to have the row in sight.
+  void EnsureVisible(int row);
+  int RowInView() const { return in_view_; }
+
+  // The next row at or behind `start` (around the end) whose main cell begins with the text, in any
+  // case; kNoRow without one.
+  int FindRow(StringView beginning, int start) const;
+
+  // Width of a column in twips for its title, or for its widest cell.
+  Twips TitleWidth(int column) const;
+  Twips ContentWidth(int column) const;
+  void SetColumnWidth(int column, Twips width);
+
+  // While drawing is suspended the port hears of no new rows; resuming brings it up to date.
+  void SuspendDrawing() { ++suspended_; }
+  void ResumeDrawing();
+
+  bool TakesText() const override { return true; }  // characters look rows up
+
+  // The port reports what the operator did: raises the events.
+  void OperatorSelected(int row);
+  void OperatorClicked(int row);
+  void OperatorDoubleClicked(int row);
+
+ protected:
+  RowList(Form& parent, String name);
+  // The rows have changed; a selection behind the end is dropped.
+  void RowsChanged();
+
+ private:
+  void Adopt(int row);
+
+  int selected_ = kNoRow;
+  int in_view_ = kNoRow;
+  int suspended_ = 0;
+  bool changed_ = false;  // while drawing was suspended
+};
+
+// A list that keeps the texts of its rows.
+class StoredRows : public RowList {
+ public:
+  int RowCount() const override { return static_cast<int>(rows_.size()); }
+  StringView Cell(int row, int column) const override;
+
+  // Cells beyond the columns are kept; missing ones are empty.
+  void AddRow(std::vector<String> cells);
+  // Runtime error 381 when the row does not exist.
+  void SetCell(int row, int column, String text);
+  // Removes all rows; nothing is selected then.
+  void Clear();
+
+ protected:
+  using RowList::RowList;
+
+ private:
+  std::vector<std::vector<String>> rows_;
+};
+
+// A report: titled columns whose widths the operator can change.
+class ListView : public StoredRows {
+ public:
+  ListView(Form& parent, String name) : StoredRows(parent, std::move(name)) {}
+};
+
+// The touch grid: rows that a finger can hit and drag.
+class KRXGrid : public StoredRows {
+ public:
+  static constexpr Twips kFingerRow = 400;  // no row is lower than 7 millimetres
+
+  KRXGrid(Form& parent, String name);
+  int MainColumn() const override { return static_cast<int>(Columns().size()) - 1; }
+};
+
+}  // namespace krx::ui
