@@ -112,7 +112,10 @@ answer_dialog() {
       fi
       ;;
     FLogOnCombo) log_on_by_list "$4" ;;
-    FChangePassword) ask key Esc ;;
+    FChangePassword | FAddUser | FUser) ask key Esc ;;
+    FSelectDirectory | FFileSelect) ask key Esc ;;
+    # Where a finger is expected, only the button gives up.
+    FDirectorySelectTouch | FFileSelectTouch) ask click keyCancel ;;
     FWhoAmI) ask key Enter ;;
     *) answer_message "$1" ;;
   esac

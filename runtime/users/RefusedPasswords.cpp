@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "runtime/users/LineReader.h"
+#include "runtime/core/LineReader.h"
 #include "runtime/users/Names.h"
 #include "runtime/users/UserFailure.h"
 

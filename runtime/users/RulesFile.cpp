@@ -5,7 +5,7 @@
 #include <string>
 
 #include "runtime/users/FieldText.h"
-#include "runtime/users/LineReader.h"
+#include "runtime/core/LineReader.h"
 #include "runtime/users/Names.h"
 #include "runtime/users/UserFailure.h"
 

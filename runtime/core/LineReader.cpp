@@ -1,4 +1,4 @@
-#include "runtime/users/LineReader.h"
+#include "runtime/core/LineReader.h"
 
 #include <algorithm>
 #include <optional>
@@ -11,14 +11,13 @@ namespace krx::runtime {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view kBlanks = " \t\r";
 
 }  // namespace
 
 std::string_view Trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
+  const std::size_t first = text.find_first_not_of(LineReader::kBlanks);
   if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+  return text.substr(first, text.find_last_not_of(LineReader::kBlanks) - first + 1);
 }
 
 LineReader::LineReader(const String& file, std::string_view bytes, std::uint32_t status)

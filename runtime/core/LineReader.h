@@ -14,6 +14,8 @@ std::string_view Trimmed(std::string_view text);
 // mark, both kinds of line ends and a last line without an end are all accepted.
 class LineReader {
  public:
+  static constexpr std::string_view kBlanks = " \t\r";
+
   LineReader(const String& file, std::string_view bytes, std::uint32_t status);
 
   // Goes to the next line; false after the last one.
