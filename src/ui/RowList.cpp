@@ -93,13 +93,17 @@ void RowList::OperatorDoubleClicked(int row) {
 }
 
 void RowList::RowsChanged() {
-  const bool lost = selected_ >= RowCount();
-  if (lost) selected_ = kNoRow;
   if (suspended_ > 0) {
     changed_ = true;
   } else {
     Changed(Aspect::Items);
   }
+}
+
+void RowList::RowsReplaced() {
+  const bool lost = std::exchange(selected_, kNoRow) != kNoRow;
+  in_view_ = kNoRow;
+  RowsChanged();
   if (lost) SelectionChanged();
 }
 
@@ -123,9 +127,9 @@ void StoredRows::SetCell(int row, int column, String text) {
   RowsChanged();
 }
 
-void StoredRows::Clear() {
-  rows_.clear();
-  RowsChanged();
+void StoredRows::SetRows(std::vector<std::vector<String>> rows) {
+  rows_ = std::move(rows);
+  RowsReplaced();
 }
 
 KRXGrid::KRXGrid(Form& parent, String name) : StoredRows(parent, std::move(name)) {

@@ -39,6 +39,7 @@ class RowList : public FontClassControl {
   virtual StringView Cell(int row, int column) const = 0;
   // Picture before the first column, and its distance from the edge in steps.
   virtual Image RowImage(int /*row*/) const { return Image::None; }
+  virtual bool HasImages() const { return false; }
   virtual int Indent(int /*row*/) const { return 0; }
   // The column that type-ahead and screen readers go by.
   virtual int MainColumn() const { return 0; }
@@ -72,8 +73,10 @@ class RowList : public FontClassControl {
 
  protected:
   RowList(Form& parent, String name);
-  // The rows have changed; a selection behind the end is dropped.
+  // Rows were added behind the others or show other texts.
   void RowsChanged();
+  // The rows are other ones; none of them is selected.
+  void RowsReplaced();
 
  private:
   void Adopt(int row);
@@ -95,7 +98,9 @@ class StoredRows : public RowList {
   // Runtime error 381 when the row does not exist.
   void SetCell(int row, int column, String text);
   // Removes all rows; nothing is selected then.
-  void Clear();
+  void Clear() { SetRows({}); }
+  // Puts these rows in the place of all others; nothing is selected then.
+  void SetRows(std::vector<std::vector<String>> rows);
 
  protected:
   using RowList::RowList;

@@ -116,7 +116,7 @@ LRESULT ControlPeer::AnswerText(StringView text, WPARAM capacity, LPARAM buffer)
 }
 
 LRESULT ControlPeer::FromParent(UINT message, WPARAM w, LPARAM l) {
-  if (message == WM_COMMAND || message == WM_DRAWITEM) return 0;
+  if (message == WM_COMMAND || message == WM_NOTIFY || message == WM_DRAWITEM) return 0;
   const HDC dc = reinterpret_cast<HDC>(w);
   static_cast<void>(l);
   SetTextColor(dc, ResolveColor(control_.ForeColor()));

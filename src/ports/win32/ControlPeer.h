@@ -44,6 +44,8 @@ class ControlPeer : public WindowPeer {
   void SetText(const String& text) const;
   // Answers WM_GETTEXT with a text that is not the window's own.
   static LRESULT AnswerText(StringView text, WPARAM capacity, LPARAM buffer);
+  // Raises the control's mouse event that belongs to a message.
+  void HandleMouse(UINT message, WPARAM w, LPARAM l);
 
   Toolkit& toolkit_;
   FormPeer& form_;
@@ -55,7 +57,6 @@ class ControlPeer : public WindowPeer {
   void UpdateFont();
   void GiveFont() const;
   void MouseEvent(const ui::Event<int, int, Twips, Twips>& event, int button, WPARAM w, LPARAM l);
-  void HandleMouse(UINT message, WPARAM w, LPARAM l);
 
   ui::Control& control_;
   RECT place_{};  // pixels of the form's client area

@@ -44,6 +44,8 @@ LRESULT FormPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       return 0;
     case WM_COMMAND:
       return ToChild(reinterpret_cast<HWND>(l), message, w, l);
+    case WM_NOTIFY:
+      return ToChild(reinterpret_cast<const NMHDR*>(l)->hwndFrom, message, w, l);
     case WM_DRAWITEM:
       return ToChild(reinterpret_cast<const DRAWITEMSTRUCT*>(l)->hwndItem, message, w, l);
     case WM_CTLCOLOREDIT:

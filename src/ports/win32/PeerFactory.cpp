@@ -3,6 +3,7 @@
 #include "ports/win32/ComboPeer.h"
 #include "ports/win32/EditPeers.h"
 #include "ports/win32/KeyPeer.h"
+#include "ports/win32/ListPeer.h"
 #include "ports/win32/Panes.h"
 #include "ports/win32/PasswordPeer.h"
 #include "ports/win32/StandardPeers.h"
@@ -31,6 +32,8 @@ std::unique_ptr<ui::Peer> MakePeer(Toolkit& toolkit, FormPeer& form, ui::Compone
                                                static_cast<ui::PasswordBox&>(component));
     case ui::Kind::ComboBox:
       return std::make_unique<ComboPeer>(toolkit, form, static_cast<ui::ComboBox&>(component));
+    case ui::Kind::RowList:
+      return std::make_unique<ListPeer>(toolkit, form, static_cast<ui::RowList&>(component));
     case ui::Kind::Frame:
       return std::make_unique<FramePeer>(toolkit, form, static_cast<ui::Frame&>(component));
     case ui::Kind::PictureBox:

@@ -18,18 +18,20 @@ class LabelPeer final : public ControlPeer {
 };
 
 // A frame is the system's group box; the controls on it lie above it. It paints itself: the system
-// would leave out its inside, which the form does not paint either, and put the upper edge lower,
-// as if there were a caption.
+// would leave out its inside, which the form does not paint either, and put the upper edge lower
+// even where there is no caption.
 class FramePeer final : public ControlPeer {
  public:
   FramePeer(Toolkit& toolkit, FormPeer& form, ui::Frame& frame);
 
  protected:
   LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
-  void UpdateContent(ui::Aspect) override {}
+  void UpdateContent(ui::Aspect aspect) override;
   bool IsBackground() const override { return true; }
 
  private:
+  void Paint(HDC dc, RECT area) const;
+
   ui::Frame& frame_;
 };
 

@@ -94,6 +94,17 @@ SIZE Texts::Measure(const SharedFont& font, StringView text) {
   return {widest, lines * line_height};
 }
 
+int Texts::Widest(const SharedFont& font, std::size_t count,
+                  const std::function<StringView(std::size_t)>& text) {
+  LineHeight(font);  // selects the font
+  int widest = 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    const StringView line = text(i);
+    if (!line.empty()) widest = std::max(widest, LineWidth(dc_, line));
+  }
+  return widest;
+}
+
 void Texts::Draw(HDC dc, const SharedFont& font, StringView text, const RECT& area, int indent) {
   const int line_height = LineHeight(font);
   const int lines = static_cast<int>(std::count(text.begin(), text.end(), u'\n')) + 1;

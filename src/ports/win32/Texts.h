@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -39,6 +40,9 @@ class Texts {
   SharedFont FontFor(const Font& font, Scale scale);
   // Extent in pixels; the empty text is one line high.
   SIZE Measure(const SharedFont& font, StringView text);
+  // Width in pixels of the widest of many texts of one line.
+  int Widest(const SharedFont& font, std::size_t count,
+             const std::function<StringView(std::size_t)>& text);
   // Fills the area and draws the text in it, vertically centred, `indent` pixels from the left.
   void Draw(HDC dc, const SharedFont& font, StringView text, const RECT& area, int indent);
 

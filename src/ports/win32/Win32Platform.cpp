@@ -30,6 +30,13 @@ Size Win32Platform::MeasureText(const Font& font, StringView text) {
   return {scale.ToTwips(size.cx), scale.ToTwips(size.cy)};
 }
 
+Twips Win32Platform::WidestText(const Font& font, std::size_t count,
+                                const std::function<StringView(std::size_t)>& text) {
+  const DpiScope scope;
+  const Scale scale = toolkit_->OpeningScreen().Scale;
+  return scale.ToTwips(toolkit_->Texts.Widest(toolkit_->Texts.FontFor(font, scale), count, text));
+}
+
 Twips Win32Platform::TextBoxHeight(const Font& font) {
   const DpiScope scope;
   const Scale scale = toolkit_->OpeningScreen().Scale;
@@ -71,6 +78,10 @@ void Win32Platform::RunModal(ui::Form& form) {
     loop.Run();
   }
   if (const std::exception_ptr error = peer.TakeError()) std::rethrow_exception(error);
+}
+
+ui::FileSystem& Win32Platform::Files() {
+  throw NotImplemented();
 }
 
 void Win32Platform::ProcessEvents() {

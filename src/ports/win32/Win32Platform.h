@@ -15,12 +15,15 @@ class Win32Platform : public ui::Platform {
   ~Win32Platform() override;
 
   Size MeasureText(const Font& font, StringView text) override;
+  Twips WidestText(const Font& font, std::size_t count,
+                   const std::function<StringView(std::size_t)>& text) override;
   Twips TextBoxHeight(const Font& font) override;
   Twips TwipsPerPixel() override;
   Rect WorkArea() override;
   std::unique_ptr<ui::Peer> CreatePeer(ui::Form& form) override;
   std::unique_ptr<ui::Peer> CreatePeer(ui::Component& component) override;
   void RunModal(ui::Form& form) override;
+  ui::FileSystem& Files() override;
   void ProcessEvents() override;
   ui::StockIcon LoadStockIcon(int id) override;
   void SetPointer(ui::Pointer pointer) override;
