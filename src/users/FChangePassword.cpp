@@ -1,7 +1,5 @@
 #include "users/FChangePassword.h"
 
-#include "service/MKRXDialog.h"
-
 namespace krx::users {
 
 namespace {
@@ -25,25 +23,15 @@ FChangePassword::FChangePassword(service::Apartment& apartment)
   keyOK.Enabled = false;
 
   LoadStep = [this] { LoadTexts(); };
-  keyOK.Click = [this] {
-    OkPressed = true;
-    Hide();
-  };
-  keyCancel.Click = [this] { Hide(); };
-  keyClose.Click = [this] { Hide(); };
+  HideOnAnswer(keyOK, keyCancel, OkPressed);
   // A change of the current password does not check again; this is meant.
   txtPassword.Change = [this] { EnableOK(); };
   txtPassword2.Change = [this] { EnableOK(); };
-  for (ui::PasswordBox* const box : {&txtActPassword, &txtPassword, &txtPassword2}) {
-    box->GotFocus = [box] { service::SelectAllText(*box); };
-  }
+  for (ui::PasswordBox* const box : {&txtActPassword, &txtPassword, &txtPassword2})
+    SelectAllOnFocus(*box);
   OnEnter(txtActPassword, [this] { txtPassword.SetFocus(); });
   OnEnter(txtPassword, [this] { txtPassword2.SetFocus(); });
-  OnEnter(txtPassword2, [this] {
-    ui::Control& next = keyOK.Enabled() ? static_cast<ui::Control&>(keyOK) : txtActPassword;
-    next.SetFocus();
-    if (keyOK.Enabled()) keyOK.Click();
-  });
+  ConfirmOnEnter(txtPassword2, keyOK, txtActPassword);
 }
 
 std::array<service::InputRow, 6> FChangePassword::InputRows() {

@@ -1,6 +1,5 @@
 #include "users/LogOnForm.h"
 
-#include "service/MKRXDialog.h"
 #include "users/FChangePassword.h"
 
 namespace krx::users {
@@ -8,24 +7,15 @@ namespace krx::users {
 LogOnForm::LogOnForm(service::Apartment& apartment, String name, String log_off)
     : UserForm(apartment, std::move(name)), log_off_(*this, std::move(log_off)) {
   keyOK.Enabled = false;
-  keyOK.Click = [this] {
-    OkPressed = true;
-    Hide();
-  };
-  keyCancel.Click = [this] { Hide(); };
-  keyClose.Click = [this] { Hide(); };
+  HideOnAnswer(keyOK, keyCancel, OkPressed);
   log_off_.Click = [this] { LogOff(); };
-  txtPassword.GotFocus = [this] { service::SelectAllText(txtPassword); };
-  OnEnter(txtPassword, [this] {
-    ui::Control& next = keyOK.Enabled() ? static_cast<ui::Control&>(keyOK) : *name_field_;
-    next.SetFocus();
-    if (keyOK.Enabled()) keyOK.Click();
-  });
+  SelectAllOnFocus(txtPassword);
 }
 
 void LogOnForm::BindNameField(ui::Control& field) {
   name_field_ = &field;
   OnEnter(field, [this] { txtPassword.SetFocus(); });
+  ConfirmOnEnter(txtPassword, keyOK, field);
   OrderRows(InputRows());
 }
 

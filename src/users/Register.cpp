@@ -1,8 +1,10 @@
 #include "users/Register.h"
 
+#include "users/FAddUser.h"
 #include "users/FChangePassword.h"
 #include "users/FLogOn.h"
 #include "users/FLogOnCombo.h"
+#include "users/FUser.h"
 #include "users/FWhoAmI.h"
 
 namespace krx::users {
@@ -15,6 +17,8 @@ void Register(service::Apartment& apartment) {
   apartment.Dialogs.ChangePassword = [](Apartment& a, const std::optional<String>& user) {
     return FChangePassword(a).ChangePassword(user);
   };
+  apartment.Dialogs.AddUser = [](Apartment& a) { return FAddUser(a).AddUser(); };
+  apartment.Dialogs.User = [](Apartment& a) { FUser(a).ShowUsers(); };
 }
 
 }  // namespace krx::users

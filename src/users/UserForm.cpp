@@ -22,8 +22,8 @@ constexpr Size kUnmeasuredKey{1215, 375};  // a button whose text cannot be meas
 
 }  // namespace
 
-UserForm::UserForm(service::Apartment& apartment, String name)
-    : DialogForm(apartment, std::move(name), host::kUserTexts) {
+UserForm::UserForm(service::Apartment& apartment, String name, String frame)
+    : DialogForm(apartment, std::move(name), host::kUserTexts), fra(*this, std::move(frame)) {
   idxCaption.Height = service::kSmallestCaption;  // should its text not be measurable
 }
 
@@ -80,17 +80,18 @@ void UserForm::LayOut(Rows rows, Keys keys, Twips caption_padding, WideRow wide_
   PlaceCaption();
 }
 
+void UserForm::SizeKey(ui::KRXKey& key) {
+  key.Place({0, 0, kUnmeasuredKey.Width, kUnmeasuredKey.Height});
+  const Twips minimum = Shared().ButtonMinHeight;
+  Skip([&] { key.Height = service::ButtonHeight(MeasureTextHeight(key), minimum); });
+  Skip([&] { key.Width = service::ButtonWidth(MeasureTextWidth(key), minimum); });
+}
+
 // Returns the width of the button row.
 Twips UserForm::SizeKeys(Keys keys) {
   Twips row_width = -kButtonGap;
   for (ui::KRXKey* const key : keys) {
-    key->Place({0, 0, kUnmeasuredKey.Width, kUnmeasuredKey.Height});
-    Skip([&] {
-      key->Height = service::ButtonHeight(MeasureTextHeight(*key), Shared().ButtonMinHeight);
-    });
-    Skip([&] {
-      key->Width = service::ButtonWidth(MeasureTextWidth(*key), Shared().ButtonMinHeight);
-    });
+    SizeKey(*key);
     row_width += key->Width() + kButtonGap;
   }
   return row_width;
@@ -129,6 +130,27 @@ void UserForm::ShowMessage(StringView key, std::int32_t style, const String& tit
 void UserForm::Refuse(StringView key, ui::Control& focus) {
   ShowMessage(key, service::kExclamation, String());
   FocusControl = &focus;
+}
+
+void UserForm::HideOnAnswer(ui::KRXKey& ok, ui::KRXKey& cancel, bool& ok_pressed) {
+  ok.Click = [this, &ok_pressed] {
+    ok_pressed = true;
+    Hide();
+  };
+  cancel.Click = [this] { Hide(); };
+  keyClose.Click = [this] { Hide(); };
+}
+
+void UserForm::ConfirmOnEnter(ui::Control& field, ui::KRXKey& ok, ui::Control& otherwise) {
+  OnEnter(field, [&ok, &otherwise] {
+    if (!ok.Enabled()) return otherwise.SetFocus();
+    ok.SetFocus();
+    ok.Click();
+  });
+}
+
+void UserForm::SelectAllOnFocus(ui::EditBox& box) {
+  box.GotFocus = [&box] { service::SelectAllText(box); };
 }
 
 void UserForm::MakeDisplayField(ui::TextBox& field) {

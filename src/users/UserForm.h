@@ -32,7 +32,7 @@ class OnFirstUse {
 // row below it, texts by key and messages through the shared dialog service.
 class UserForm : public service::DialogForm {
  public:
-  ui::Frame fra{*this, u"fra"};
+  ui::Frame fra;
 
  protected:
   using Keys = std::span<ui::KRXKey* const>;
@@ -40,7 +40,7 @@ class UserForm : public service::DialogForm {
   // Which edge a button row that is wider than the frame shares with it.
   enum class WideRow { CentredBelowFrame, EndsWithFrame };
 
-  UserForm(service::Apartment& apartment, String name);
+  UserForm(service::Apartment& apartment, String name, String frame = u"fra");
 
   // A label stands before its field in the tab order, so that its access key leads there.
   static void OrderRows(Rows rows);
@@ -55,10 +55,20 @@ class UserForm : public service::DialogForm {
   void LayOut(Rows rows, Keys keys, Twips caption_padding = service::kCaptionPadding,
               WideRow wide_row = WideRow::CentredBelowFrame);
 
+  // Size of a button for its text and the configured minimum; one whose text cannot be measured
+  // gets a size of its own.
+  void SizeKey(ui::KRXKey& key);
+
   // Shows the text of a key through the shared dialog service.
   void ShowMessage(StringView key, std::int32_t style, const String& title);
   // Reports a refusal and leads the operator to the control that he has to correct.
   void Refuse(StringView key, ui::Control& focus);
+
+  // OK sets the flag; OK, Cancel and the close key hide the form.
+  void HideOnAnswer(ui::KRXKey& ok, ui::KRXKey& cancel, bool& ok_pressed);
+  // Enter in the last field presses OK, or leads to another field while OK is disabled.
+  static void ConfirmOnEnter(ui::Control& field, ui::KRXKey& ok, ui::Control& otherwise);
+  static void SelectAllOnFocus(ui::EditBox& box);
 
   // A read-only field in the colours of a button, which Tab passes over.
   static void MakeDisplayField(ui::TextBox& field);

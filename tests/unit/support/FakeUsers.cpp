@@ -23,6 +23,9 @@ std::string Plain(const Password& secret) {
 std::string Plain(std::int32_t number) {
   return std::to_string(number);
 }
+std::string Plain(double number) {
+  return std::to_string(static_cast<std::int32_t>(number));
+}
 
 }  // namespace
 
@@ -81,28 +84,36 @@ class FakeAdministration : public host::UserAdministration {
     return Next(users_.ChangeCodes, host::ChangePasswordSucceeded);
   }
   std::int32_t CreateUser(const host::UserRecord& record) override {
-    object_.Call("CreateUser", record.Name);
-    return 0;
+    Write("CreateUser", record);
+    const std::int32_t code = Next(users_.CreateCodes, host::CreateUserSucceeded);
+    if (code == 0 && users_.OnCreate) users_.OnCreate(record);
+    return code;
   }
   std::int32_t RemoveUser(const String& user) override {
     object_.Call("RemoveUser", user);
+    if (users_.OnRemove) users_.OnRemove(user);
     return 0;
   }
   std::int32_t SetUserActive(const String& user, std::int32_t active) override {
     object_.Call("SetUserActive", user, active);
+    if (users_.OnSetActive) users_.OnSetActive(user, active);
     return 0;
   }
   host::UserClassOfUser GetUserClass(const String& user) override {
     object_.Call("GetUserClass", user);
-    return {u"class of " + user, users_.Records.contains(user)};
+    const auto found = users_.ClassOf.find(user);
+    const String name = found == users_.ClassOf.end() ? u"class of " + user : found->second;
+    return {name, users_.Records.contains(user)};
   }
   host::UserInfo GetUserInfo(const String& user) override {
     object_.Call("GetUserInfo", user);
     return users_.Records[user];
   }
   std::int32_t ModifyUser(const host::UserRecord& record) override {
-    object_.Call("ModifyUser", record.Name);
-    return 0;
+    Write("ModifyUser", record);
+    const std::int32_t code = Next(users_.ModifyCodes, host::ModifyUserSucceeded);
+    if (code == 0 && users_.OnModify) users_.OnModify(record);
+    return code;
   }
   std::vector<String> GetUserNames(const String& selection) override {
     object_.Call("GetUserNames", selection);
@@ -114,27 +125,42 @@ class FakeAdministration : public host::UserAdministration {
   }
   std::int32_t GetAdministrationMode() override {
     object_.Call("GetAdministrationMode");
-    return 0;
+    return users_.AdministrationMode;
   }
 
  private:
+  void Write(const char* operation, const host::UserRecord& record) {
+    object_.Call(operation, record.Name, record.FullName, record.Comment, record.Secret,
+                 record.ClassName, record.Date, record.State);
+  }
+
   FakeUsers& users_;
   UserObject object_;
 };
 
 class FakeClassAdministration : public host::UserClassAdministration {
  public:
-  explicit FakeClassAdministration(FakeUsers& users) : object_(users, "UserClassAdministration") {}
+  explicit FakeClassAdministration(FakeUsers& users)
+      : users_(users), object_(users, "UserClassAdministration") {}
   host::UserClassInfo GetUserClassInfo(const String& class_name) override {
     object_.Call("GetUserClassInfo", class_name);
-    return {u"text of " + class_name, 0};
+    const auto found =
+        std::find_if(users_.Classes.begin(), users_.Classes.end(),
+                     [&](const auto& user_class) { return user_class.first == class_name; });
+    return {u"text of " + class_name, found == users_.Classes.end() ? 0 : found->second};
   }
   host::UserClasses GetUserClasses() override {
     object_.Call("GetUserClasses");
-    return {};
+    host::UserClasses classes;
+    for (const auto& [name, level] : users_.Classes) {
+      classes.Names.push_back(name);
+      classes.Levels.push_back(level);
+    }
+    return classes;
   }
 
  private:
+  FakeUsers& users_;
   UserObject object_;
 };
 

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/UserManager.h"
@@ -21,11 +23,23 @@ class FakeUsers {
   // Codes of the next calls, in order; with none left the call succeeds.
   std::deque<std::int32_t> LogOnCodes;
   std::deque<std::int32_t> ChangeCodes;
+  std::deque<std::int32_t> CreateCodes;
+  std::deque<std::int32_t> ModifyCodes;
   std::int32_t LogOffCode = 0;
   std::vector<String> Names;
   host::CurrentUser Current;
-  // Users that are found, with their records; the class of each is "class of <name>".
+  // Users that are found, with their records; the class of each is "class of <name>" where the test
+  // sets no other.
   std::map<String, host::UserInfo> Records;
+  std::map<String, String> ClassOf;
+  // The classes in their order; the text of each is "text of <name>". Any other class has level 0.
+  std::vector<std::pair<String, std::int32_t>> Classes;
+  std::int32_t AdministrationMode = 0;
+  // Hears of calls that change users, after they were written down.
+  std::function<void(const host::UserRecord&)> OnCreate;
+  std::function<void(const host::UserRecord&)> OnModify;
+  std::function<void(const String&)> OnRemove;
+  std::function<void(const String&, std::int32_t)> OnSetActive;
 
   // Objects that exist now, of all three classes.
   int Live = 0;
