@@ -1,0 +1,55 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "driver/Window.h"
+
+namespace krx::drive {
+
+// A list of rows in another process of the same word size: read as a screen reader reads it,
+// clicked with the real mouse.
+class List {
+ public:
+  static constexpr int kNoRow = -1;
+
+  explicit List(const Window& window) : window_(window) {}
+  // The list of this name on a form; throws when it does not come in time.
+  List(const Window& form, const std::wstring& name) : window_(form.Child(name)) {}
+
+  const Window& TheWindow() const { return window_; }
+
+  int RowCount() const;
+  int ColumnCount() const;
+  std::wstring Title(int column) const;
+  std::wstring Text(int row, int column) const;
+  // The texts of one column, from the first row to the last.
+  std::vector<std::wstring> Column(int column) const;
+  // The first row that shows this text in the column; kNoRow without one.
+  int Find(const std::wstring& text, int column) const;
+
+  int SelectedRow() const;
+  int TopRow() const;
+  // Number of rows that are completely in sight when the list is full.
+  int RowsInSight() const;
+  int ColumnWidth(int column) const;
+  // Place of a row in pixels of the screen, whether it is in sight or not.
+  RECT RowBounds(int row) const;
+
+  // Scrolls the row into sight and clicks it. A click never makes a double click with the one
+  // before, however soon it comes.
+  void Click(int row) const;
+  void DoubleClick(int row) const;
+
+  // Waits; both throw when it does not happen in time.
+  void WaitForRows(int count) const;
+  void WaitForSelection(int row) const;
+
+ private:
+  POINT MiddleOf(int row) const;
+  int Ask(UINT message, WPARAM w = 0, LPARAM l = 0) const;
+
+  Window window_;
+};
+
+}  // namespace krx::drive
