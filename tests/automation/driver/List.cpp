@@ -95,11 +95,11 @@ int List::Ask(UINT message, WPARAM w, LPARAM l) const {
   return static_cast<int>(Send(window_.Handle(), message, w, l));
 }
 
-int List::RowCount() const {
+int List::Count() const {
   return Ask(LVM_GETITEMCOUNT);
 }
 
-int List::ColumnCount() const {
+int List::Columns() const {
   const auto header = reinterpret_cast<HWND>(Send(window_.Handle(), LVM_GETHEADER, 0, 0));
   return static_cast<int>(Send(header, HDM_GETITEMCOUNT, 0, 0));
 }
@@ -110,8 +110,8 @@ std::wstring List::Title(int column) const {
   return AskText(window_.Handle(), LVM_GETCOLUMNW, static_cast<WPARAM>(column), wanted);
 }
 
-std::wstring List::Text(int row, int column) const {
-  if (row < 0 || row >= RowCount())
+std::wstring List::Cell(int row, int column) const {
+  if (row < 0 || row >= Count())
     throw std::runtime_error("the list has no row " + std::to_string(row));
   LVITEMW wanted{};
   wanted.iSubItem = column;
@@ -120,28 +120,33 @@ std::wstring List::Text(int row, int column) const {
 
 std::vector<std::wstring> List::Column(int column) const {
   std::vector<std::wstring> texts;
-  const int rows = RowCount();
+  const int rows = Count();
   for (int row = 0; row < rows; ++row)
-    texts.push_back(Text(row, column));
+    texts.push_back(Cell(row, column));
   return texts;
 }
 
 int List::Find(const std::wstring& text, int column) const {
-  const int rows = RowCount();
-  for (int row = 0; row < rows; ++row)
-    if (Text(row, column) == text) return row;
-  return kNoRow;
+  int found = 0;
+  const bool there = Within(kPatience, [&] {
+    const std::vector<std::wstring> texts = Column(column);
+    const auto row = std::find(texts.begin(), texts.end(), text);
+    found = static_cast<int>(row - texts.begin());
+    return row != texts.end();
+  });
+  if (!there) throw std::runtime_error("no row shows " + Narrow(text));
+  return found;
 }
 
-int List::SelectedRow() const {
+int List::Selected() const {
   return Ask(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
 }
 
-int List::TopRow() const {
+int List::Top() const {
   return Ask(LVM_GETTOPINDEX);
 }
 
-int List::RowsInSight() const {
+int List::InSight() const {
   return Ask(LVM_GETCOUNTPERPAGE);
 }
 
@@ -160,7 +165,7 @@ RECT List::RowBounds(int row) const {
   return bounds;
 }
 
-POINT List::MiddleOf(int row) const {
+POINT List::Middle(int row) const {
   Ask(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
   const RECT bounds = RowBounds(row);
   RECT inside{};
@@ -173,27 +178,27 @@ POINT List::MiddleOf(int row) const {
 }
 
 void List::Click(int row) const {
-  const POINT at = MiddleOf(row);
+  const POINT at = Middle(row);
   Pause(at);
   ClickMouse(MouseButton::Left, at);
 }
 
 void List::DoubleClick(int row) const {
-  const POINT at = MiddleOf(row);
+  const POINT at = Middle(row);
   Pause(at);
   ClickMouse(MouseButton::Left, at);
   ClickMouse(MouseButton::Left, at);
 }
 
-void List::WaitForRows(int count) const {
-  if (!Within(kPatience, [&] { return RowCount() == count; }))
-    throw std::runtime_error("the list has " + std::to_string(RowCount()) + " rows, not " +
+void List::WaitForCount(int count) const {
+  if (!Within(kPatience, [&] { return Count() == count; }))
+    throw std::runtime_error("the list has " + std::to_string(Count()) + " rows, not " +
                              std::to_string(count));
 }
 
-void List::WaitForSelection(int row) const {
-  if (!Within(kPatience, [&] { return SelectedRow() == row; }))
-    throw std::runtime_error("row " + std::to_string(SelectedRow()) + " is selected, not " +
+void List::WaitForSelected(int row) const {
+  if (!Within(kPatience, [&] { return Selected() == row; }))
+    throw std::runtime_error("row " + std::to_string(Selected()) + " is selected, not " +
                              std::to_string(row));
 }
 

@@ -11,27 +11,26 @@ namespace krx::drive {
 // clicked with the real mouse.
 class List {
  public:
-  static constexpr int kNoRow = -1;
-
   explicit List(const Window& window) : window_(window) {}
   // The list of this name on a form; throws when it does not come in time.
   List(const Window& form, const std::wstring& name) : window_(form.Child(name)) {}
 
   const Window& TheWindow() const { return window_; }
 
-  int RowCount() const;
-  int ColumnCount() const;
+  int Count() const;
+  int Columns() const;
   std::wstring Title(int column) const;
-  std::wstring Text(int row, int column) const;
+  std::wstring Cell(int row, int column) const;
   // The texts of one column, from the first row to the last.
   std::vector<std::wstring> Column(int column) const;
-  // The first row that shows this text in the column; kNoRow without one.
-  int Find(const std::wstring& text, int column) const;
+  // The first row with this text in the column; throws when none shows it in time.
+  int Find(const std::wstring& text, int column = 0) const;
 
-  int SelectedRow() const;
-  int TopRow() const;
+  // -1 without a selected row.
+  int Selected() const;
+  int Top() const;
   // Number of rows that are completely in sight when the list is full.
-  int RowsInSight() const;
+  int InSight() const;
   int ColumnWidth(int column) const;
   // Place of a row in pixels of the screen, whether it is in sight or not.
   RECT RowBounds(int row) const;
@@ -42,11 +41,11 @@ class List {
   void DoubleClick(int row) const;
 
   // Waits; both throw when it does not happen in time.
-  void WaitForRows(int count) const;
-  void WaitForSelection(int row) const;
+  void WaitForCount(int count) const;
+  void WaitForSelected(int row) const;
 
  private:
-  POINT MiddleOf(int row) const;
+  POINT Middle(int row) const;
   int Ask(UINT message, WPARAM w = 0, LPARAM l = 0) const;
 
   Window window_;
