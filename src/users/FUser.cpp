@@ -17,10 +17,11 @@ using service::Skip;
 // Lengths of this form in twips.
 constexpr Twips kMargin = 120;         // at the form's edges, and of the list in its frame
 constexpr Twips kGap = 60;             // between two buttons, and from the frame's caption down
-constexpr Twips kListWidth = 9600;     // as long as the screen has room
+constexpr Twips kListWidth = 12600;    // as long as the screen has room
 constexpr Twips kListHeight = 4500;    // likewise
 constexpr Twips kSmallestList = 2400;  // in both directions
 constexpr Twips kCommentWidth = 3000;
+constexpr Twips kFingerRow = 525;  // 9 millimetres: rows grow with the buttons, but no further
 
 constexpr std::array<StringView, 7> kColumns{
     u"lblName",          u"lblState",  u"lblFullName", u"lblUserClass", u"lblRemainingLogOns",
@@ -132,6 +133,7 @@ void FUser::LayOutUsers() {
     SizeKey(*each);
     key = {std::max(key.Width, each->Width()), std::max(key.Height, each->Height())};
   }
+  lvwUser.RowMinHeight = std::clamp(Shared().ButtonMinHeight, 0.0f, kFingerRow);
   Twips caption = service::kUnmeasuredLine;
   Skip([&] { caption = service::MeasureTextHeight(fraUser); });
   const Rect area = ThePlatform().WorkArea();

@@ -83,6 +83,11 @@ void UserStoreFolder::Administer(const std::string& script) const {
                            (lines.empty() ? std::string("nothing printed") : lines.back()));
 }
 
+// A change is written beside the store first; a folder of that file's name is in its way.
+void UserStoreFolder::RefuseWriting() const {
+  std::filesystem::create_directories(folder_ / "users.new" / "kept");
+}
+
 std::string UserStoreFolder::AuditLog() const {
   std::ostringstream text;
   text << std::ifstream(folder_ / "audit.log", std::ios::binary).rdbuf();

@@ -24,6 +24,8 @@ class UserStoreFolder {
   // output when it does not come to its end. `Check result, wanted` stops it.
   void Administer(const std::string& script) const;
   std::string AuditLog() const;
+  // From now on nothing can be stored.
+  void RefuseWriting() const;
 
  private:
   std::filesystem::path folder_;
