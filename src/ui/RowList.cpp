@@ -50,6 +50,15 @@ void RowList::EnsureVisible(int row) {
 }
 
 int RowList::FindRow(StringView beginning, int start) const {
+  const int found = FindBeginning(beginning, start);
+  if (found != kNoRow || beginning.size() < 2) return found;
+  // One letter typed again and again walks from row to row.
+  const bool one_letter = std::all_of(beginning.begin(), beginning.end(),
+                                      [&](char16_t c) { return c == beginning.front(); });
+  return one_letter ? FindBeginning(beginning.substr(0, 1), start + 1) : kNoRow;
+}
+
+int RowList::FindBeginning(StringView beginning, int start) const {
   const int count = RowCount();
   for (int i = 0; i < count; ++i) {
     const int row = (std::max(start, 0) + i) % count;

@@ -52,7 +52,7 @@ class RowList : public FontClassControl {
   int RowInView() const { return in_view_; }
 
   // The next row at or behind `start` (around the end) whose main cell begins with the text, in any
-  // case; kNoRow without one.
+  // case; kNoRow without one. A letter that is repeated leads to the row behind `start`.
   int FindRow(StringView beginning, int start) const;
 
   // Width of a column in twips for its title, or for its widest cell.
@@ -80,6 +80,7 @@ class RowList : public FontClassControl {
 
  private:
   void Adopt(int row);
+  int FindBeginning(StringView beginning, int start) const;
 
   int selected_ = kNoRow;
   int in_view_ = kNoRow;

@@ -161,6 +161,12 @@ void Person::ClickAt(POINT at) {
   Mouse(MOUSEEVENTF_LEFTUP);
 }
 
+void Person::RightClickAt(POINT at) {
+  MoveTo(at);
+  Mouse(MOUSEEVENTF_RIGHTDOWN);
+  Mouse(MOUSEEVENTF_RIGHTUP);
+}
+
 void Person::PointAway() {
   MoveTo({0, 0});
 }
@@ -171,11 +177,15 @@ void Person::Turn(int notches) {
 
 void Person::Drag(HWND window, int dx, int dy) {
   const POINT at = Middle(window);
-  MoveTo(at);
+  DragTo(at, {at.x + dx, at.y + dy});
+}
+
+void Person::DragTo(POINT from, POINT to) {
+  MoveTo(from);
   Mouse(MOUSEEVENTF_LEFTDOWN);
   constexpr int kSteps = 7;  // no divisor of usual distances, so every step rounds
   for (int i = 1; i <= kSteps; ++i)
-    MoveTo({at.x + dx * i / kSteps, at.y + dy * i / kSteps});
+    MoveTo({from.x + (to.x - from.x) * i / kSteps, from.y + (to.y - from.y) * i / kSteps});
   Mouse(MOUSEEVENTF_LEFTUP);
 }
 

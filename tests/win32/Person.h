@@ -35,13 +35,15 @@ class Person {
   void ClickAt(POINT at);  // in pixels of the screen
   void PointAway();        // to a corner of the screen, off every window
   void Turn(int notches);  // the mouse wheel, up when positive
+  void RightClickAt(POINT at);
+  void MoveTo(POINT at);
   void Drag(HWND window, int dx, int dy);
+  // Presses at one point of the screen, moves in steps and releases at the other.
+  void DragTo(POINT from, POINT to);
   void AwaitFocus(HWND window);
   void Await(const std::function<bool()>& condition, const std::string& what);
 
  private:
-  void MoveTo(POINT at);
-
   std::set<WORD> down_;
 };
 

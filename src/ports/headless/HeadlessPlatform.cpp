@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/Error.h"
+#include "ports/headless/ControlPeer.h"
 #include "ports/headless/TimerPeer.h"
 #include "ui/Keyboard.h"
 
@@ -82,8 +83,9 @@ std::unique_ptr<ui::Peer> HeadlessPlatform::CreatePeer(ui::Form&) {
 }
 
 std::unique_ptr<ui::Peer> HeadlessPlatform::CreatePeer(ui::Component& component) {
-  if (component.Kind() != ui::Kind::Timer) return nullptr;
-  return std::make_unique<TimerPeer>(*this, static_cast<ui::Timer&>(component));
+  if (component.Kind() == ui::Kind::Timer)
+    return std::make_unique<TimerPeer>(*this, static_cast<ui::Timer&>(component));
+  return std::make_unique<ControlPeer>(static_cast<ui::Control&>(component));
 }
 
 void HeadlessPlatform::RunModal(ui::Form& form) {

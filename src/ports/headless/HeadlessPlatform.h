@@ -106,7 +106,8 @@ class Operator {
   }
 
   void Click(StringView key);
-  void Type(StringView text);          // into the focused control, character by character
+  // Into the focused control, character by character; a list looks rows up by what is typed.
+  void Type(StringView text);
   void Press(int key, int shift = 0);  // a list that has the focus follows the arrow keys
   void ClickRow(StringView list, int row);
   void DoubleClickRow(StringView list, int row);
@@ -122,7 +123,11 @@ class Operator {
   ui::Control& Find(StringView name);
   ui::Control& Reachable(StringView name);
   void NeedOpenForm() const;
+  // Presses and releases the left button on a row; null when that closes the form or leaves
+  // another row selected.
+  ui::RowList* PressRow(StringView list, int row);
   static void MoveSelection(ui::RowList& list, int key);
+  void LookUp(ui::RowList& list, StringView beginning) const;
   static void TypeCharacter(ui::EditBox& box, char16_t character);
 
   HeadlessPlatform& platform_;

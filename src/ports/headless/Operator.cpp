@@ -31,6 +31,10 @@ void Operator::Click(StringView key) {
 }
 
 void Operator::Type(StringView text) {
+  NeedOpenForm();
+  ui::Control* const focused = form_.ActiveControl();
+  if (focused && focused->Kind() == ui::Kind::RowList)
+    return LookUp(static_cast<ui::RowList&>(*focused), text);
   for (const char16_t character : text) {
     NeedOpenForm();
     auto* const box = dynamic_cast<ui::EditBox*>(form_.ActiveControl());
@@ -72,11 +76,13 @@ void Operator::MoveSelection(ui::RowList& list, int key) {
   const int last = list.RowCount() - 1;
   const int row = list.SelectedRow();
   if (last < 0) return;
+  // Without a selected row the walk begins at the top of what is shown.
+  const bool begins = row == ui::RowList::kNoRow;
   switch (key) {
     case ui::kKeyUp:
-      return list.OperatorSelected(std::max(row - 1, 0));
+      return list.OperatorSelected(std::clamp(begins ? list.TopRow() : row - 1, 0, last));
     case ui::kKeyDown:
-      return list.OperatorSelected(std::min(row + 1, last));
+      return list.OperatorSelected(std::clamp(begins ? list.TopRow() : row + 1, 0, last));
     case ui::kKeyHome:
       return list.OperatorSelected(0);
     case ui::kKeyEnd:
@@ -86,18 +92,39 @@ void Operator::MoveSelection(ui::RowList& list, int key) {
   }
 }
 
-void Operator::ClickRow(StringView list, int row) {
+// The first letter looks behind the selected row, every further one at it.
+void Operator::LookUp(ui::RowList& list, StringView beginning) const {
+  for (std::size_t length = 1; length <= beginning.size(); ++length) {
+    NeedOpenForm();
+    char16_t character = beginning[length - 1];
+    list.KeyPress(character);
+    if (character == 0) continue;
+    const int start = list.SelectedRow() + (length == 1 ? 1 : 0);
+    const int row = list.FindRow(beginning.substr(0, length), start);
+    if (row != ui::RowList::kNoRow) list.OperatorSelected(row);
+  }
+}
+
+ui::RowList* Operator::PressRow(StringView list, int row) {
   auto& rows = dynamic_cast<ui::RowList&>(Reachable(list));
   if (row < 0 || row >= rows.RowCount()) throw std::logic_error("no such row in " + ToUtf8(list));
+  rows.MouseDown(ui::kLeftButton, 0, 0, 0);
+  if (!form_.Visible()) return nullptr;
   rows.SetFocus();
-  rows.OperatorClicked(row);
+  rows.OperatorSelected(row);
+  rows.MouseUp(ui::kLeftButton, 0, 0, 0);
+  return form_.Visible() && rows.SelectedRow() == row ? &rows : nullptr;
+}
+
+void Operator::ClickRow(StringView list, int row) {
+  if (ui::RowList* const rows = PressRow(list, row)) rows->OperatorClicked(row);
 }
 
 void Operator::DoubleClickRow(StringView list, int row) {
   ClickRow(list, row);
-  // The first click may have changed the rows or closed the form.
-  if (!form_.Visible()) return;
-  dynamic_cast<ui::RowList&>(Reachable(list)).OperatorDoubleClicked(row);
+  // The first click may have changed the rows or closed the form; then the second one hits nothing.
+  if (!form_.Visible() || row >= Get<ui::RowList>(list).RowCount()) return;
+  if (ui::RowList* const rows = PressRow(list, row)) rows->OperatorDoubleClicked(row);
 }
 
 void Operator::AccessKey(char16_t character, bool alt) {

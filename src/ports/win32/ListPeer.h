@@ -4,15 +4,18 @@
 
 #include <commctrl.h>  // builds on the one above
 
+#include <optional>
+
 #include "ports/win32/ControlPeer.h"
 #include "ports/win32/RowImages.h"
+#include "ui/DragScroll.h"
 #include "ui/RowList.h"
 
 namespace krx::win32 {
 
 // Every list of rows is the system's report list with owner data: it asks for the rows that it
 // shows, and unlike a list box without strings it tells them to screen readers.
-class ListPeer : public ControlPeer {
+class ListPeer final : public ControlPeer {
  public:
   ListPeer(Toolkit& toolkit, FormPeer& form, ui::RowList& list);
 
@@ -22,37 +25,57 @@ class ListPeer : public ControlPeer {
  protected:
   LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
   void UpdateContent(ui::Aspect aspect) override;
+  void FocusChanged(bool focused) override;
 
  private:
   LRESULT Send(UINT message, WPARAM w = 0, LPARAM l = 0) const {
     return SendMessageW(Window(), message, w, l);
   }
+  int RowWith(UINT state) const;
+  void SetState(int row, UINT state, UINT mask) const;
 
+  // The window follows the model.
   void ShowColors() const;
   void ShowColumns();
-  void SizeColumns() const;
+  void SizeColumns();
   void SizeRows();
   void ShowRows();
   void ShowSelection();
   void ShowTop();
+  void MarkFocus();
   int RowHeight() const;
-  int RowAt(LPARAM point) const;
 
+  // The model follows the window.
   LRESULT Notified(NMHDR& header);
   void Describe(LVITEMW& item) const;
   void ItemChanged(const NMLISTVIEW& change);
+  LRESULT DrawRow(NMLVCUSTOMDRAW& drawing) const;
   void HeaderNotified(const NMHDR& header);
-  void AdoptTop() { list_.TopRow.Adopt(static_cast<int>(Send(LVM_GETTOPINDEX))); }
+  void AdoptTop() { list_.TopRow.Adopt(TopRow()); }
 
+  LRESULT KeyDown(WPARAM key, LPARAM l);
+  void Select(int row) const;
   void Press(LPARAM point, bool again);
-  void Release(LPARAM point);
+  void Touch(LPARAM point);
+  void Drag(LPARAM point);
+  void Release(WPARAM w, LPARAM point);
+  void LetGo();
+  void Glide();
+  void StopGliding();
+  void StopGlideTimer() const;
+  void ScrollTo(int row);
+  int RowAt(LPARAM point) const;
+  int TopRow() const { return static_cast<int>(Send(LVM_GETTOPINDEX)); }
 
   ui::RowList& list_;
   RowImages images_;
   int columns_ = 0;       // that the window has
   bool showing_ = false;  // the window follows the model; its reports are no news
-  int pressed_ = ui::RowList::kNoRow;
-  bool twice_ = false;  // the button went down for the second time
+
+  ui::DragScroll drag_;
+  std::optional<int> pressed_;         // row on which the left button went down
+  int clicked_ = ui::RowList::kNoRow;  // row of the click before
+  bool twice_ = false;                 // the button went down for the second time
 };
 
 }  // namespace krx::win32

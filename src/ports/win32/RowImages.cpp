@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 namespace krx::win32 {
 
@@ -87,18 +86,12 @@ void AddPictures(HIMAGELIST list, int size, int height) {
 
 }  // namespace
 
-RowImages::~RowImages() {
-  if (list_) ImageList_Destroy(list_);
-}
-
-HIMAGELIST RowImages::Make(Scale scale, int row_height, bool visible) {
+RowImages::RowImages(Scale scale, int row_height, bool visible) {
   const int size = visible ? scale.Thickness(kPicture) : 1;
   const int height = std::max(row_height, size);
-  const HIMAGELIST fresh =
-      ImageList_Create(size, height, ILC_COLOR24 | ILC_MASK, static_cast<int>(kPictures.size()), 0);
-  if (fresh && visible) AddPictures(fresh, size, height);
-  if (const HIMAGELIST before = std::exchange(list_, fresh)) ImageList_Destroy(before);
-  return list_;
+  list_.reset(ImageList_Create(size, height, ILC_COLOR24 | ILC_MASK,
+                               static_cast<int>(kPictures.size()), 0));
+  if (list_ && visible) AddPictures(list_.get(), size, height);
 }
 
 int RowImages::Index(ui::RowList::Image image) {

@@ -4,6 +4,9 @@
 
 #include <commctrl.h>  // builds on the one above
 
+#include <memory>
+#include <type_traits>
+
 #include "ports/win32/Screen.h"
 #include "ui/RowList.h"
 
@@ -14,18 +17,18 @@ namespace krx::win32 {
 class RowImages {
  public:
   RowImages() = default;
-  ~RowImages();
-  RowImages(const RowImages&) = delete;
-  RowImages& operator=(const RowImages&) = delete;
+  // Pictures for rows of this height in pixels, with room for them where `visible` asks for it.
+  RowImages(Scale scale, int row_height, bool visible);
 
-  // Makes pictures for rows of this height in pixels, with room for them where `visible` asks for
-  // it.
-  HIMAGELIST Make(Scale scale, int row_height, bool visible);
+  HIMAGELIST List() const { return list_.get(); }
   // Number of a picture in the list; I_IMAGENONE without one.
   static int Index(ui::RowList::Image image);
 
  private:
-  HIMAGELIST list_ = nullptr;
+  struct Destroyer {
+    void operator()(HIMAGELIST list) const { ImageList_Destroy(list); }
+  };
+  std::unique_ptr<std::remove_pointer_t<HIMAGELIST>, Destroyer> list_;
 };
 
 }  // namespace krx::win32

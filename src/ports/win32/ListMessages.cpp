@@ -1,0 +1,232 @@
+#include <windowsx.h>
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "ports/win32/ListPeer.h"
+
+namespace krx::win32 {
+
+namespace {
+
+constexpr UINT_PTR kGlideTimer = 0x4B52;  // far from the numbers of the system's list
+constexpr UINT kGlideStep = 15;           // milliseconds
+
+double Now() {
+  return static_cast<double>(GetTickCount64());
+}
+
+}  // namespace
+
+// What the window reports
+
+LRESULT ListPeer::FromParent(UINT message, WPARAM w, LPARAM l) {
+  if (message == WM_NOTIFY) return Notified(*reinterpret_cast<NMHDR*>(l));
+  return ControlPeer::FromParent(message, w, l);
+}
+
+LRESULT ListPeer::Notified(NMHDR& header) {
+  switch (header.code) {
+    case LVN_GETDISPINFOW:
+      Describe(reinterpret_cast<NMLVDISPINFOW&>(header).item);
+      return 0;
+    case LVN_ODFINDITEMW: {
+      const auto& wanted = reinterpret_cast<const NMLVFINDITEMW&>(header);
+      if ((wanted.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0) return -1;
+      return list_.FindRow(Narrow(wanted.lvfi.psz, std::wcslen(wanted.lvfi.psz)), wanted.iStart);
+    }
+    case LVN_ITEMCHANGED:
+      ItemChanged(reinterpret_cast<const NMLISTVIEW&>(header));
+      return 0;
+    case NM_CUSTOMDRAW:
+      return DrawRow(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
+    default:
+      return 0;
+  }
+}
+
+void ListPeer::Describe(LVITEMW& item) const {
+  const bool exists = item.iItem >= 0 && item.iItem < list_.RowCount();
+  if ((item.mask & LVIF_TEXT) != 0 && item.pszText && item.cchTextMax > 0) {
+    const StringView text = exists ? list_.Cell(item.iItem, item.iSubItem) : StringView();
+    const std::size_t length = std::min(text.size(), static_cast<std::size_t>(item.cchTextMax) - 1);
+    std::memcpy(item.pszText, text.data(), length * sizeof(wchar_t));
+    item.pszText[length] = 0;
+  }
+  const bool first = exists && item.iSubItem == 0;
+  if ((item.mask & LVIF_IMAGE) != 0)
+    item.iImage = first ? RowImages::Index(list_.RowImage(item.iItem)) : I_IMAGENONE;
+  if ((item.mask & LVIF_INDENT) != 0) item.iIndent = first ? list_.Indent(item.iItem) : 0;
+}
+
+void ListPeer::ItemChanged(const NMLISTVIEW& change) {
+  const bool selected = (change.uNewState & LVIS_SELECTED) != 0;
+  if (!showing_ && selected && change.iItem >= 0) list_.OperatorSelected(change.iItem);
+}
+
+// The system draws a list that is disabled like any other.
+LRESULT ListPeer::DrawRow(NMLVCUSTOMDRAW& drawing) const {
+  if (list_.Enabled()) return CDRF_DODEFAULT;
+  if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+  drawing.clrText = GetSysColor(COLOR_GRAYTEXT);
+  return CDRF_DODEFAULT;
+}
+
+// The operator moves the edge of a column.
+void ListPeer::HeaderNotified(const NMHDR& header) {
+  if (showing_ || (header.code != HDN_ITEMCHANGEDW && header.code != HDN_ITEMCHANGEDA)) return;
+  const auto column = static_cast<std::size_t>(reinterpret_cast<const NMHEADERW&>(header).iItem);
+  std::vector<ui::RowList::Column> columns = list_.Columns();
+  if (column >= columns.size()) return;
+  const auto pixels = static_cast<int>(Send(LVM_GETCOLUMNWIDTH, column));
+  if (pixels == form_.Scale().Pixels(columns[column].Width)) return;
+  columns[column].Width = form_.Scale().ToTwips(pixels);
+  list_.Columns.Adopt(std::move(columns));
+}
+
+// Mouse and keyboard
+
+LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
+  switch (message) {
+    // The system's list waits for the button's release in a loop of its own and takes the release
+    // away; so the button is ours.
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+      HandleMouse(message, w, l);
+      if (form_.Form().Visible()) Press(l, message == WM_LBUTTONDBLCLK);
+      return 0;
+    case WM_LBUTTONUP:
+      Release(w, l);
+      return 0;
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONDBLCLK:
+    case WM_RBUTTONUP:
+      HandleMouse(message, w, l);
+      return 0;
+    case WM_MOUSEMOVE:
+      if (drag_.Touched()) Drag(l);
+      return ControlPeer::Handle(message, w, l);
+    case WM_CAPTURECHANGED:
+    case WM_CANCELMODE:
+      LetGo();
+      return ControlPeer::Handle(message, w, l);
+    case WM_TIMER:
+      if (w != kGlideTimer) return ControlPeer::Handle(message, w, l);
+      Glide();
+      return 0;
+    case WM_KEYDOWN:
+      return KeyDown(w, l);
+    default:
+      break;
+  }
+  if (message == WM_MOUSEWHEEL) StopGliding();
+  const LRESULT result = ControlPeer::Handle(message, w, l);
+  if (message == WM_NOTIFY) HeaderNotified(*reinterpret_cast<const NMHDR*>(l));
+  const bool may_scroll = message == WM_VSCROLL || message == WM_MOUSEWHEEL || message == WM_CHAR ||
+                          message == LVM_ENSUREVISIBLE || message == LVM_SCROLL;
+  if (may_scroll && !showing_ && Window()) AdoptTop();
+  return result;
+}
+
+LRESULT ListPeer::KeyDown(WPARAM key, LPARAM l) {
+  StopGliding();
+  const bool walks = key == VK_UP || key == VK_DOWN;
+  if (walks && list_.SelectedRow() == ui::RowList::kNoRow && list_.RowCount() > 0) {
+    // The framed row is none that the operator has come to.
+    Select(std::max(RowWith(LVNI_FOCUSED), 0));
+    return 0;
+  }
+  const LRESULT result = ControlPeer::Handle(WM_KEYDOWN, key, l);
+  if (!Window()) return result;
+  if (RowWith(LVNI_SELECTED) < 0) list_.OperatorSelected(ui::RowList::kNoRow);
+  AdoptTop();
+  return result;
+}
+
+int ListPeer::RowAt(LPARAM point) const {
+  LVHITTESTINFO hit{};
+  hit.pt = {GET_X_LPARAM(point), GET_Y_LPARAM(point)};
+  return static_cast<int>(Send(LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+}
+
+void ListPeer::Press(LPARAM point, bool again) {
+  const int row = RowAt(point);
+  pressed_ = row;
+  twice_ = again && row == clicked_;
+  SetCapture(Window());
+  if (GetFocus() != Window()) ::SetFocus(Window());
+  if (list_.DragScrolls) {
+    // What is touched is not selected before it is certain that it is not dragged.
+    Touch(point);
+  } else if (row >= 0) {
+    Select(row);
+  }
+  // The release belongs to whatever is on the screen by then.
+  if (!form_.Form().Visible()) LetGo();
+}
+
+void ListPeer::Touch(LPARAM point) {
+  const Scale scale = form_.Scale();
+  RECT row{LVIR_BOUNDS, 0, 0, 0};
+  const bool any = Send(LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row)) != 0;
+  const Twips height = any ? scale.ToTwips(row.bottom - row.top) : 0;
+  StopGlideTimer();
+  drag_.Begin({height, list_.RowCount(), static_cast<int>(Send(LVM_GETCOUNTPERPAGE))}, TopRow(),
+              scale.ToTwips(GET_Y_LPARAM(point)), Now());
+}
+
+void ListPeer::Drag(LPARAM point) {
+  ScrollTo(drag_.Move(form_.Scale().ToTwips(GET_Y_LPARAM(point)), Now()));
+  AdoptTop();
+}
+
+// By the time that anybody hears of the release the row is selected.
+void ListPeer::Release(WPARAM w, LPARAM point) {
+  if (!pressed_) return;  // the button went down elsewhere
+  const int row = *pressed_;
+  bool click = row >= 0 && RowAt(point) == row;
+  if (list_.DragScrolls) {
+    click = drag_.End(Now()) && click;
+    if (drag_.Gliding()) SetTimer(Window(), kGlideTimer, kGlideStep, nullptr);
+  }
+  LetGo();
+  clicked_ = click ? row : ui::RowList::kNoRow;
+  if (click && list_.DragScrolls) Select(row);
+  HandleMouse(WM_LBUTTONUP, w, point);
+  // A handler may have put other rows in the place of those that were clicked.
+  if (!click || !form_.Form().Visible() || list_.SelectedRow() != row) return;
+  if (std::exchange(twice_, false)) {
+    list_.OperatorDoubleClicked(row);
+  } else {
+    list_.OperatorClicked(row);
+  }
+}
+
+void ListPeer::LetGo() {
+  pressed_.reset();
+  if (drag_.Touched()) drag_.Stop();
+  if (GetCapture() == Window()) ReleaseCapture();
+}
+
+void ListPeer::Glide() {
+  ScrollTo(drag_.Glide(Now()));
+  AdoptTop();
+  if (!drag_.Gliding()) StopGlideTimer();
+}
+
+void ListPeer::StopGliding() {
+  if (!drag_.Gliding()) return;
+  drag_.Stop();
+  StopGlideTimer();
+}
+
+void ListPeer::StopGlideTimer() const {
+  KillTimer(Window(), kGlideTimer);
+}
+
+void ListPeer::Select(int row) const {
+  SetState(row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+}
+
+}  // namespace krx::win32
