@@ -1,0 +1,103 @@
+#include "ui/DirListBox.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "ui/FolderPath.h"
+#include "ui/Form.h"
+
+namespace krx::ui {
+
+namespace {
+
+constexpr int kAncestorsInView = 2;  // above the open directory
+
+}  // namespace
+
+DirListBox::PathProperty& DirListBox::PathProperty::operator=(StringView path) {
+  list_.Open(path);
+  return *this;
+}
+
+DirListBox::ListIndexProperty& DirListBox::ListIndexProperty::operator=(int entry) {
+  list_.SelectRow(list_.OpenRow() + 1 + entry);
+  list_.EnsureVisible(list_.SelectedRow());
+  return *this;
+}
+
+int DirListBox::ListIndexProperty::operator()() const {
+  const int row = list_.SelectedRow();
+  return row == kNoRow ? kOpenEntry : row - list_.OpenRow() - 1;
+}
+
+DirListBox::DirListBox(Form& parent, String name, FolderReadings& readings)
+    : RowList(parent, std::move(name)), readings_(readings) {
+  readings_.Add(*this);
+}
+
+String DirListBox::List(int entry) const {
+  const int row = OpenRow() + 1 + entry;
+  if (row < 0 || row >= RowCount()) return {};
+  if (row <= OpenRow()) return path_.substr(0, levels_[static_cast<std::size_t>(row)]);
+  return PathIn(path_, Cell(row, 0));
+}
+
+StringView DirListBox::Cell(int row, int) const {
+  if (row > OpenRow()) return listing_->Folders()[static_cast<std::size_t>(row - OpenRow() - 1)];
+  return LastName(StringView(path_).substr(0, levels_[static_cast<std::size_t>(row)]));
+}
+
+RowList::Image DirListBox::RowImage(int row) const {
+  return row > OpenRow() ? Image::Folder : Image::OpenFolder;
+}
+
+int DirListBox::Indent(int row) const {
+  return std::min(row, OpenRow() + 1);
+}
+
+void DirListBox::Open(StringView path) {
+  String full = FullPath(path, Parent().ThePlatform().Files());
+  auto listing = readings_.Open(full);
+
+  const bool other = full != path_;
+  listing_ = std::move(listing);
+  path_ = std::move(full);
+  levels_ = Levels(path_);
+  folders_ = static_cast<int>(listing_->Folders().size());
+  wish_.clear();
+  RowsReplaced();
+  SelectRow(OpenRow());
+  TopRow = std::max(OpenRow() - kAncestorsInView, 0);
+  if (other) Change();
+}
+
+void DirListBox::Highlight(StringView path) {
+  const StringView name = LastName(path);
+  if (PathIn(path_, name) != path) return;
+  wish_ = name;
+  wished_at_ = SelectedRow();
+  HighlightFrom(0);
+}
+
+bool DirListBox::HighlightFrom(int first) {
+  const auto& known = listing_->Folders();
+  const auto found = std::find(known.begin() + first, known.end(), wish_);
+  if (found == known.end()) {
+    if (listing_->Complete()) wish_.clear();
+    return false;
+  }
+  wish_.clear();
+  ListIndex = static_cast<int>(found - known.begin());
+  return true;
+}
+
+void DirListBox::ListingsGrew() {
+  if (!listing_) return;
+  const int before = std::exchange(folders_, static_cast<int>(listing_->Folders().size()));
+  if (folders_ != before) RowsChanged();
+  if (wish_.empty()) return;
+  if (SelectedRow() != wished_at_) return wish_.clear();
+  if (HighlightFrom(before)) Highlighted();
+}
+
+}  // namespace krx::ui

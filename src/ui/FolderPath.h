@@ -1,0 +1,29 @@
+#pragma once
+
+#include <vector>
+
+#include "ui/FileSystem.h"
+
+namespace krx::ui {
+
+// Paths of folders as the lists show them: absolute, parted by single backslashes, without one at
+// the end but at the root of a drive. Names are kept as they are, trailing dots and blanks too.
+
+// The normal form of a path. A bare drive ("d:") is its root, spelled as the system spells drives
+// ("D:\"); what names neither drive nor share is taken from the current directory. Runtime error 76
+// for what cannot name a folder: the empty text, a server without a share.
+String FullPath(StringView path, FileSystem& files);
+
+// Length of the root of a path in normal form: of "C:\" or of "\\server\share".
+std::size_t RootLength(StringView path);
+
+// The lengths of a path's ancestors in normal form, from the root down, and of the path itself.
+std::vector<std::size_t> Levels(StringView path);
+
+// The last name of a path in normal form; a root is its own name.
+StringView LastName(StringView path);
+
+// The path of a name in a folder, whose path is in normal form.
+String PathIn(StringView folder, StringView name);
+
+}  // namespace krx::ui
