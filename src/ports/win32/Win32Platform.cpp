@@ -81,7 +81,7 @@ void Win32Platform::RunModal(ui::Form& form) {
 }
 
 ui::FileSystem& Win32Platform::Files() {
-  throw NotImplemented();
+  return files_;
 }
 
 void Win32Platform::ProcessEvents() {

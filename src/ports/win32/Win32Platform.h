@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ports/win32/MachineFiles.h"
 #include "ui/Platform.h"
 
 namespace krx::win32 {
@@ -33,6 +34,7 @@ class Win32Platform : public ui::Platform {
 
  private:
   const std::unique_ptr<Toolkit> toolkit_;
+  MachineFiles files_;
 };
 
 }  // namespace krx::win32

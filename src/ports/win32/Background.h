@@ -1,0 +1,60 @@
+#pragma once
+
+#include <windows.h>
+
+#include <atomic>
+#include <chrono>
+#include <memory>
+
+namespace krx::win32 {
+
+// Work on a thread of the system's pool that nobody has to wait for: it may hang in a call to a
+// network as long as it likes. It keeps itself and the module with its code until it has ended.
+class Background {
+ public:
+  Background() = default;
+  virtual ~Background() = default;
+  Background(const Background&) = delete;
+  Background& operator=(const Background&) = delete;
+
+  // Raises Error when the system has no thread.
+  static void Start(std::shared_ptr<Background> work);
+
+  // Asks the work to end soon; waits for nothing.
+  void GiveUp() { given_up_ = true; }
+  // Waits no longer than `patience`; returns whether it is so.
+  bool WaitForAnswer(std::chrono::milliseconds patience) { return Wait(answered_, patience); }
+  bool WaitForEnd(std::chrono::milliseconds patience) { return Wait(ended_, patience); }
+
+ protected:
+  // Holds the lock under which work and waiters share their data.
+  class Guard {
+   public:
+    explicit Guard(Background& work) : lock_(work.lock_) { AcquireSRWLockExclusive(&lock_); }
+    ~Guard() { ReleaseSRWLockExclusive(&lock_); }
+    Guard(const Guard&) = delete;
+    Guard& operator=(const Guard&) = delete;
+
+   private:
+    SRWLOCK& lock_;
+  };
+
+  virtual void Run() = 0;
+  bool GivenUp() const { return given_up_; }
+  // The work has reached what the caller waits for first; its end is an answer too.
+  void Answer();
+  bool Ended() const { return ended_; }
+
+ private:
+  static void CALLBACK Execute(PTP_CALLBACK_INSTANCE, void* work);
+  bool Wait(const bool& reached, std::chrono::milliseconds patience);
+
+  // These two, unlike the standard's, cost no call of the kernel where nobody waits.
+  SRWLOCK lock_ = SRWLOCK_INIT;
+  CONDITION_VARIABLE changed_ = CONDITION_VARIABLE_INIT;
+  std::atomic<bool> given_up_ = false;
+  bool answered_ = false;
+  bool ended_ = false;
+};
+
+}  // namespace krx::win32

@@ -1,0 +1,36 @@
+#include "ports/win32/Devices.h"
+
+#include <algorithm>
+
+#include "ports/win32/Paths.h"
+
+namespace krx::win32 {
+
+namespace {
+
+// "\\?\c:\Data" and "\\?\C:\" are on one drive.
+String DeviceOf(const String& path) {
+  String root = RootOf(path);
+  std::transform(root.begin(), root.end(), root.begin(), [](char16_t unit) {
+    return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
+  });
+  return root;
+}
+
+}  // namespace
+
+bool Devices::Ask(const String& path, std::shared_ptr<Background> work) {
+  const String device = DeviceOf(path);
+  const auto silent = silent_.find(device);
+  if (silent != silent_.end()) {
+    if (!silent->second->WaitForEnd(std::chrono::milliseconds(0))) return false;
+    silent_.erase(silent);
+  }
+  Background::Start(work);
+  if (work->WaitForAnswer(patience_)) return true;
+  work->GiveUp();
+  silent_.emplace(device, std::move(work));
+  return false;
+}
+
+}  // namespace krx::win32
