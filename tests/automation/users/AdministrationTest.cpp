@@ -19,9 +19,11 @@ class Administration : public UsersTest {
   // The overview, opened by the administrator; afterwards the client prints who is in the store.
   Window OpenOverview() {
     RunUserScript(
-        "LogOn \"admin\"\r\nDialogs.KRUser\r\n"
-        "Dim names, name\r\nUsers.GetUserNames \"\", , , , names\r\n"
-        "For Each name In names\r\nWScript.Echo name\r\nNext\r\n");
+        "LogOn \"admin\"\r\nDialogs.KRUser\r\nDim name, user_class, found\r\n"
+        "For Each name In Array(\"admin\", \"alt\", \"eva.meier\", \"neu\", \"ruhend\", "
+        "\"uta\")\r\n"
+        "  Users.GetUserClass name, user_class, found\r\n"
+        "  If found Then WScript.Echo name\r\nNext\r\n");
     return Form(kOverview, L"lvwUser");
   }
   Window OpenForm() {
@@ -33,7 +35,7 @@ class Administration : public UsersTest {
     const Lines printed = Printed();
     ASSERT_FALSE(printed.empty());
     EXPECT_EQ(printed.back(), "end");
-    if (lines > 0) EXPECT_EQ(printed.size(), lines);
+    EXPECT_TRUE(lines == 0 || printed.size() == lines) << printed.size();
   }
   static List Rows(const Window& overview) { return List(overview.Child(L"lvwUser")); }
 

@@ -1,30 +1,18 @@
-#include <functional>
+#include "users/FailingCalls.h"
 
-#include "users/UsersTest.h"
-
-// Every call that a user dialog makes to what the host gives (services and their creation, text
-// measuring, message boxes) is failed in turn, once and for good, until a run gets by without a
-// failure. What fails while a form loads is passed over; everything else reaches the caller.
 namespace krx::test {
 
-class UserFailures : public UsersTest {
+class UserFailures : public FailingCalls {
  protected:
-  struct Scenario {
-    std::function<void()> Prepare;  // scripts and codes of one run
-    std::function<void()> Run;
-  };
-
   UserFailures() {
-    platform.MeasuringIsCounted = true;
-    platform.ShowingIsNoted = true;
     Users().Names = {u"anna"};
     Users().Records[u"anna"] = {};
   }
 
-  // Which calls of a run are made while a form loads. Loading ends with the showing, with the first
+  // Loading ends with the showing, with the first
   // message or, in the change-password dialog, where it turns to the user; it begins again for the
   // dialog that an expired password opens.
-  static std::vector<bool> LoadingOf(const Calls& entries) {
+  std::vector<bool> LoadingOf(const Calls& entries) const override {
     std::vector<bool> loading_of_call;
     bool loading = true;
     bool change = false;
@@ -37,71 +25,6 @@ class UserFailures : public UsersTest {
       if (entry.starts_with("Box msgPasswordExpired")) loading = true;
     }
     return loading_of_call;
-  }
-
-  void Clear() {
-    platform.Forget();
-    Users().LogOnCodes.clear();
-    Users().ChangeCodes.clear();
-    Users().Restart();
-  }
-
-  std::vector<bool> Baseline(const Scenario& scenario) {
-    Clear();
-    scenario.Prepare();
-    scenario.Run();
-    EXPECT_THAT(platform.Complaints(), ::testing::IsEmpty());
-    const std::vector<bool> loading = LoadingOf(log.Entries());
-    EXPECT_EQ(static_cast<int>(loading.size()), log.Calls());
-    return loading;
-  }
-
-  void ExpectNothingIsLeft() {
-    EXPECT_EQ(Users().Live + runtime.LiveTextServices + runtime.LiveFontServices, 0);
-  }
-
-  // One failing call.
-  void FailOnce(const Scenario& scenario, int n, bool loading) {
-    Clear();
-    log.FailCall(n, false);
-    scenario.Prepare();
-    const std::optional<Error> error = ErrorOf(scenario.Run);
-    EXPECT_TRUE(log.Injected());
-    ExpectNothingIsLeft();
-    EXPECT_EQ(error.has_value(), !loading) << log.Entries()[0];
-    if (!error) return;
-    EXPECT_EQ(error->Status(), CallLog::FailureOf(n).Status());
-    EXPECT_EQ(error->Description(), CallLog::FailureOf(n).Description());
-    EXPECT_EQ(error->Source(), CallLog::FailureOf(n).Source());
-    EXPECT_EQ(log.Calls(), n) << "nothing is called after the failure";
-  }
-  // Every call fails from the n-th on: the first one that is not part of a load reaches the caller.
-  void FailForGood(const Scenario& scenario, int n) {
-    Clear();
-    log.FailCall(n, true);
-    scenario.Prepare();
-    const std::optional<Error> error = ErrorOf(scenario.Run);
-    ExpectNothingIsLeft();
-    ASSERT_TRUE(error) << "every run ends with calls that are not part of a load";
-    EXPECT_GE(log.Calls(), n);
-    EXPECT_EQ(error->Status(), CallLog::FailureOf(log.Calls()).Status()) << "the last call";
-  }
-
-  void FailEveryCall(const Scenario& scenario, int at_least) {
-    const std::vector<bool> loading = Baseline(scenario);
-    const int calls = static_cast<int>(loading.size());
-    for (int n = 1; n <= calls; ++n) {
-      SCOPED_TRACE("call " + std::to_string(n));
-      FailOnce(scenario, n, loading[static_cast<std::size_t>(n - 1)]);
-      FailForGood(scenario, n);
-      if (HasFailure()) return;
-    }
-    EXPECT_EQ(Baseline(scenario), loading) << "the next call works";
-    RecordProperty("FailedCalls", calls);
-    std::cout << "calls failed in turn: " << calls
-              << ", of them while loading: " << std::count(loading.begin(), loading.end(), true)
-              << '\n';
-    EXPECT_GE(calls, at_least);
   }
 
   // Confirms with anna's name, in whichever way is left after a failure.
