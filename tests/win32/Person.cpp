@@ -180,12 +180,13 @@ void Person::Drag(HWND window, int dx, int dy) {
   DragTo(at, {at.x + dx, at.y + dy});
 }
 
-void Person::DragTo(POINT from, POINT to) {
+void Person::DragTo(POINT from, POINT to, std::chrono::milliseconds rest) {
   MoveTo(from);
   Mouse(MOUSEEVENTF_LEFTDOWN);
   constexpr int kSteps = 7;  // no divisor of usual distances, so every step rounds
   for (int i = 1; i <= kSteps; ++i)
     MoveTo({from.x + (to.x - from.x) * i / kSteps, from.y + (to.y - from.y) * i / kSteps});
+  std::this_thread::sleep_for(rest);
   Mouse(MOUSEEVENTF_LEFTUP);
 }
 

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <chrono>
 #include <functional>
 #include <set>
 #include <string>
@@ -38,8 +39,9 @@ class Person {
   void RightClickAt(POINT at);
   void MoveTo(POINT at);
   void Drag(HWND window, int dx, int dy);
-  // Presses at one point of the screen, moves in steps and releases at the other.
-  void DragTo(POINT from, POINT to);
+  // Presses at one point of the screen, moves in steps and releases at the other; with a rest the
+  // pointer stands still for that long before it releases.
+  void DragTo(POINT from, POINT to, std::chrono::milliseconds rest = {});
   void AwaitFocus(HWND window);
   void Await(const std::function<bool()>& condition, const std::string& what);
 

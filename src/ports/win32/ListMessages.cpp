@@ -17,6 +17,10 @@ double Now() {
   return static_cast<double>(GetTickCount64());
 }
 
+bool Walks(WPARAM key) {
+  return key == VK_UP || key == VK_DOWN || key == VK_HOME || key == VK_END;
+}
+
 }  // namespace
 
 // What the window reports
@@ -131,17 +135,25 @@ LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
 
 LRESULT ListPeer::KeyDown(WPARAM key, LPARAM l) {
   StopGliding();
-  const bool walks = key == VK_UP || key == VK_DOWN;
-  if (walks && list_.SelectedRow() == ui::RowList::kNoRow && list_.RowCount() > 0) {
-    // The framed row is none that the operator has come to.
-    Select(std::max(RowWith(LVNI_FOCUSED), 0));
-    return 0;
-  }
+  if (list_.SelectedRow() == ui::RowList::kNoRow && BeginWalk(key)) return 0;
   const LRESULT result = ControlPeer::Handle(WM_KEYDOWN, key, l);
   if (!Window()) return result;
   if (RowWith(LVNI_SELECTED) < 0) list_.OperatorSelected(ui::RowList::kNoRow);
+  // A row that was dragged out of sight comes back, also when the walk ends where it began.
+  const int row = RowWith(LVNI_FOCUSED);
+  if (Walks(key) && row >= 0) Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
   AdoptTop();
   return result;
+}
+
+// The system would walk from the framed row, to which the operator has not come.
+bool ListPeer::BeginWalk(WPARAM key) {
+  const int last = list_.RowCount() - 1;
+  if (!Walks(key) || last < 0) return false;
+  const int row = key == VK_END ? last : key == VK_HOME ? 0 : std::clamp(TopRow(), 0, last);
+  Select(row);
+  Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+  return true;
 }
 
 int ListPeer::RowAt(LPARAM point) const {

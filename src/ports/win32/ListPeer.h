@@ -54,6 +54,7 @@ class ListPeer final : public ControlPeer {
   void AdoptTop() { list_.TopRow.Adopt(TopRow()); }
 
   LRESULT KeyDown(WPARAM key, LPARAM l);
+  bool BeginWalk(WPARAM key);
   void Select(int row) const;
   void Press(LPARAM point, bool again);
   void Touch(LPARAM point);

@@ -1,0 +1,233 @@
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <algorithm>
+
+#include "ListsForm.h"
+#include "Person.h"
+#include "driver/List.h"
+
+namespace krx::test {
+
+namespace {
+
+using drive::List;
+using std::chrono::milliseconds;
+
+constexpr milliseconds kRest{150};  // after which a drag is no push any more
+
+class Grids : public testing::Test {
+ protected:
+  Grids() {
+    form.grd.TabIndex = 0;
+    form.grd.SetRows(ListsForm::FingerRows(200));
+    form.grd.SelectionChanged = [this] { Note("S", form.grd.SelectedRow()); };
+    form.grd.RowClick = [this](int row) { Note("C", row); };
+    form.grd.RowDoubleClick = [this](int row) { Note("D", row); };
+  }
+  void Note(const char* what, int number) {
+    events += what;
+    events += std::to_string(number);
+    events += ' ';
+  }
+  // The person acts with the focus in the grid; Esc leaves.
+  void Work(const std::function<void(Person&, const List&)>& person) {
+    ShowWith(form, [&](Person& somebody) {
+      const HWND grid = somebody.Control(somebody.AwaitForm(u"FLists"), u"grd");
+      somebody.AwaitFocus(grid);
+      person(somebody, List(drive::Window(grid)));
+      somebody.Press(VK_ESCAPE);
+    });
+    EXPECT_EQ(form.Cancels, 1);
+  }
+  void Await(Person& person, const std::string& wanted) {
+    person.Await([&] { return events == wanted; }, wanted);
+  }
+  static POINT PointOn(const List& list, int row) {
+    const RECT bounds = list.RowBounds(row);
+    return {bounds.left + 60, (bounds.top + bounds.bottom) / 2};
+  }
+  // Waits until the rows have come to rest and returns the one at the top.
+  static int Rest(Person& person, const List& list) {
+    int top = list.Top();
+    int same = 0;
+    person.Await(
+        [&] {
+          const int now = list.Top();
+          same = now == top ? same + 1 : 0;
+          top = now;
+          return same == 60;
+        },
+        "the rows at rest");
+    return top;
+  }
+
+  win32::Win32Platform platform;
+  ListsForm form{platform};
+  std::string events;
+};
+
+TEST_F(Grids, RowsAreNeverLowerThanAFinger) {
+  Work([this](Person&, const List& list) {
+    const RECT row = list.RowBounds(0);
+    // 7 millimetres are 397 twips.
+    EXPECT_GE(static_cast<float>(row.bottom - row.top) * platform.TwipsPerPixel(), 397);
+    EXPECT_LE(static_cast<float>(row.bottom - row.top) * platform.TwipsPerPixel(), 450);
+  });
+}
+
+TEST_F(Grids, RowsGrowWithTheFont) {
+  form.grd.Font = Font{u"Tahoma", 30};
+  Work([this](Person&, const List& list) {
+    const RECT row = list.RowBounds(0);
+    EXPECT_GE(static_cast<float>(row.bottom - row.top) * platform.TwipsPerPixel(), 600);
+  });
+}
+
+TEST_F(Grids, AShortTouchSelectsAndClicks) {
+  Work([this](Person& person, const List& list) {
+    person.ClickAt(PointOn(list, 2));
+    Await(person, "S2 C2 ");
+    list.DoubleClick(3);
+    Await(person, "S2 C2 S3 C3 D3 ");
+    EXPECT_EQ(list.Top(), 0);
+  });
+}
+
+TEST_F(Grids, ATouchThatTremblesIsStillAClick) {
+  Work([this](Person& person, const List& list) {
+    const POINT at = PointOn(list, 2);
+    person.DragTo(at, {at.x + 2, at.y + 3});
+    Await(person, "S2 C2 ");
+  });
+}
+
+TEST_F(Grids, NothingIsSelectedWhileTheTouchLasts) {
+  form.grd.MouseUp = [this](int, int, Twips, Twips) { Note("up", form.grd.SelectedRow()); };
+  form.grd.MouseDown = [this](int, int, Twips, Twips) { Note("down", form.grd.SelectedRow()); };
+  Work([this](Person& person, const List& list) {
+    person.ClickAt(PointOn(list, 2));
+    Await(person, "down-1 S2 up2 C2 ");
+  });
+}
+
+TEST_F(Grids, ADragMovesTheRowsAlongAndNeitherSelectsNorClicks) {
+  Work([this](Person& person, const List& list) {
+    const POINT from = PointOn(list, 5);
+    const POINT to = PointOn(list, 1);
+    person.DragTo(from, to, kRest);
+    person.Await([&] { return list.Top() == 4; }, "four rows further");
+    EXPECT_EQ(Rest(person, list), 4);
+    person.Await([&] { return form.grd.TopRow() == 4; }, "the form's top row");
+    person.DragTo(to, {to.x, to.y + (from.y - to.y) / 2}, kRest);
+    person.Await([&] { return list.Top() == 2; }, "two rows back");
+    EXPECT_EQ(list.Selected(), -1);
+  });
+  EXPECT_EQ(events, "");
+}
+
+TEST_F(Grids, APushLetsTheRowsGlideOn) {
+  Work([this](Person& person, const List& list) {
+    person.DragTo(PointOn(list, 6), PointOn(list, 1));
+    person.Await([&] { return list.Top() > 6; }, "rows beyond the drag");
+    const int top = Rest(person, list);
+    EXPECT_LT(top, 190);
+    EXPECT_EQ(form.grd.TopRow(), top);
+  });
+  EXPECT_EQ(events, "");
+}
+
+TEST_F(Grids, ATouchStopsTheGlidingAndClicksNothing) {
+  form.grd.SetRows(ListsForm::FingerRows(3000));
+  Work([this](Person& person, const List& list) {
+    const POINT to = PointOn(list, 1);
+    for (int i = 0; i < 2; ++i) {
+      person.DragTo(PointOn(list, list.Top() + 6), to);
+      person.Await([&] { return list.Top() > 6; }, "gliding");
+      person.ClickAt(to);
+      const int stopped = list.Top();
+      EXPECT_LE(Rest(person, list) - stopped, 1);
+      person.Press(VK_HOME);
+      person.Await([&] { return list.Top() == 0; }, "the start");
+    }
+  });
+  EXPECT_EQ(events, "S0 ");
+}
+
+TEST_F(Grids, WheelKeysAndTheFormStopTheGliding) {
+  form.grd.SetRows(ListsForm::FingerRows(3000));
+  Work([](Person& person, const List& list) {
+    person.DragTo(PointOn(list, 6), PointOn(list, 1));
+    person.Await([&] { return list.Top() > 6; }, "gliding");
+    person.Press(VK_HOME);
+    person.Await([&] { return list.Top() == 0; }, "the start");
+    EXPECT_EQ(Rest(person, list), 0);
+  });
+}
+
+TEST_F(Grids, TheWheelScrolls) {
+  Work([](Person& person, const List& list) {
+    person.MoveTo(PointOn(list, 2));
+    person.Turn(-1);
+    person.Await([&] { return list.Top() > 0; }, "the wheel");
+    person.Turn(5);
+    person.Await([&] { return list.Top() == 0; }, "back");
+  });
+  EXPECT_EQ(events, "");
+}
+
+TEST_F(Grids, ArrowsWalkAndLettersLookTheNamesUp) {
+  form.grd.SetRows({{u"", u".."}, {u" +", u"alpha"}, {u"", u"beta"}, {u"", u"gamma"}});
+  Work([this](Person& person, const List&) {
+    person.Press(VK_DOWN);
+    Await(person, "S0 ");
+    person.Press(VK_DOWN);
+    Await(person, "S0 S1 ");
+    person.Press('G');
+    Await(person, "S0 S1 S3 ");
+  });
+}
+
+TEST_F(Grids, RowsThatComeWhileAFingerDragsDoNotStopIt) {
+  form.grd.MouseMove = [this](int button, int, Twips, Twips) {
+    if (button != 0 && form.grd.RowCount() < 400) form.grd.AddRow({u"", u"late"});
+  };
+  Work([this](Person& person, const List& list) {
+    person.DragTo(PointOn(list, 5), PointOn(list, 1), kRest);
+    person.Await([&] { return list.Top() == 4; }, "four rows further");
+    EXPECT_GT(list.Count(), 200);
+  });
+  EXPECT_EQ(events, "");
+}
+
+TEST_F(Grids, ADisabledGridIsNotDragged) {
+  form.grd.Enabled = false;
+  ShowWith(form, [](Person& person) {
+    const HWND window = person.AwaitForm(u"FLists");
+    const List list{drive::Window(person.Control(window, u"grd"))};
+    person.DragTo(PointOn(list, 5), PointOn(list, 1), kRest);
+    EXPECT_EQ(list.Top(), 0);
+    person.Press(VK_ESCAPE);
+  });
+  EXPECT_EQ(events, "");
+}
+
+TEST_F(Grids, AGridDisabledUnderTheFingerLetsGo) {
+  form.grd.MouseMove = [this](int button, int, Twips, Twips) {
+    if (button != 0) form.grd.Enabled = false;
+  };
+  ShowWith(form, [](Person& person) {
+    const HWND window = person.AwaitForm(u"FLists");
+    const List list{drive::Window(person.Control(window, u"grd"))};
+    person.DragTo(PointOn(list, 5), PointOn(list, 1), kRest);
+    person.AwaitFocus(person.Control(window, u"lvw"));
+    EXPECT_EQ(GetCapture(), nullptr);
+    EXPECT_EQ(Rest(person, list), list.Top());
+    person.Press(VK_ESCAPE);
+  });
+  EXPECT_EQ(events, "");
+}
+
+}  // namespace
+
+}  // namespace krx::test
