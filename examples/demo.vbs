@@ -49,6 +49,8 @@ Function AllEntries()
     Array("Who is logged on", "KRWhoAmI"), _
     Array("Change password", "KRChangePassword"), _
     Array("Create users (by the administrator)", "Users"), _
+    Array("Add a user", "KRAddUser"), _
+    Array("User overview", "KRUser"), _
     Array("Log on by list", "KRUserLogOnCombo"), _
     Array("Deutsch einschalten", "Language", "de"), _
     Array("Ja, Nein und Abbrechen", "KRMsgBox", umlauts & "?", 3 + Question, "Gr" & Chr(246) & Chr(223) & "e"), _
@@ -57,6 +59,8 @@ Function AllEntries()
     Array("Wer ist angemeldet", "KRWhoAmI"), _
     Array("Passwort " & Chr(228) & "ndern", "KRChangePassword"), _
     Array("Anmelden mit Liste", "KRUserLogOnCombo"), _
+    Array("Benutzer hinzuf" & Chr(252) & "gen", "KRAddUser"), _
+    Array("Benutzer" & Chr(252) & "bersicht", "KRUser"), _
     Array("Switch to English", "Language", "en"), _
     Array("Settings of a touch panel", "Panel", True), _
     Array("Panel: Yes, No and Cancel", "KRMsgBox", "Save before closing?", 3 + Question, "Recipe"), _
@@ -65,6 +69,8 @@ Function AllEntries()
     Array("Panel: who is logged on", "KRWhoAmI"), _
     Array("Panel: change password", "KRChangePassword"), _
     Array("Panel: log on by list", "KRUserLogOnCombo"), _
+    Array("Panel: add a user", "KRAddUser"), _
+    Array("Panel: user overview", "KRUser"), _
     Array("Settings of a desktop", "Panel", False))
 End Function
 
@@ -112,6 +118,11 @@ Function Outcome(entry)
     Case "KRChangePassword"
       Dialogs.KRChangePassword
       Outcome = "closed"
+    Case "KRAddUser"
+      Outcome = Dialogs.KRAddUser()
+    Case "KRUser"
+      Dialogs.KRUser
+      Outcome = "closed"
     Case "Users"
       Outcome = CreateUsers()
     Case "Language"
@@ -148,7 +159,7 @@ Function PanelSettings(panel)
   PanelSettings = prefix & ", buttons at least " & Dialogs.ButtonMinHeight & " twips high"
 End Function
 
-' The dialogs cannot create users yet. Each gets a password of its own, printed this once, which has
+' A shift's worth of users without typing them. Each gets a password of its own, printed this once, which has
 ' to be renewed at the first log-on.
 Function CreateUsers()
   Dim users, person, password, result

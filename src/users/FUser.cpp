@@ -17,7 +17,7 @@ using service::Skip;
 // Lengths of this form in twips.
 constexpr Twips kMargin = 120;         // at the form's edges, and of the list in its frame
 constexpr Twips kGap = 60;             // between two buttons, and from the frame's caption down
-constexpr Twips kListWidth = 12600;    // as long as the screen has room
+constexpr Twips kListWidth = 13500;    // as long as the screen has room
 constexpr Twips kListHeight = 4500;    // likewise
 constexpr Twips kSmallestList = 2400;  // in both directions
 constexpr Twips kCommentWidth = 3000;

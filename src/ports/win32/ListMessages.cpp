@@ -69,11 +69,19 @@ void ListPeer::ItemChanged(const NMLISTVIEW& change) {
   if (!showing_ && selected && change.iItem >= 0) list_.OperatorSelected(change.iItem);
 }
 
-// The system draws a list that is disabled like any other.
+// The system draws a list that is disabled like any other, and a selected row so pale while the
+// keyboard is elsewhere that it is lost on a panel.
 LRESULT ListPeer::DrawRow(NMLVCUSTOMDRAW& drawing) const {
-  if (list_.Enabled()) return CDRF_DODEFAULT;
   if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
-  drawing.clrText = GetSysColor(COLOR_GRAYTEXT);
+  if (drawing.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
+  if (!list_.Enabled()) {
+    drawing.clrText = GetSysColor(COLOR_GRAYTEXT);
+  } else if (list_.DragScrolls &&
+             static_cast<int>(drawing.nmcd.dwItemSpec) == list_.SelectedRow()) {
+    drawing.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
+    drawing.clrText = GetSysColor(COLOR_HIGHLIGHTTEXT);
+    drawing.clrTextBk = GetSysColor(COLOR_HIGHLIGHT);
+  }
   return CDRF_DODEFAULT;
 }
 

@@ -34,8 +34,6 @@ const Method kMethods[] = {
      [](IKRXDialog& d, BSTR* t, VARIANT_BOOL*) { return d.KROpenFile({}, {}, {}, -1, {}, t); }},
     {"KROpenFileTouch", [](IKRXDialog& d, BSTR* t,
                            VARIANT_BOOL*) { return d.KROpenFileTouch({}, {}, {}, -1, {}, t); }},
-    {"KRAddUser", [](IKRXDialog& d, BSTR*, VARIANT_BOOL* b) { return d.KRAddUser(b); }},
-    {"KRUser", [](IKRXDialog& d, BSTR*, VARIANT_BOOL*) { return d.KRUser(); }},
 };
 
 INSTANTIATE_TEST_SUITE_P(Methods, NotImplementedTest, ::testing::ValuesIn(kMethods),
