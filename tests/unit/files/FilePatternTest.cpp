@@ -1,0 +1,55 @@
+#include "ui/FilePattern.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+namespace krx::test {
+namespace {
+
+struct Case {
+  StringView Pattern;
+  std::vector<StringView> Matching;
+  std::vector<StringView> Others;
+};
+
+TEST(FilePatternTest, MatchesAsPeopleExpect) {
+  const Case cases[] = {
+      {u"*.txt", {u"a.txt", u"A.TXT", u".txt", u"a.b.txt"}, {u"a.txt2", u"atxt", u"a.bmp", u""}},
+      {u"*.bmp;*.gif", {u"a.bmp", u"b.GIF"}, {u"a.bm", u"gif"}},
+      {u" *.bmp ; *.gif ;;", {u"a.bmp", u"b.gif"}, {u"a.txt", u""}},
+      {u"", {u"a", u"a.b", u""}, {}},
+      {u";; ;", {u"a", u"a.b"}, {}},
+      {u"*", {u"a", u"a.b"}, {}},
+      {u"*.*", {u"readme", u"a.b", u".profile"}, {}},
+      {u"*.", {u"readme", u"end."}, {u"a.b"}},
+      {u"read*.*", {u"readme", u"read.me"}, {u"thread"}},
+      {u"readme.*", {u"readme", u"README.txt"}, {u"readme2", u"readme2.txt"}},
+      {u"?.txt", {u"a.txt", u"\U0001F600.txt"}, {u".txt", u"ab.txt"}},
+      {u"a?", {u"ab", u"a."}, {u"a", u"abc"}},
+      {u"a*b*c", {u"abc", u"aXbYc", u"abbcc", u"abcbc"}, {u"ab", u"acb", u"abcd"}},
+      {u"\u00c4\u03a3*", {u"\u00e4\u03c3.txt"}, {u"a\u03c3"}},
+      {u"exact", {u"EXACT"}, {u"exact.txt", u"inexact"}},
+      {u"**", {u"", u"a"}, {}},
+  };
+  for (const Case& c : cases) {
+    const ui::FilePattern pattern(c.Pattern);
+    for (const StringView name : c.Matching)
+      EXPECT_TRUE(pattern.Matches(name)) << ToUtf8(c.Pattern) << " / " << ToUtf8(name);
+    for (const StringView name : c.Others)
+      EXPECT_FALSE(pattern.Matches(name)) << ToUtf8(c.Pattern) << " / " << ToUtf8(name);
+  }
+}
+
+TEST(FilePatternTest, ManyStarsTakeNoExponentialTime) {
+  String stars;
+  for (int i = 0; i < 60; ++i)
+    stars += u"*a";
+  const ui::FilePattern pattern(stars + u"b");
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_FALSE(pattern.Matches(String(5000, u'a')));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+}
+
+}  // namespace
+}  // namespace krx::test
