@@ -85,7 +85,22 @@ void RowList::SetColumnWidth(int column, Twips width) {
 }
 
 void RowList::ResumeDrawing() {
-  if (--suspended_ == 0 && std::exchange(changed_, false)) Changed(Aspect::Items);
+  if (--suspended_ > 0) return;
+  // A row can be selected or scrolled to once the port knows it.
+  for (const Aspect aspect :
+       {Aspect::Items, Aspect::Selection, Aspect::Scroll, Aspect::RowInView}) {
+    if (changed_.erase(aspect) > 0) Changed(aspect);
+  }
+}
+
+void RowList::Changed(Aspect aspect) {
+  const bool of_rows = aspect == Aspect::Items || aspect == Aspect::Selection ||
+                       aspect == Aspect::Scroll || aspect == Aspect::RowInView;
+  if (of_rows && suspended_ > 0) {
+    changed_.insert(aspect);
+  } else {
+    FontClassControl::Changed(aspect);
+  }
 }
 
 void RowList::OperatorSelected(int row) {
@@ -102,11 +117,7 @@ void RowList::OperatorDoubleClicked(int row) {
 }
 
 void RowList::RowsChanged() {
-  if (suspended_ > 0) {
-    changed_ = true;
-  } else {
-    Changed(Aspect::Items);
-  }
+  Changed(Aspect::Items);
 }
 
 void RowList::RowsReplaced() {

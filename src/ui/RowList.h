@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <vector>
 
 #include "ui/Control.h"
@@ -60,11 +61,13 @@ class RowList : public FontClassControl {
   Twips ContentWidth(int column) const;
   void SetColumnWidth(int column, Twips width);
 
-  // While drawing is suspended the port hears of no new rows; resuming brings it up to date.
+  // While drawing is suspended the port hears of no new rows and of nothing that is said about
+  // them; resuming brings it up to date.
   void SuspendDrawing() { ++suspended_; }
   void ResumeDrawing();
 
   bool TakesText() const override { return true; }  // characters look rows up
+  void Changed(Aspect aspect) override;
 
   // The port reports what the operator did: raises the events.
   void OperatorSelected(int row);
@@ -85,7 +88,7 @@ class RowList : public FontClassControl {
   int selected_ = kNoRow;
   int in_view_ = kNoRow;
   int suspended_ = 0;
-  bool changed_ = false;  // while drawing was suspended
+  std::set<Aspect> changed_;  // while drawing was suspended
 };
 
 // A list that keeps the texts of its rows.

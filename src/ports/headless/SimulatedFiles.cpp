@@ -146,7 +146,9 @@ void SimulatedFiles::RemoveDrive(StringView path) {
 }
 
 void SimulatedFiles::SetReady(StringView drive, bool ready) {
-  Find(drive).On->Ready = ready;
+  const Place place = Find(drive);
+  if (!place.On) throw std::logic_error("no such drive in the simulated machine");
+  place.On->Ready = ready;
 }
 
 void SimulatedFiles::AddFolder(StringView path) {
