@@ -1,6 +1,8 @@
 #include "files/Register.h"
 
+#include "files/FDirectorySelectTouch.h"
 #include "files/FFileSelect.h"
+#include "files/FFileSelectTouch.h"
 #include "files/FSelectDirectory.h"
 
 namespace krx::files {
@@ -33,11 +35,28 @@ String SelectFile(service::Apartment& apartment, const service::FileRequest& req
   return form.Result;
 }
 
+String SelectDirectoryTouch(service::Apartment& apartment,
+                            const service::DirectoryRequest& request) {
+  FDirectorySelectTouch form(apartment);
+  return form.SelectDirectory(request.StartDirectory, request.AllowChangeUp, request.Title);
+}
+
+// Whether the operator may change up is not handed on: touch confines nobody. This is meant.
+String SelectFileTouch(service::Apartment& apartment, const service::FileRequest& request) {
+  FFileSelectTouch form(apartment);
+  form.SetTexts(request.FileName, request.StartDirectory, request.Title, service::kFileOpen);
+  form.SetFilter(request.Filter);
+  form.ShowModal();
+  return form.FileName();
+}
+
 }  // namespace
 
 void Register(service::Apartment& apartment) {
   apartment.Dialogs.SelectDirectory = SelectDirectory;
+  apartment.Dialogs.SelectDirectoryTouch = SelectDirectoryTouch;
   apartment.Dialogs.SelectFile = SelectFile;
+  apartment.Dialogs.SelectFileTouch = SelectFileTouch;
 }
 
 }  // namespace krx::files

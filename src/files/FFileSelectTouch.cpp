@@ -1,0 +1,200 @@
+#include "files/FFileSelectTouch.h"
+
+#include <array>
+#include <utility>
+
+#include "service/FileRequest.h"
+#include "service/Skip.h"
+#include "ui/Keyboard.h"
+
+namespace krx::files {
+
+namespace {
+
+constexpr Twips kWidth = 12000;  // where the screen has room
+constexpr Twips kColumnGap = 120;
+constexpr StringView kAllFiles = u"Alle Dateien|*.*";
+constexpr StringView kEverything = u"*.*";
+constexpr StringView kBlanks = u"     ";  // between description and pattern of an entry
+
+std::vector<String> Split(StringView text, StringView at) {
+  std::vector<String> parts;
+  for (std::size_t end; (end = text.find(at)) != StringView::npos;) {
+    parts.emplace_back(text.substr(0, end));
+    text.remove_prefix(end + at.size());
+  }
+  parts.emplace_back(text);
+  return parts;
+}
+
+// The text behind the last dot in lower case; the whole text without one.
+String Extension(StringView name) {
+  String extension(name.substr(name.rfind(u'.') + 1));
+  for (char16_t& unit : extension)
+    unit = ui::FoldCase(unit);
+  return extension;
+}
+
+}  // namespace
+
+FFileSelectTouch::FFileSelectTouch(service::Apartment& apartment)
+    : TouchForm(apartment, u"FFileSelectTouch", u"cboDrivers", u"txtPath") {
+  int position = 0;
+  for (ui::Control* const control : std::initializer_list<ui::Control*>{
+           &lblPathName, &txtPath, &txtFullPath, &lblDrivers, &cboDrivers, &grdFolders,
+           &lblExtention, &cboExtention, &grdFiles}) {
+    control->TabIndex = position++;
+  }
+  txtFullPath.Visible = false;
+  idxFileListBox.Visible = false;
+  FocusControl = &grdFolders;
+  LoadStep = [this] {
+    LoadLook();
+    CalcPositions();
+    GetDrives();
+    EndStart();
+  };
+  cboExtention.SelectionChanged = [this] { ReadExtention(cboExtention.Text()); };
+  keyOK.Click = [this] {
+    result_ = txtFullPath.Text();
+    Unload();
+  };
+  keyCancel.Click = [this] {
+    result_.clear();
+    Unload();
+  };
+  BindRows(
+      grdFiles, [this](int row) { FileTouched(row); }, [this](int) { keyOK.Click(); });
+}
+
+bool FFileSelectTouch::SetTexts(const String& file_name, const String& start_directory,
+                                const String& title, std::int32_t file_dialog) {
+  file_name_ = file_name;
+  StartDirectory = start_directory;
+  const bool open = file_dialog == service::kFileOpen;
+  const bool save = file_dialog == service::kFileSave;
+  if (!title.empty()) {
+    SetCaption(title);
+  } else if (open || save) {
+    SetCaption(Text(open ? u"TitleOpen" : u"TitleSaveAs"));
+  }
+  lblPathName.Caption = Text(u"FileName");
+  idxFileListBox.Text = Text(u"DriveNotReady");
+  // The grids have no access keys.
+  grdFolders.Columns = {{.Title = {}, .Width = 0},
+                        {.Title = ReplaceAll(Text(u"Directories"), u"&", u""), .Width = 0}};
+  grdFiles.Columns = {{.Title = ReplaceAll(Text(u"FileName"), u"&", u""), .Width = 0}};
+  lblDrivers.Caption = Text(u"Drive");
+  lblExtention.Caption = Text(u"FileType");
+  if (open || save) keyOK.Caption = Text(open ? u"Open" : u"Save");
+  keyCancel.Caption = Text(u"Cancel");
+  return true;
+}
+
+void FFileSelectTouch::SetFilter(const String& filter) {
+  String text = filter.empty() ? String(kAllFiles) : filter;
+  if (text.starts_with(u'@')) text = Texts().ResolveText(text);
+  const std::vector<String> fields = Split(text, u"|");
+  for (std::size_t i = 0; i + 1 < fields.size(); i += 2)
+    cboExtention.AddItem(fields[i] + String(kBlanks) + fields[i + 1], ui::ComboBox::kAtEnd);
+  if (!cboExtention.Items().empty()) cboExtention.Select(0);
+}
+
+// Texts of the form come with SetTexts; here is how they look.
+void FFileSelectTouch::LoadLook() {
+  const std::array<ui::Control*, 7> texts{&lblPathName,  &lblDrivers, &lblExtention, &cboDrivers,
+                                          &cboExtention, &grdFolders, &grdFiles};
+  const std::array<ui::Control*, 2> inputs{&txtPath, &txtFullPath};
+  LoadFonts(texts, inputs);
+}
+
+void FFileSelectTouch::CalcPositions() {
+  const std::array combos{&cboDrivers, &cboExtention};
+  const std::array grids{&grdFolders, &grdFiles};
+  SizeParts(combos, grids);
+  const Twips width = FormWidth(kWidth);
+  const Twips inner = width - 2 * kTouchMargin;
+  const Twips column = (inner - kColumnGap) / 2;
+  const Twips right = kTouchMargin + column + kColumnGap;
+  service::Skip([this] { txtPath.Height = 0; });
+  const Twips path = Stack(lblPathName, txtPath, kTouchMargin, inner, idxCaption.Height());
+  txtFullPath.Place(txtPath.Bounds());
+  const Twips end = Stack(lblDrivers, cboDrivers, kTouchMargin, column, path);
+  Stack(lblExtention, cboExtention, right, column, path);
+  const Twips top = end + kTouchMargin;
+  const Twips height = GridHeight(top);
+  grdFolders.Place({kTouchMargin, top, column, height});
+  grdFiles.Place({right, top, column, height});
+  Finish(width, top + height);
+}
+
+// Files
+
+void FFileSelectTouch::ReadExtention(const String& entry) {
+  Report(u"ReadExtention", [&] {
+    extensions_.clear();
+    if (entry.ends_with(kEverything)) {
+      extensions_.insert(String(kEverything));
+    } else if (const std::vector<String> parts = Split(entry, kBlanks); parts.size() > 1) {
+      for (const String& pattern : Split(parts[1], u";"))
+        extensions_.insert(Extension(pattern));
+    }
+  });
+  if (Started()) GetFiles();
+}
+
+bool FFileSelectTouch::FilterFile(StringView file_name) {
+  return extensions_.contains(String(kEverything)) || extensions_.contains(Extension(file_name));
+}
+
+void FFileSelectTouch::GetFiles() {
+  Report(u"GetFiles", [this] {
+    grdFiles.Clear();
+    std::vector<std::vector<String>> rows;
+    for (String& file : ReadWhole(txtPath.Text() + u'\\').Files) {
+      if (FilterFile(file)) rows.push_back({std::move(file)});
+    }
+    grdFiles.SetRows(std::move(rows));
+  });
+}
+
+bool FFileSelectTouch::RefreshFullPath(StringView file_name) {
+  return Report(u"RefreshFullPath", [&] {
+    const bool file = !file_name.empty();
+    txtFullPath.Text = file ? txtPath.Text() + u'\\' + String(file_name) : String();
+    txtFullPath.Visible = file;
+    txtPath.Visible = !file;
+    lblPathName.Caption = Text(file ? u"FileName" : u"SelectedDirectory");
+  });
+}
+
+bool FFileSelectTouch::SelectFile(StringView file_name) {
+  return Report(u"SelectFile", [&] { Highlight(grdFiles, 0, file_name); });
+}
+
+void FFileSelectTouch::FileTouched(int row) {
+  RefreshFullPath(String(grdFiles.Cell(row, 0)));
+}
+
+void FFileSelectTouch::PathReplaced() {
+  RefreshFullPath({});
+}
+
+void FFileSelectTouch::PathShown() {
+  GetFiles();
+}
+
+void FFileSelectTouch::StartShown() {
+  if (ThePlatform().Files().FileExists(txtPath.Text() + u'\\' + file_name_)) SelectFile(file_name_);
+}
+
+void FFileSelectTouch::DriveNotReady() {
+  grdFiles.Clear();
+  ThePlatform().ShowMessageBox(idxFileListBox.Text(), 0, u"Information");
+}
+
+void FFileSelectTouch::FoldersFailed(const Error& error) {
+  Report(u"GetSubFolders", [&] { throw error; });
+}
+
+}  // namespace krx::files
