@@ -134,6 +134,64 @@ TEST_F(ControlContract, HiddenControlsAreReachedOnceTheyAreShown) {
   EXPECT_EQ(ToUtf8(form.txtPassword.Text().View()), "a");
 }
 
+// What a handler does to the control that has the focus.
+using Removal = void (*)(ui::Control&);
+
+class FocusContract : public ContractTest, public testing::WithParamInterface<Removal> {
+ protected:
+  void LogFocus(ui::Control& control, const char* name) {
+    control.GotFocus = [this, name] { log.append("+").append(name); };
+    control.LostFocus = [this, name] { log.append("-").append(name); };
+  }
+  // Hides or disables the second box, which has the focus, from its own key.
+  void ShowAndRemove(const HandScript& then) {
+    form.txtPassword.KeyPress = [this](char16_t&) { GetParam()(form.txtPassword); };
+    Show([&](Hand& hand) {
+      hand.AwaitFocus(u"txtName");
+      hand.Press(ui::kKeyTab);
+      hand.AwaitFocus(u"txtPassword");
+      hand.Type(u"x");
+      then(hand);
+      Leave(hand);
+    });
+  }
+};
+
+TEST_P(FocusContract, LeavesAControlThatGoesForTheFirstThatCanHaveIt) {
+  LogFocus(form.txtName, "n");
+  LogFocus(form.txtPassword, "p");
+  ShowAndRemove([](Hand& hand) { hand.AwaitFocus(u"txtName"); });
+  EXPECT_EQ(log, "+n-n+p-p+n");
+}
+
+TEST_P(FocusContract, GoesWhereTheHandlerOfTheLossLeadsIt) {
+  LogFocus(form.txtName, "n");
+  LogFocus(form.keyTwo, "2");
+  form.txtPassword.LostFocus = [this] {
+    log += "-p";
+    form.keyTwo.SetFocus();
+  };
+  ShowAndRemove([](Hand& hand) { hand.AwaitFocus(u"keyTwo"); });
+  EXPECT_EQ(log, "+n-n-p+2");
+}
+
+TEST_P(FocusContract, StaysWhereItIsWhenAnotherControlGoes) {
+  LogFocus(form.txtName, "n");
+  form.txtName.KeyPress = [this](char16_t&) { GetParam()(form.txtPassword); };
+  Show([](Hand& hand) {
+    hand.AwaitFocus(u"txtName");
+    hand.Type(u"x");
+    hand.Press(ui::kKeyTab);
+    hand.AwaitFocus(u"keyOne");
+    Leave(hand);
+  });
+  EXPECT_EQ(log, "+n-n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, FocusContract,
+                         testing::Values([](ui::Control& c) { c.Visible = false; },
+                                         [](ui::Control& c) { c.Enabled = false; }));
+
 TEST_F(ControlContract, TheTabOrderMayChangeWhileTheFormIsShown) {
   form.keyOne.Click = [&] { form.keyTwo.TabIndex = 0; };
   Show([](Hand& hand) {

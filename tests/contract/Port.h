@@ -22,6 +22,8 @@ class Hand {
   virtual void Type(StringView letters) = 0;  // lower case, into the focused control
   virtual void AccessKey(char16_t letter) = 0;
   virtual void Click(StringView key) = 0;
+  virtual void ClickRow(StringView list, int row) = 0;
+  virtual void DoubleClickRow(StringView list, int row) = 0;
   // Clicks a button whose handler shows another form, in which the script works until it is gone.
   virtual void Open(StringView key, StringView form, const HandScript& script) = 0;
   virtual void AwaitFocus(StringView control) = 0;

@@ -1,5 +1,6 @@
 #include "Person.h"
 #include "contract/Port.h"
+#include "driver/List.h"
 #include "ports/win32/Win32Platform.h"
 #include "ui/Keyboard.h"
 
@@ -25,6 +26,8 @@ class RealHand final : public Hand {
   }
   void AccessKey(char16_t letter) override { person_.Press(KeyOf(letter), VK_MENU); }
   void Click(StringView key) override { person_.Click(person_.Control(window_, key)); }
+  void ClickRow(StringView list, int row) override { ListNamed(list).Click(row); }
+  void DoubleClickRow(StringView list, int row) override { ListNamed(list).DoubleClick(row); }
   void Open(StringView key, StringView form, const HandScript& script) override {
     Click(key);
     RealHand inside(person_, form);
@@ -39,6 +42,10 @@ class RealHand final : public Hand {
   }
 
  private:
+  drive::List ListNamed(StringView list) {
+    return drive::List(drive::Window(person_.Control(window_, list)));
+  }
+
   Person& person_;
   const String form_;
   const HWND window_;

@@ -135,7 +135,9 @@ void ComboPeer::Draw(const DRAWITEMSTRUCT& item) {
   const bool disabled = (item.itemState & ODS_DISABLED) != 0;
   const auto index = static_cast<std::size_t>(item.itemID);
   const bool entry = !field && index < box_.Items().size();
-  const ui::Color back = selected ? ui::SystemColor(COLOR_HIGHLIGHT) : box_.BackColor();
+  const ui::Color back = selected   ? ui::SystemColor(COLOR_HIGHLIGHT)
+                         : disabled ? ui::kButtonFace
+                                    : box_.BackColor();
   const ui::Color fore = selected ? ui::SystemColor(COLOR_HIGHLIGHTTEXT) : box_.ForeColor();
   SetBkColor(item.hDC, ResolveColor(back));
   SetTextColor(item.hDC, disabled ? GetSysColor(COLOR_GRAYTEXT) : ResolveColor(fore));

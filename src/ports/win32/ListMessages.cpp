@@ -17,6 +17,13 @@ double Now() {
   return static_cast<double>(GetTickCount64());
 }
 
+// A quarter of the one colour in the other.
+COLORREF Mixed(COLORREF quarter, COLORREF rest) {
+  const auto part = [](int a, int b) { return (a + 3 * b) / 4; };
+  return RGB(part(GetRValue(quarter), GetRValue(rest)), part(GetGValue(quarter), GetGValue(rest)),
+             part(GetBValue(quarter), GetBValue(rest)));
+}
+
 bool Walks(WPARAM key) {
   return key == VK_UP || key == VK_DOWN || key == VK_HOME || key == VK_END;
 }
@@ -69,19 +76,22 @@ void ListPeer::ItemChanged(const NMLISTVIEW& change) {
   if (!showing_ && selected && change.iItem >= 0) list_.OperatorSelected(change.iItem);
 }
 
-// The system draws a list that is disabled like any other, and a selected row so pale while the
-// keyboard is elsewhere that it is lost on a panel.
+// The system draws a list that is disabled like any other, and while the keyboard is elsewhere a
+// selected row hardly differs from the others: too little for a button that acts on it.
 LRESULT ListPeer::DrawRow(NMLVCUSTOMDRAW& drawing) const {
   if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
   if (drawing.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
-  if (!list_.Enabled()) {
-    drawing.clrText = GetSysColor(COLOR_GRAYTEXT);
-  } else if (list_.DragScrolls &&
-             static_cast<int>(drawing.nmcd.dwItemSpec) == list_.SelectedRow()) {
+  const bool selected = static_cast<int>(drawing.nmcd.dwItemSpec) == list_.SelectedRow();
+  const bool own = selected && (list_.DragScrolls || !list_.Enabled() || GetFocus() != Window());
+  if (own) {
     drawing.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
-    drawing.clrText = GetSysColor(COLOR_HIGHLIGHTTEXT);
-    drawing.clrTextBk = GetSysColor(COLOR_HIGHLIGHT);
+    const bool strong = list_.DragScrolls && list_.Enabled();
+    drawing.clrText = strong ? GetSysColor(COLOR_HIGHLIGHTTEXT) : ResolveColor(list_.ForeColor());
+    drawing.clrTextBk = strong
+                            ? GetSysColor(COLOR_HIGHLIGHT)
+                            : Mixed(GetSysColor(COLOR_HIGHLIGHT), ResolveColor(list_.BackColor()));
   }
+  if (!list_.Enabled()) drawing.clrText = GetSysColor(COLOR_GRAYTEXT);
   return CDRF_DODEFAULT;
 }
 

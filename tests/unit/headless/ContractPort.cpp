@@ -18,6 +18,8 @@ class ScriptedHand final : public Hand {
   void Type(StringView letters) override { op_.Type(letters); }
   void AccessKey(char16_t letter) override { op_.AccessKey(letter); }
   void Click(StringView key) override { op_.Click(key); }
+  void ClickRow(StringView list, int row) override { op_.ClickRow(list, row); }
+  void DoubleClickRow(StringView list, int row) override { op_.DoubleClickRow(list, row); }
   void Open(StringView key, StringView form, const HandScript& script) override {
     Expect(platform_, form, script);
     op_.Click(key);

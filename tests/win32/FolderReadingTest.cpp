@@ -1,0 +1,327 @@
+#include "ports/win32/FolderReading.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "FolderTree.h"
+#include "MachineFilesSupport.h"
+#include "ResourceCounts.h"
+#include "ports/win32/MachineFiles.h"
+#include "ports/win32/System.h"
+
+namespace krx::test {
+
+namespace {
+
+using std::chrono::milliseconds;
+using win32::MachineFiles;
+
+constexpr int kMany = 100000;
+constexpr milliseconds kAtOnce{100};  // far less than a folder of kMany files takes
+
+// What the system's own search finds, in its order.
+ui::FolderPart Search(const String& folder) {
+  ui::FolderPart found;
+  WIN32_FIND_DATAW data{};
+  const String pattern = u"\\\\?\\" + folder + u"\\*";
+  const HANDLE search = FindFirstFileW(win32::Wide(pattern), &data);
+  if (search == INVALID_HANDLE_VALUE) return found;
+  do {
+    const String name(win32::Narrow(data.cFileName, wcslen(data.cFileName)));
+    if (name == u"." || name == u"..") continue;
+    const bool folder_entry = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    (folder_entry ? found.Folders : found.Files).push_back(name);
+  } while (FindNextFileW(search, &data));
+  FindClose(search);
+  return found;
+}
+
+// Work that was given up ends soon, though not at once.
+bool SoonBack(int (*count)(), int expected) {
+  const Stopwatch watch;
+  while (count() > expected && watch.Passed() < milliseconds(5000))
+    Sleep(10);
+  return count() <= expected;
+}
+
+TEST(FolderReading, EverythingButTheFolderAndItsParentIsReadInTheSystemsOrder) {
+  const FolderTree tree;
+  for (const StringView name : {u"zebra", u"Apple", u".config", u"\u00C4rger", u"..2", u"CON"})
+    tree.AddFolder(name);
+  for (const StringView name : {u"b.txt", u"A.TXT", u"hidden", u"nul", u"a;b,[c]"})
+    tree.AddFile(name);
+  SetFileAttributesW(win32::Wide(tree.PathOf(u"hidden")),
+                     FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+  MachineFiles files;
+  const ui::FolderPart all = ReadAll(files, tree.Path());
+  const ui::FolderPart expected = Search(tree.Path());
+  ASSERT_EQ(expected.Folders.size(), 6u);
+  ASSERT_EQ(expected.Files.size(), 5u);
+  EXPECT_EQ(all.Folders, expected.Folders);
+  EXPECT_EQ(all.Files, expected.Files);
+  EXPECT_TRUE(all.Complete);
+}
+
+TEST(FolderReading, AnEmptyFolderIsComplete) {
+  const FolderTree tree;
+  MachineFiles files;
+  const ui::FolderPart all = ReadAll(files, tree.Path());
+  EXPECT_TRUE(all.Complete);
+  EXPECT_TRUE(all.Folders.empty());
+  EXPECT_TRUE(all.Files.empty());
+}
+
+TEST(FolderReading, NamesAreThoseOfTheSystemAndLeadBackToIt) {
+  const std::set<String> names{u"three dots...", u"blank ", u"both. ",    u"\U0001F600 face",
+                               u"\u4E2D\u6587",  u"COM1",   u"percent%20"};
+  const FolderTree tree;
+  for (const String& name : names) {
+    tree.AddFolder(name);
+    tree.AddFile(name + u"\\inside");
+  }
+  MachineFiles files;
+  const ui::FolderPart all = ReadAll(files, tree.Path());
+  EXPECT_EQ(std::set<String>(all.Folders.begin(), all.Folders.end()), names);
+  for (const String& name : all.Folders) {
+    EXPECT_TRUE(files.FolderExists(tree.PathOf(name))) << ToUtf8(name);
+    EXPECT_TRUE(files.FileExists(tree.PathOf(name + u"\\inside"))) << ToUtf8(name);
+    EXPECT_EQ(ReadAll(files, tree.PathOf(name)).Files, std::vector<String>{u"inside"});
+  }
+}
+
+// Not every file system keeps half a surrogate pair.
+TEST(FolderReading, HalfASurrogatePairIsKept) {
+  const FolderTree tree;
+  const String name{u'x', 0xD83D};
+  try {
+    tree.AddFile(name);
+  } catch (const std::exception&) {
+    GTEST_SKIP() << "the file system refuses such names";
+  }
+  MachineFiles files;
+  EXPECT_EQ(ReadAll(files, tree.Path()).Files, std::vector<String>{name});
+  EXPECT_TRUE(files.FileExists(tree.PathOf(name)));
+}
+
+TEST(FolderReading, PathsMayBeLongerThanTheSystemsUsualLimit) {
+  const FolderTree tree;
+  String name;
+  for (char16_t letter = u'a'; letter < u'a' + 12; ++letter) {
+    name += String(name.empty() ? 0 : 1, u'\\') + String(100, letter);
+    tree.AddFolder(name);
+  }
+  tree.AddFile(name + u"\\deep");
+  ASSERT_GT(tree.PathOf(name).size(), 1200u);
+  MachineFiles files;
+  EXPECT_EQ(ReadAll(files, tree.PathOf(name)).Files, std::vector<String>{u"deep"});
+  EXPECT_TRUE(files.FileExists(tree.PathOf(name + u"\\deep")));
+  EXPECT_TRUE(files.FolderExists(tree.PathOf(name)));
+  const String parent = name.substr(0, name.rfind(u'\\'));
+  const auto probe = files.ProbeSubfolders(tree.PathOf(parent), {String(100, u'l')});
+  EXPECT_EQ(probe->Take(kLong), std::vector<bool>{false});
+}
+
+TEST(FolderReading, AFolderThatHangsInsideItselfIsReadAtEveryLevel) {
+  const FolderTree tree;
+  tree.AddFile(u"file");
+  if (!tree.AddLink(u"loop", ".")) GTEST_SKIP() << "no links can be made here";
+  MachineFiles files;
+  String path = tree.Path();
+  for (int level = 0; level < 10; ++level) {
+    const ui::FolderPart all = ReadAll(files, path);
+    EXPECT_EQ(all.Folders, std::vector<String>{u"loop"});
+    EXPECT_EQ(all.Files, std::vector<String>{u"file"});
+    path += u"\\loop";
+  }
+  EXPECT_EQ(files.ProbeSubfolders(tree.Path(), {u"loop"})->Take(kLong), std::vector<bool>{true});
+}
+
+TEST(FolderReading, LinksThatLeadNowhereEndNothing) {
+  const FolderTree tree;
+  tree.AddFile(u"file");
+  if (!tree.AddLink(u"circle", "circle") || !tree.AddLink(u"nowhere", "missing"))
+    GTEST_SKIP() << "no links can be made here";
+  MachineFiles files;
+  const ui::FolderPart all = ReadAll(files, tree.Path());
+  EXPECT_NE(std::find(all.Files.begin(), all.Files.end(), u"file"), all.Files.end());
+  for (const StringView link : {u"circle", u"nowhere"}) {
+    EXPECT_THROW(files.ReadFolder(tree.PathOf(link)), Error);
+    EXPECT_EQ(files.ProbeSubfolders(tree.Path(), {String(link)})->Take(kLong),
+              std::vector<bool>{false});
+  }
+}
+
+class LargeFolder : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    tree_ = new FolderTree;
+    tree_->AddFiles(u"", kMany);
+  }
+  static void TearDownTestSuite() { delete tree_; }
+  const String& Path() const { return tree_->Path(); }
+
+  MachineFiles files_;
+
+ private:
+  static inline FolderTree* tree_ = nullptr;
+};
+
+TEST_F(LargeFolder, ArrivesInPartsInTheSystemsOrder) {
+  const Stopwatch watch;
+  const auto reader = files_.ReadFolder(Path());
+  std::vector<String> names;
+  int parts = 0;
+  for (bool complete = false; !complete && watch.Passed() < kLong;) {
+    const Stopwatch take;
+    ui::FolderPart part = reader->Take(milliseconds(1));
+    EXPECT_LT(take.Passed(), kAtOnce);
+    parts += !part.Files.empty();
+    names.insert(names.end(), part.Files.begin(), part.Files.end());
+    EXPECT_TRUE(part.Folders.empty());
+    complete = part.Complete;
+  }
+  EXPECT_GT(parts, 3);
+  EXPECT_EQ(names.size(), static_cast<std::size_t>(kMany));
+  EXPECT_EQ(names, Search(Path()).Files);
+}
+
+TEST_F(LargeFolder, TheCallThatBeginsToReadReturnsAtOnce) {
+  const Stopwatch watch;
+  const auto reader = files_.ReadFolder(Path());
+  EXPECT_FALSE(reader->Take(milliseconds(0)).Complete);
+  EXPECT_LT(watch.Passed(), kAtOnce);
+}
+
+TEST_F(LargeFolder, AReaderEndsAtOnceAndItsWorkSoon) {
+  const int handles = KernelHandles();
+  auto reader = files_.ReadFolder(Path());
+  reader->Take(milliseconds(1));
+  const Stopwatch watch;
+  reader.reset();
+  EXPECT_LT(watch.Passed(), kAtOnce);
+  // The thread of the pool, with its handles, may stay.
+  EXPECT_TRUE(SoonBack(&KernelHandles, handles + 4));
+}
+
+TEST_F(LargeFolder, TheOwnerMayGoBeforeTheReader) {
+  std::unique_ptr<ui::FolderReader> reader;
+  {
+    MachineFiles gone;
+    reader = gone.ReadFolder(Path());
+  }
+  EXPECT_EQ(reader->Take(kLong).Files.size(), static_cast<std::size_t>(kMany));
+}
+
+TEST_F(LargeFolder, ManyAreReadAtOnce) {
+  std::vector<std::unique_ptr<ui::FolderReader>> readers;
+  for (int i = 0; i < 5; ++i)
+    readers.push_back(files_.ReadFolder(Path()));
+  for (const auto& reader : readers)
+    EXPECT_EQ(reader->Take(kLong).Files.size(), static_cast<std::size_t>(kMany));
+}
+
+TEST(FolderReading, AFolderThatVanishesWhileItIsReadIsCompleteWithWhatItHad) {
+  const FolderTree tree;
+  tree.AddFolder(u"vanishing");
+  tree.AddFiles(u"vanishing", 20000);
+  const ui::FolderPart before = Search(tree.PathOf(u"vanishing"));
+  MachineFiles files;
+  const auto reader = files.ReadFolder(tree.PathOf(u"vanishing"));
+  tree.Remove(u"vanishing");
+  const ui::FolderPart all = reader->Take(kLong);
+  EXPECT_TRUE(all.Complete);
+  EXPECT_LE(all.Files.size(), before.Files.size());
+  EXPECT_TRUE(
+      std::includes(before.Files.begin(), before.Files.end(), all.Files.begin(), all.Files.end()));
+  EXPECT_FALSE(files.FolderExists(tree.PathOf(u"vanishing")));
+}
+
+class ManyFolders : public testing::Test {
+ protected:
+  static constexpr int kFolders = 10000;
+  static void SetUpTestSuite() {
+    tree_ = new FolderTree;
+    tree_->AddFolders(u"", kFolders);
+  }
+  static void TearDownTestSuite() { delete tree_; }
+  const FolderTree& Tree() const { return *tree_; }
+
+  MachineFiles files_;
+
+ private:
+  static inline FolderTree* tree_ = nullptr;
+};
+
+TEST_F(ManyFolders, EachTellsWhetherItHasSubfolders) {
+  const std::vector<String> folders = ReadAll(files_, Tree().Path()).Folders;
+  ASSERT_EQ(folders.size(), static_cast<std::size_t>(kFolders));
+  const auto probe = files_.ProbeSubfolders(Tree().Path(), folders);
+  std::vector<bool> answers;
+  const Stopwatch watch;
+  while (answers.size() < folders.size() && watch.Passed() < kLong) {
+    const std::vector<bool> part = probe->Take(milliseconds(5));
+    answers.insert(answers.end(), part.begin(), part.end());
+  }
+  ASSERT_EQ(answers.size(), folders.size());
+  for (std::size_t i = 0; i < folders.size(); ++i) {
+    const int number = std::stoi(ToUtf8(folders[i].substr(6)));
+    ASSERT_EQ(answers[i], number % 3 == 1) << number;
+  }
+  EXPECT_TRUE(probe->Take(milliseconds(0)).empty());
+}
+
+TEST_F(ManyFolders, AProbeBeginsAndEndsAtOnce) {
+  std::vector<String> folders = ReadAll(files_, Tree().Path()).Folders;
+  const Stopwatch watch;
+  files_.ProbeSubfolders(Tree().Path(), std::move(folders)).reset();
+  EXPECT_LT(watch.Passed(), kAtOnce);
+}
+
+TEST(SubfolderProbing, WhatIsNoFolderOrCannotBeReadHasNoSubfolders) {
+  const FolderTree tree;
+  tree.AddFile(u"file");
+  tree.AddFolder(u"files only");
+  tree.AddFiles(u"files only", 300);
+  tree.AddFolder(u"mixed");
+  tree.AddFiles(u"mixed", 300);
+  tree.AddFolder(u"mixed\\zzz behind all files");
+  MachineFiles files;
+  const auto probe =
+      files.ProbeSubfolders(tree.Path(), {u"file", u"missing", u"files only", u"mixed", u"", u"*"});
+  // An empty name leads to the folder itself, which has some.
+  EXPECT_EQ(probe->Take(kLong), (std::vector<bool>{false, false, false, true, true, false}));
+  EXPECT_EQ(files.ProbeSubfolders(u"Y:\\", {u"a", u"b"})->Take(kLong), std::vector<bool>(2));
+  EXPECT_EQ(files.ProbeSubfolders(tree.Path(), {})->Take(kLong), std::vector<bool>());
+}
+
+void ReadAndProbe(const FolderTree& tree, int rounds) {
+  for (int i = 0; i < rounds; ++i) {
+    MachineFiles files;
+    const std::vector<String> folders = ReadAll(files, tree.Path()).Folders;
+    files.ProbeSubfolders(tree.Path(), folders)->Take(kLong);
+    files.ReadFolder(tree.Path());  // and is given up
+    files.ProbeSubfolders(tree.Path(), folders);
+    EXPECT_THROW(files.ReadFolder(tree.PathOf(u"missing")), Error);
+    files.DriveReady(u"C:");
+    files.VolumeLabel(u"C:");
+  }
+}
+
+TEST(FolderReading, ThousandsOfReadingsLeaveNothingBehind) {
+  const FolderTree tree;
+  tree.AddFolders(u"", 20);
+  tree.AddFiles(u"", 100);
+  ReadAndProbe(tree, 100);
+  Sleep(100);
+  const int handles = KernelHandles();
+  const int blocks = HeapBlocks();
+  ASSERT_GT(blocks, 0);
+  ReadAndProbe(tree, 1000);
+  EXPECT_TRUE(SoonBack(&KernelHandles, handles + 4)) << KernelHandles() - handles;
+  EXPECT_TRUE(SoonBack(&HeapBlocks, blocks + 50)) << HeapBlocks() - blocks;
+}
+
+}  // namespace
+
+}  // namespace krx::test

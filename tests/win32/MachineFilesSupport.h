@@ -1,0 +1,32 @@
+#pragma once
+
+#include <windows.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+
+#include "ui/FileSystem.h"
+
+namespace krx::test {
+
+// A minute: more than any folder of the tests takes.
+constexpr std::chrono::milliseconds kLong{60000};
+
+inline ui::FolderPart ReadAll(ui::FileSystem& files, StringView path) {
+  return files.ReadFolder(path)->Take(kLong);
+}
+
+// How long something took, for tests that nothing waits.
+class Stopwatch {
+ public:
+  std::chrono::milliseconds Passed() const {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begin_);
+  }
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  const Clock::time_point begin_ = Clock::now();
+};
+
+}  // namespace krx::test
