@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "automation/ApartmentSpy.h"
+#include "files/Register.h"
 #include "msgbox/FMessageBox.h"
 #include "users/Register.h"
 
@@ -32,6 +33,7 @@ void ThreadApartment::ThreadEnds() noexcept {
 ThreadApartment::ThreadApartment() {
   msgbox::Register(service_);
   users::Register(service_);
+  files::Register(service_);
   spy_ = com::ComPtr<ApartmentSpy>::Attach(new ApartmentSpy(*this));
   spy_->Start();
   TlsSetValue(slot, this);

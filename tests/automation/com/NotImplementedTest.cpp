@@ -24,14 +24,8 @@ TEST_P(NotImplementedTest, SaysSoAndEmptiesTheResult) {
 }
 
 const Method kMethods[] = {
-    {"KRSelectDirectory",
-     [](IKRXDialog& d, BSTR* t, VARIANT_BOOL*) { return d.KRSelectDirectory({}, -1, {}, t); }},
     {"KRSelectDirectoryTouch",
      [](IKRXDialog& d, BSTR* t, VARIANT_BOOL*) { return d.KRSelectDirectoryTouch({}, -1, {}, t); }},
-    {"KRSaveFileAs",
-     [](IKRXDialog& d, BSTR* t, VARIANT_BOOL*) { return d.KRSaveFileAs({}, {}, {}, -1, {}, t); }},
-    {"KROpenFile",
-     [](IKRXDialog& d, BSTR* t, VARIANT_BOOL*) { return d.KROpenFile({}, {}, {}, -1, {}, t); }},
     {"KROpenFileTouch", [](IKRXDialog& d, BSTR* t,
                            VARIANT_BOOL*) { return d.KROpenFileTouch({}, {}, {}, -1, {}, t); }},
 };
