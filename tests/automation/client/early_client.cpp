@@ -98,23 +98,6 @@ void Quit() {
   Print("quit " + std::to_string(message.wParam));
 }
 
-// Status of every method whose dialog does not exist.
-void NotImplemented() {
-  const krx::client::BasicString empty(L"");
-  BSTR text = nullptr;
-  VARIANT_BOOL truth = VARIANT_FALSE;
-  Dialogs& d = *dialogs;
-  Print("KRSelectDirectory " + Hex(d->KRSelectDirectory(empty, VARIANT_TRUE, empty, &text)));
-  Print("KRSelectDirectoryTouch " +
-        Hex(d->KRSelectDirectoryTouch(empty, VARIANT_TRUE, empty, &text)));
-  Print("KRSaveFileAs " + Hex(d->KRSaveFileAs(empty, empty, empty, VARIANT_TRUE, empty, &text)));
-  Print("KROpenFile " + Hex(d->KROpenFile(empty, empty, empty, VARIANT_TRUE, empty, &text)));
-  Print("KROpenFileTouch " +
-        Hex(d->KROpenFileTouch(empty, empty, empty, VARIANT_TRUE, empty, &text)));
-  Print("KRAddUser " + Hex(d->KRAddUser(&truth)));
-  Print("KRUser " + Hex(d->KRUser()));
-}
-
 // Status and text of two failures.
 void Failures() {
   long result = -1;
@@ -128,7 +111,6 @@ const std::map<std::string, std::function<void()>> kModes{
     {"nested", Nested},
     {"windows", Windows},
     {"quit", Quit},
-    {"not-implemented", NotImplemented},
     {"failures", Failures},
 };
 

@@ -45,14 +45,6 @@ TEST_F(EarlyBound, AQuitThatComesWhileABoxIsUpReachesTheClientsOwnLoop) {
   EXPECT_EQ(Printed(), (Lines{"result 6", "quit 7"}));
 }
 
-TEST_F(EarlyBound, MethodsWithoutTheirDialogReturnNotImplemented) {
-  RunProgram("early_client.exe not-implemented");
-  const Lines lines = Printed();
-  EXPECT_EQ(lines.size(), 7u);
-  for (const std::string& line : lines)
-    EXPECT_TRUE(line.ends_with(" 80004001")) << line;
-}
-
 TEST_F(EarlyBound, FailuresArriveAsStatusWithAnErrorObject) {
   RunProgram("early_client.exe failures");
   EXPECT_EQ(Printed(), (Lines{"mismatch 800A000D", "with text", "no place for a host 80004003"}));

@@ -75,12 +75,6 @@ TEST_F(Errors, AMissingRuntimeReachesTheClientAsAnErrorWithText) {
   EXPECT_EQ(lines[2], "The runtime's class FontService is not registered");
 }
 
-TEST_F(Errors, AMethodWithoutItsDialogIsNotImplemented) {
-  // 0x80004001
-  RunScript(Try("Dialogs.KRUser"));
-  EXPECT_EQ(Printed().at(0), "-2147467263");
-}
-
 TEST_F(Errors, AnUnknownMemberIsRefused) {
   RunScript(Try("Dialogs.NoSuchMethod"));
   EXPECT_EQ(Printed().at(0), "438");
