@@ -308,7 +308,7 @@ void ReadAndProbe(const FolderTree& tree, int rounds) {
   }
 }
 
-TEST(FolderReading, ThousandsOfReadingsLeaveNothingBehind) {
+TEST(FolderReading, AThousandReadingsLeaveNothingBehind) {
   const FolderTree tree;
   tree.AddFolders(u"", 20);
   tree.AddFiles(u"", 100);

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstdio>
-#include <filesystem>
 #include <stdexcept>
 
 #include "ports/win32/System.h"
@@ -21,6 +20,40 @@ String Numbered(const char* pattern, int number) {
   std::array<char, 32> name{};
   std::snprintf(name.data(), name.size(), pattern, number);
   return String(name.begin(), name.begin() + std::char_traits<char>::length(name.data()));
+}
+
+String TemporaryFolder() {
+  std::array<wchar_t, MAX_PATH> folder{};
+  const DWORD length = GetTempPathW(static_cast<DWORD>(folder.size()), folder.data());
+  return String(win32::Narrow(folder.data(), length));
+}
+
+String UniqueNumber(int number) {
+  return ToString(static_cast<int>(GetCurrentProcessId())) + u' ' + ToString(number);
+}
+
+// Links are removed and not followed.
+void RemoveAll(const std::wstring& folder) {
+  WIN32_FIND_DATAW data{};
+  const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &data);
+  if (search != INVALID_HANDLE_VALUE) {
+    do {
+      const std::wstring name = data.cFileName;
+      const std::wstring path = folder + L'\\' + name;
+      const bool is_folder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+      const bool is_link = (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+      if (name == L"." || name == L"..") continue;
+      if (!is_folder) {
+        DeleteFileW(path.c_str());
+      } else if (is_link) {
+        RemoveDirectoryW(path.c_str());
+      } else {
+        RemoveAll(path);
+      }
+    } while (FindNextFileW(search, &data));
+    FindClose(search);
+  }
+  RemoveDirectoryW(folder.c_str());
 }
 
 std::string Slashes(StringView name) {
@@ -41,36 +74,37 @@ std::string HostPath(const String& path) {
   return host;
 }
 
+// Wine gives no handle of a process of its host, so the shell leaves a file when it is done.
 bool RunHostShell(const std::string& line) {
-  std::wstring command = L"Z:\\bin\\sh -c \"" + std::wstring(line.begin(), line.end()) + L"\"";
+  static int number = 0;
+  const String mark = TemporaryFolder() + u"krx done " + UniqueNumber(++number);
+  const std::string host_mark = HostPath(mark);
+  if (host_mark.empty()) return false;
+  const std::string script =
+      "(" + line + ") && touch '" + host_mark + ".ok'; touch '" + host_mark + "'";
+  std::wstring command = L"Z:\\bin\\sh -c \"" + std::wstring(script.begin(), script.end()) + L"\"";
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION process{};
   if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                       &startup, &process))
     return false;
-  DWORD code = 1;
-  WaitForSingleObject(process.hProcess, INFINITE);
-  GetExitCodeProcess(process.hProcess, &code);
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
-  return code == 0;
+  for (int waited = 0; !DeleteFileW(win32::Wide(mark)); waited += 5) {
+    if (waited > 60000) return false;
+    Sleep(5);
+  }
+  return DeleteFileW(win32::Wide(mark + u".ok")) != 0;
 }
 
 FolderTree::FolderTree() {
   static int number = 0;
-  std::array<wchar_t, MAX_PATH> temporary{};
-  const DWORD length = GetTempPathW(static_cast<DWORD>(temporary.size()), temporary.data());
-  path_ = win32::Narrow(temporary.data(), length);
-  path_ +=
-      u"krx tree " + ToString(static_cast<int>(GetCurrentProcessId())) + u' ' + ToString(++number);
+  path_ = TemporaryFolder() + u"krx tree " + UniqueNumber(++number);
   if (!CreateDirectoryW(win32::Wide(path_), nullptr)) throw std::runtime_error("no folder");
 }
 
 FolderTree::~FolderTree() {
   if (Shell("cd .. && rm -rf '" + HostPath(path_) + "'")) return;
-  std::error_code ignored;
-  std::filesystem::remove_all(Literal(path_), ignored);
+  RemoveAll(Literal(path_));
 }
 
 bool FolderTree::Shell(const std::string& line) const {
@@ -121,7 +155,7 @@ bool FolderTree::AddLink(StringView name, const char* target) const {
 
 void FolderTree::Remove(StringView name) const {
   if (Shell("rm -rf '" + Slashes(name) + "'")) return;
-  std::filesystem::remove_all(Literal(PathOf(name)));
+  RemoveAll(Literal(PathOf(name)));
 }
 
 }  // namespace krx::test

@@ -39,8 +39,9 @@ class EmptyDrive {
 class LocalShare {
  public:
   explicit LocalShare(const String& folder) : host_(HostPath(u"C:\\")) {
-    if (host_.empty()) return;
-    host_ += "../unc";
+    // Wine keeps shares next to the links that are its drives.
+    host_ = host_.substr(0, host_.rfind("c:")) + "unc";
+    if (HostPath(folder).empty()) return;
     made_ = RunHostShell("mkdir -p '" + host_ + "/krx-server' && ln -sfn '" + HostPath(folder) +
                          "' '" + host_ + "/krx-server/share'");
   }

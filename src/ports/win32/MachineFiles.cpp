@@ -11,6 +11,7 @@ namespace krx::win32 {
 namespace {
 
 constexpr int kLetters = 26;
+constexpr DWORD kNoSuchDevice = 433;  // has no name in every set of headers
 
 // Why a path leads nowhere, as the runtime numbers it.
 enum class Refusal { PathNotFound = 76, DeviceUnavailable = 68, PermissionDenied = 70 };
@@ -79,7 +80,7 @@ Refusal RefusalOf(DWORD failure) {
     case ERROR_SEM_TIMEOUT:
     case ERROR_UNRECOGNIZED_VOLUME:
     case ERROR_FILE_INVALID:
-    case ERROR_NO_SUCH_DEVICE:
+    case kNoSuchDevice:
     case ERROR_NO_MEDIA_IN_DRIVE:
     case ERROR_IO_DEVICE:
     case ERROR_DEVICE_NOT_CONNECTED:
