@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "ControlsForm.h"
+#include "ListsForm.h"
+#include "Person.h"
 #include "ResourceCounts.h"
 
 namespace krx::test {
@@ -8,27 +10,57 @@ namespace krx::test {
 namespace {
 
 constexpr int kWarmUp = 50;
-constexpr int kForms = 1000;
-constexpr int kNames = 20;
 
-// Every form opens its list, is given texts and closes itself as soon as it is shown.
-void OpenForms(ui::Platform& platform, int count) {
-  for (int i = 0; i < count; ++i) {
-    ControlsForm form(platform);
-    form.AddNames(kNames);
-    form.Paint = [&] {
-      form.txtPassword.Text = Password(u"secret");
-      form.cboName.Select(1);
-      form.cboName.Enabled = false;
-      form.Unload();
-    };
-    form.ShowModal();
-  }
+// How to open a form, and how often.
+struct Opening {
+  void (*Open)(ui::Platform&);
+  int Forms;
+};
+
+// A form whose list drops down, which is given texts and closes itself as soon as it is shown.
+void OpenInputs(ui::Platform& platform) {
+  ControlsForm form(platform);
+  form.AddNames(20);
+  form.Paint = [&] {
+    SendMessageW(Person().FindControl(GetActiveWindow(), u"cboName"), CB_SHOWDROPDOWN, TRUE, 0);
+    EXPECT_TRUE(form.cboName.DroppedDown);
+    form.txtPassword.Text = Password(u"secret");
+    form.cboName.Select(1);
+    form.cboName.Enabled = false;
+    form.Unload();
+  };
+  form.ShowModal();
 }
 
-TEST(Leaks, AThousandFormsWithAllControlsLeaveNothingBehind) {
+// A form whose lists are filled, scrolled, given other columns and fonts, and emptied.
+void OpenLists(ui::Platform& platform) {
+  ListsForm form(platform);
+  form.grd.SetRows(ListsForm::FingerRows(50));
+  form.lst.Resize(1000);
+  form.fra.Caption = u"&Frame";
+  form.Paint = [&] {
+    form.lvw.SetRows(ListsForm::Rows(100));
+    form.lvw.SelectRow(90);
+    form.lvw.EnsureVisible(90);
+    form.lvw.Columns = {{u"One", 900}};
+    form.lst.Font = Font{u"Tahoma", 12};
+    form.lst.TopRow = 500;
+    form.grd.Clear();
+    form.grd.Enabled = false;
+    form.Unload();
+  };
+  form.ShowModal();
+}
+
+class FormLeaks : public testing::TestWithParam<Opening> {};
+
+TEST_P(FormLeaks, ManyFormsLeaveNothingBehind) {
   win32::Win32Platform platform;
-  OpenForms(platform, kWarmUp);
+  const auto open = [&](int count) {
+    for (int i = 0; i < count; ++i)
+      GetParam().Open(platform);
+  };
+  open(kWarmUp);
   const int windows = Windows();
   const int objects = GdiObjects();
   const int handles = KernelHandles();
@@ -36,14 +68,17 @@ TEST(Leaks, AThousandFormsWithAllControlsLeaveNothingBehind) {
   const int blocks = HeapBlocks();
   ASSERT_GT(handles, 0);
   ASSERT_GT(blocks, 0);
-  OpenForms(platform, kForms);
+  open(GetParam().Forms);
   EXPECT_EQ(Windows(), windows);
   EXPECT_EQ(GdiObjects(), objects);
   EXPECT_EQ(KernelHandles(), handles);
   EXPECT_EQ(NameAtoms(), atoms);
-  // A block that every form leaves would make a thousand.
-  EXPECT_LT(HeapBlocks() - blocks, kForms / 10);
+  // A block that every form leaves would make as many as there were forms.
+  EXPECT_LT(HeapBlocks() - blocks, GetParam().Forms / 5);
 }
+
+INSTANTIATE_TEST_SUITE_P(Controls, FormLeaks,
+                         testing::Values(Opening{&OpenInputs, 500}, Opening{&OpenLists, 200}));
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "ListsForm.h"
 #include "Person.h"
@@ -81,6 +82,24 @@ TEST_F(Grids, RowsGrowWithTheFont) {
   Work([this](Person&, const List& list) {
     const RECT row = list.RowBounds(0);
     EXPECT_GE(static_cast<float>(row.bottom - row.top) * platform.TwipsPerPixel(), 600);
+  });
+}
+
+TEST_F(Grids, RowsAndColumnsGrowWithTheResolutionOfTheMonitor) {
+  form.grd.SelectRow(3);
+  Work([this](Person& person, const List& list) {
+    const HWND window = GetParent(list.TheWindow().Handle());
+    const int before = list.ColumnWidth(0);
+    RECT place{};
+    GetWindowRect(window, &place);
+    const auto dpi = static_cast<int>(std::lround(1440 / platform.TwipsPerPixel())) * 3 / 2;
+    SendMessageW(window, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
+    const RECT row = list.RowBounds(0);
+    EXPECT_GE((row.bottom - row.top) * 1440 / dpi, 397);
+    EXPECT_NEAR(list.ColumnWidth(0), before * 3 / 2, 1);
+    EXPECT_EQ(list.Selected(), 3);
+    person.Press(VK_DOWN);
+    person.Await([&] { return list.Selected() == 4; }, "the next row");
   });
 }
 

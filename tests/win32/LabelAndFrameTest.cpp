@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "ControlsForm.h"
 #include "Person.h"
@@ -74,6 +76,54 @@ TEST_F(LabelAndFrame, TheFrameLiesBehindItsFieldsAndHasTheFormsColor) {
                  "the frame's inside");
   });
   EXPECT_EQ(form.Cancels, 1);
+}
+
+// Colours of a row of pixels.
+std::vector<COLORREF> Line(HWND window, int y) {
+  RECT area{};
+  GetClientRect(window, &area);
+  std::vector<COLORREF> colors;
+  for (int x = 0; x < area.right; ++x)
+    colors.push_back(ColorAt(window, x, y));
+  return colors;
+}
+
+TEST_F(LabelAndFrame, ACaptionStandsInTheUpperEdgeWhichIsHalfALineLower) {
+  const COLORREF face = GetSysColor(COLOR_BTNFACE);
+  const auto blank = [&](const std::vector<COLORREF>& line) {
+    return std::all_of(line.begin(), line.end(), [&](COLORREF c) { return c == face; });
+  };
+  form.fra.Caption = u"Gr&uppe";
+  Work([&](Person& person, HWND window) {
+    const HWND frame = person.Control(window, u"fra");
+    EXPECT_EQ(TextOf(frame), u"Gr&uppe");
+    const auto pixels = [&](Twips length) {
+      return static_cast<int>(std::lround(length / platform.TwipsPerPixel()));
+    };
+    const int line = pixels(platform.MeasureText(form.fra.Font(), u"").Height);
+    const int edge = line / 2;
+    person.Await([&] { return ColorAt(frame, 2, edge) != face; }, "the edge");
+    // Above the edge there is the caption alone, beside it nothing.
+    EXPECT_EQ(ColorAt(frame, 2, 0), face);
+    EXPECT_EQ(ColorAt(frame, 0, edge - 2), face);
+    EXPECT_FALSE(blank(Line(frame, edge - 2)));
+    // The edge leaves room for the caption.
+    const auto colors = Line(frame, edge);
+    EXPECT_NE(colors[2], face);
+    EXPECT_NE(colors[colors.size() - 4], face);
+    EXPECT_GT(std::count(colors.begin(), colors.end(), face), line);
+    person.Press(VK_TAB);
+  });
+}
+
+TEST_F(LabelAndFrame, TheFrameFollowsItsCaption) {
+  form.Soon([&] { form.fra.Caption = u"&User"; });
+  Work([&](Person& person, HWND window) {
+    const HWND frame = person.Control(window, u"fra");
+    person.Await([&] { return TextOf(frame) == u"&User"; }, "the caption");
+    person.Press('U', VK_MENU);
+    person.AwaitFocus(person.Control(window, u"cboName"));
+  });
 }
 
 TEST_F(LabelAndFrame, ReadOnlyBoxesHaveTheColorOfButtons) {

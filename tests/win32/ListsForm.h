@@ -42,7 +42,8 @@ class FolderList final : public ui::RowList {
   mutable String text_;
 };
 
-// A form with a report, a touch grid, a plain list and both combo boxes; Esc closes it.
+// A form with a report, a touch grid, a plain list, both combo boxes and a frame with a caption;
+// Esc closes it.
 class ListsForm : public ui::Form {
  public:
   explicit ListsForm(ui::Platform& platform) : Form(platform, u"FLists") {
@@ -55,6 +56,8 @@ class ListsForm : public ui::Form {
     lst.Place({120, 3300, 4200, 2400});
     cbo.Place({4500, 3300, 2000, 330});
     cboTouch.Place({6700, 3300, 2000, 480});
+    fra.Place({4500, 4100, 2000, 1200});
+    fra.Caption = u"&Frame";
     keyOK.Place({180, 6000, 1215, 375});
     keyOK.Caption = u"&OK";
     keyClose.Place({8600, 6000, 240, 240});
@@ -98,6 +101,7 @@ class ListsForm : public ui::Form {
   FolderList lst{*this, u"lst"};
   ui::ComboBox cbo{*this, u"cbo"};
   ui::KRXComboBox cboTouch{*this, u"cboTouch"};
+  ui::Frame fra{*this, u"fra"};
   ui::KRXKey keyOK{*this, u"keyOK"};
   ui::KRXKey keyClose{*this, u"keyClose"};
   ui::Timer tmrOnce{*this, u"tmrOnce"};

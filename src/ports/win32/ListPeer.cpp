@@ -28,6 +28,23 @@ class Flag {
   bool before_;
 };
 
+// The system draws scroll bars and rows anew at every step, milliseconds each; in this stretch it
+// draws once, at the end. A hidden window would be shown by that.
+class DrawnOnce {
+ public:
+  explicit DrawnOnce(HWND window) : window_(IsWindowVisible(window) ? window : nullptr) {
+    if (window_) SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
+  }
+  ~DrawnOnce() {
+    if (window_) SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
+  }
+  DrawnOnce(const DrawnOnce&) = delete;
+  DrawnOnce& operator=(const DrawnOnce&) = delete;
+
+ private:
+  HWND window_;
+};
+
 }  // namespace
 
 ListPeer::ListPeer(Toolkit& toolkit, FormPeer& form, ui::RowList& list)
@@ -66,9 +83,11 @@ void ListPeer::UpdateContent(ui::Aspect aspect) {
       Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(list_.RowInView()), FALSE);
       return AdoptTop();
     case ui::Aspect::Columns:
-    case ui::Aspect::Font:
+    case ui::Aspect::Font: {
+      const DrawnOnce drawn(Window());
       SizeRows();
       return ShowColumns();
+    }
     default:
       return;
   }
@@ -104,7 +123,9 @@ int ListPeer::RowHeight() const {
 }
 
 void ListPeer::SizeRows() {
-  RowImages images(form_.Scale(), RowHeight(), list_.HasImages());
+  const int height = RowHeight();
+  if (images_.Suit(form_.Scale(), height, list_.HasImages())) return;
+  RowImages images(form_.Scale(), height, list_.HasImages());
   Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images.List()));
   images_ = std::move(images);  // the window has let go of the old ones
 }
@@ -112,10 +133,11 @@ void ListPeer::SizeRows() {
 void ListPeer::ShowRows() {
   {
     const Flag showing(showing_);
+    const DrawnOnce drawn(Window());
     Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list_.RowCount()),
          LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
+    SizeColumns();
   }
-  SizeColumns();
   ShowSelection();
   ShowTop();
   InvalidateRect(Window(), nullptr, FALSE);

@@ -86,7 +86,8 @@ void AddPictures(HIMAGELIST list, int size, int height) {
 
 }  // namespace
 
-RowImages::RowImages(Scale scale, int row_height, bool visible) {
+RowImages::RowImages(Scale scale, int row_height, bool visible)
+    : scale_(scale), row_height_(row_height), visible_(visible) {
   const int size = visible ? scale.Thickness(kPicture) : 1;
   const int height = std::max(row_height, size);
   list_.reset(ImageList_Create(size, height, ILC_COLOR24 | ILC_MASK,

@@ -19,6 +19,10 @@ class RowImages {
   RowImages() = default;
   // Pictures for rows of this height in pixels, with room for them where `visible` asks for it.
   RowImages(Scale scale, int row_height, bool visible);
+  // Whether these are the pictures that would be made so.
+  bool Suit(Scale scale, int row_height, bool visible) const {
+    return list_ && scale == scale_ && row_height == row_height_ && visible == visible_;
+  }
 
   HIMAGELIST List() const { return list_.get(); }
   // Number of a picture in the list; I_IMAGENONE without one.
@@ -28,6 +32,9 @@ class RowImages {
   struct Destroyer {
     void operator()(HIMAGELIST list) const { ImageList_Destroy(list); }
   };
+  Scale scale_;
+  int row_height_ = 0;
+  bool visible_ = false;
   std::unique_ptr<std::remove_pointer_t<HIMAGELIST>, Destroyer> list_;
 };
 
