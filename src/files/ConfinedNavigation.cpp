@@ -96,14 +96,14 @@ void ConfinedNavigation::Click() {
   const std::optional<String> field = dialog_.PathField();
   const bool inside =
       !dialog_.Confined() || ContainsStart(entry) || (field && Contains(entry, *field));
-  Open(entry);
+  moved_ = Open(entry) || !inside;
   if (!inside) entry = TurnBack() ? start_ : Entry();
   dialog_.Show(entry);
 }
 
 // The first click has opened an entry; the second one fell on whatever came to lie there.
 void ConfinedNavigation::DoubleClick() {
-  Skip([&] { list_.ListIndex = ui::DirListBox::kOpenEntry; });
+  if (moved_) Skip([&] { list_.ListIndex = ui::DirListBox::kOpenEntry; });
   dialog_.Show(Entry());
 }
 

@@ -46,6 +46,7 @@ class ConfinedNavigation {
   String start_;
   String opened_;              // what the start directory came to
   bool pressed_here_ = false;  // a key went down while the list had the focus
+  bool moved_ = false;         // the last click made other rows of the list
 };
 
 }  // namespace krx::files

@@ -330,6 +330,8 @@ TEST_F(SelectDirectoryTest, ADirectoryWithoutAccessStaysClosedWithoutAWord) {
     op.Press(kKeyRight);
     EXPECT_EQ(list.Path(), u"C:\\Data");
     EXPECT_EQ(TextOf(op, u"txtDirectory"), u"C:\\Data\\Secret");
+    op.DoubleClickRow(u"dirSelect", RowOf(list, u"C:\\Data\\Secret"));
+    EXPECT_EQ(TextOf(op, u"txtDirectory"), u"C:\\Data\\Secret");
     op.Click(u"keyCancel");
   });
 }
