@@ -21,7 +21,7 @@ FDirectorySelectTouch::FDirectorySelectTouch(service::Apartment& apartment)
   FocusControl = &grdFolders;
   LoadStep = [this] {
     LoadTexts();
-    CalcPositions();
+    service::Skip([this] { CalcPositions(); });
     GetDrives();
     EndStart();
   };

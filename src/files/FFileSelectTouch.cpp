@@ -50,7 +50,7 @@ FFileSelectTouch::FFileSelectTouch(service::Apartment& apartment)
   FocusControl = &grdFolders;
   LoadStep = [this] {
     LoadLook();
-    CalcPositions();
+    service::Skip([this] { CalcPositions(); });
     GetDrives();
     EndStart();
   };
