@@ -86,7 +86,7 @@ TEST_F(TouchFailures, DirectoryDialog) {
       [this] {
         return dialog->KRSelectDirectoryTouch({u"C:\\Data\\Logs", true, {}});
       },
-      2, 60);
+      3, 3 + 19 + 5 + 20);
 }
 
 // Nine texts with their service and the measured caption before the form is shown (a filter without
