@@ -52,6 +52,12 @@ Function AllEntries()
     Array("Add a user", "KRAddUser"), _
     Array("User overview", "KRUser"), _
     Array("Log on by list", "KRUserLogOnCombo"), _
+    Array("Select a directory", "KRSelectDirectory", "C:\windows\system32", True, ""), _
+    Array("Select a directory below the start directory only", "KRSelectDirectory", "C:\windows", False, "Below"), _
+    Array("Open a file", "KROpenFile", "", "C:\windows", "Settings|*.ini|All files|*.*"), _
+    Array("Save a file", "KRSaveFileAs", "report.txt", "C:\windows", "Text|*.txt|All files|*.*"), _
+    Array("Select a directory by touch", "KRSelectDirectoryTouch", "C:\windows\system32"), _
+    Array("Open a file by touch", "KROpenFileTouch", "win.ini", "C:\windows\system32", ""), _
     Array("Deutsch einschalten", "Language", "de"), _
     Array("Ja, Nein und Abbrechen", "KRMsgBox", umlauts & "?", 3 + Question, "Gr" & Chr(246) & Chr(223) & "e"), _
     Array("Abbrechen, Wiederholen und Ignorieren", "KRMsgBox", "Das Laufwerk antwortet nicht.", 2 + Stop_, "Laufwerk 4"), _
@@ -61,6 +67,10 @@ Function AllEntries()
     Array("Anmelden mit Liste", "KRUserLogOnCombo"), _
     Array("Benutzer hinzuf" & Chr(252) & "gen", "KRAddUser"), _
     Array("Benutzer" & Chr(252) & "bersicht", "KRUser"), _
+    Array("Verzeichnis ausw" & Chr(228) & "hlen", "KRSelectDirectory", "C:\windows", True, ""), _
+    Array("Datei " & Chr(246) & "ffnen", "KROpenFile", "", "C:\windows", "Text|*.ini|Alle Dateien|*.*"), _
+    Array("Verzeichnis mit dem Finger", "KRSelectDirectoryTouch", "C:\windows\system32"), _
+    Array("Datei mit dem Finger", "KROpenFileTouch", "win.ini", "C:\windows\system32", ""), _
     Array("Switch to English", "Language", "en"), _
     Array("Settings of a touch panel", "Panel", True), _
     Array("Panel: Yes, No and Cancel", "KRMsgBox", "Save before closing?", 3 + Question, "Recipe"), _
@@ -71,6 +81,10 @@ Function AllEntries()
     Array("Panel: log on by list", "KRUserLogOnCombo"), _
     Array("Panel: add a user", "KRAddUser"), _
     Array("Panel: user overview", "KRUser"), _
+    Array("Panel: select a directory", "KRSelectDirectory", "C:\windows\system32", True, ""), _
+    Array("Panel: open a file", "KROpenFile", "", "C:\windows", "Settings|*.ini|All files|*.*"), _
+    Array("Panel: select a directory by touch", "KRSelectDirectoryTouch", "C:\windows\system32"), _
+    Array("Panel: open a file by touch", "KROpenFileTouch", "win.ini", "C:\windows\system32", ""), _
     Array("Settings of a desktop", "Panel", False))
 End Function
 
@@ -123,6 +137,16 @@ Function Outcome(entry)
     Case "KRUser"
       Dialogs.KRUser
       Outcome = "closed"
+    Case "KRSelectDirectory"
+      Outcome = Dialogs.KRSelectDirectory(entry(2), entry(3), entry(4))
+    Case "KRSelectDirectoryTouch"
+      Outcome = Dialogs.KRSelectDirectoryTouch(entry(2))
+    Case "KROpenFile"
+      Outcome = Dialogs.KROpenFile(entry(2), entry(3), entry(4))
+    Case "KRSaveFileAs"
+      Outcome = Dialogs.KRSaveFileAs(entry(2), entry(3), entry(4))
+    Case "KROpenFileTouch"
+      Outcome = Dialogs.KROpenFileTouch(entry(2), entry(3), entry(4))
     Case "Users"
       Outcome = CreateUsers()
     Case "Language"
