@@ -1,3 +1,5 @@
+#include <vector>
+
 #include "ContractTest.h"
 
 namespace krx::test {
@@ -19,6 +21,20 @@ TEST_F(MeasuringContract, LinesAddUpAndTheWidestOneCounts) {
   const Size three = platform.MeasureText(font, u"i\nwide line\n");
   EXPECT_FLOAT_EQ(three.Height, 3 * line.Height);
   EXPECT_FLOAT_EQ(three.Width, line.Width);
+}
+
+TEST_F(MeasuringContract, TheWidestOfManyTextsIsAsWideAsItIsAlone) {
+  const Font font;
+  const std::vector<String> texts{u"short", u"", u"by far the widest of them", u"middling", u"W"};
+  const auto text = [&](std::size_t i) { return StringView(texts[i]); };
+  EXPECT_FLOAT_EQ(platform.WidestText(font, texts.size(), text),
+                  platform.MeasureText(font, texts[2]).Width);
+  EXPECT_FLOAT_EQ(platform.WidestText(font, 2, text), platform.MeasureText(font, texts[0]).Width);
+  EXPECT_EQ(platform.WidestText(font, 0, text), 0);
+  Font bold = font;
+  bold.Weight = 700;
+  EXPECT_FLOAT_EQ(platform.WidestText(bold, texts.size(), text),
+                  platform.MeasureText(bold, texts[2]).Width);
 }
 
 TEST_F(MeasuringContract, EqualCharactersAreEquallyWide) {

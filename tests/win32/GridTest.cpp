@@ -4,46 +4,24 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ListsForm.h"
-#include "Person.h"
-#include "driver/List.h"
+#include "ListsTest.h"
 
 namespace krx::test {
 
 namespace {
 
-using drive::List;
 using std::chrono::milliseconds;
 
 constexpr milliseconds kRest{150};  // after which a drag is no push any more
 
-class Grids : public testing::Test {
+class Grids : public ListsTest {
  protected:
   Grids() {
     form.grd.TabIndex = 0;
     form.grd.SetRows(ListsForm::FingerRows(200));
-    form.grd.SelectionChanged = [this] { Note("S", form.grd.SelectedRow()); };
-    form.grd.RowClick = [this](int row) { Note("C", row); };
-    form.grd.RowDoubleClick = [this](int row) { Note("D", row); };
+    NoteRows(form.grd);
   }
-  void Note(const char* what, int number) {
-    events += what;
-    events += std::to_string(number);
-    events += ' ';
-  }
-  // The person acts with the focus in the grid; Esc leaves.
-  void Work(const std::function<void(Person&, const List&)>& person) {
-    ShowWith(form, [&](Person& somebody) {
-      const HWND grid = somebody.Control(somebody.AwaitForm(u"FLists"), u"grd");
-      somebody.AwaitFocus(grid);
-      person(somebody, List(drive::Window(grid)));
-      somebody.Press(VK_ESCAPE);
-    });
-    EXPECT_EQ(form.Cancels, 1);
-  }
-  void Await(Person& person, const std::string& wanted) {
-    person.Await([&] { return events == wanted; }, wanted);
-  }
+  void Work(const std::function<void(Person&, const List&)>& person) { WorkWith(form.grd, person); }
   static POINT PointOn(const List& list, int row) {
     const RECT bounds = list.RowBounds(row);
     return {bounds.left + 60, (bounds.top + bounds.bottom) / 2};
@@ -62,10 +40,6 @@ class Grids : public testing::Test {
         "the rows at rest");
     return top;
   }
-
-  win32::Win32Platform platform;
-  ListsForm form{platform};
-  std::string events;
 };
 
 TEST_F(Grids, RowsAreNeverLowerThanAFinger) {
@@ -221,9 +195,8 @@ TEST_F(Grids, RowsThatComeWhileAFingerDragsDoNotStopIt) {
 
 TEST_F(Grids, ADisabledGridIsNotDragged) {
   form.grd.Enabled = false;
-  ShowWith(form, [](Person& person) {
-    const HWND window = person.AwaitForm(u"FLists");
-    const List list{drive::Window(person.Control(window, u"grd"))};
+  ShowWith(form, [this](Person& person) {
+    const List list = ListOf(person, form.grd);
     person.DragTo(PointOn(list, 5), PointOn(list, 1), kRest);
     EXPECT_EQ(list.Top(), 0);
     person.Press(VK_ESCAPE);
@@ -235,12 +208,14 @@ TEST_F(Grids, AGridDisabledUnderTheFingerLetsGo) {
   form.grd.MouseMove = [this](int button, int, Twips, Twips) {
     if (button != 0) form.grd.Enabled = false;
   };
-  ShowWith(form, [](Person& person) {
-    const HWND window = person.AwaitForm(u"FLists");
-    const List list{drive::Window(person.Control(window, u"grd"))};
+  ShowWith(form, [this](Person& person) {
+    const List list = ListOf(person, form.grd);
     person.DragTo(PointOn(list, 5), PointOn(list, 1), kRest);
-    person.AwaitFocus(person.Control(window, u"lvw"));
-    EXPECT_EQ(GetCapture(), nullptr);
+    person.AwaitFocus(ListOf(person, form.lvw).TheWindow().Handle());
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(list.TheWindow().Handle(), nullptr), &info);
+    EXPECT_EQ(info.hwndCapture, nullptr);
     EXPECT_EQ(Rest(person, list), list.Top());
     person.Press(VK_ESCAPE);
   });

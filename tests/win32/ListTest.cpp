@@ -3,50 +3,22 @@
 
 #include <commctrl.h>  // builds on the one above
 
-#include "ListsForm.h"
-#include "Person.h"
-#include "driver/List.h"
+#include "ListsTest.h"
 #include "ui/Keyboard.h"
 
 namespace krx::test {
 
 namespace {
 
-using drive::List;
-
-class Lists : public testing::Test {
+class Lists : public ListsTest {
  protected:
   Lists() {
     form.lvw.SetRows(ListsForm::Rows(100));
-    form.lvw.SelectionChanged = [this] { Note("S", form.lvw.SelectedRow()); };
-    form.lvw.RowClick = [this](int row) { Note("C", row); };
-    form.lvw.RowDoubleClick = [this](int row) { Note("D", row); };
+    NoteRows(form.lvw);
     form.lvw.MouseDown = [this](int button, int, Twips, Twips) { Note("down", button); };
     form.lvw.MouseUp = [this](int button, int, Twips, Twips) { Note("up", button); };
   }
-  void Note(const char* what, int number) {
-    events += what;
-    events += std::to_string(number);
-    events += ' ';
-  }
-  // The person acts with the focus in the list view; Esc leaves.
-  void Work(const std::function<void(Person&, const List&)>& person) {
-    ShowWith(form, [&](Person& somebody) {
-      somebody.PointAway();
-      const HWND list = somebody.Control(somebody.AwaitForm(u"FLists"), u"lvw");
-      somebody.AwaitFocus(list);
-      person(somebody, List(drive::Window(list)));
-      somebody.Press(VK_ESCAPE);
-    });
-    EXPECT_EQ(form.Cancels, 1);
-  }
-  void Await(Person& person, const std::string& wanted) {
-    person.Await([&] { return events == wanted; }, wanted);
-  }
-
-  win32::Win32Platform platform;
-  ListsForm form{platform};
-  std::string events;
+  void Work(const std::function<void(Person&, const List&)>& person) { WorkWith(form.lvw, person); }
 };
 
 TEST_F(Lists, TellTheirRowsAndTitlesToOthers) {
@@ -316,41 +288,14 @@ TEST_F(Lists, ADisabledListTakesNothing) {
   EXPECT_EQ(events, "");
 }
 
-TEST_F(Lists, AHandlerMayCloseTheFormFromEveryEvent) {
-  for (int row = 0; row < 4; ++row) {
-    form.lvw.MouseDown = [&](int, int, Twips, Twips) {
-      if (row == 0) form.Hide();
-    };
-    form.lvw.SelectionChanged = [&] {
-      if (row == 1) form.Hide();
-    };
-    form.lvw.MouseUp = [&](int, int, Twips, Twips) {
-      if (row == 2) form.Hide();
-    };
-    form.lvw.RowClick = [&](int) {
-      EXPECT_EQ(row, 3);
-      form.Hide();
-    };
-    ShowWith(form, [&](Person& person) {
-      const List list{drive::Window(person.Control(person.AwaitForm(u"FLists"), u"lvw"))};
-      list.Click(row);
-    });
-    EXPECT_FALSE(form.Visible());
-  }
-}
-
-TEST_F(Lists, AsksOnlyForTheRowsThatAreSeen) {
+TEST_F(Lists, AskOnlyForTheRowsThatAreSeen) {
   form.lst.TabIndex = 0;
   form.lst.Resize(1000000);
-  ShowWith(form, [this](Person& person) {
-    const HWND window = person.Control(person.AwaitForm(u"FLists"), u"lst");
-    const List list{drive::Window(window)};
-    person.AwaitFocus(window);
+  WorkWith(form.lst, [](Person& person, const List& list) {
     EXPECT_EQ(list.Count(), 1000000);
     person.Press(VK_END);
     list.WaitForSelected(999999);
     EXPECT_EQ(list.Cell(999999, 0), L"folder 999999");
-    person.Press(VK_ESCAPE);
   });
   EXPECT_LT(form.lst.Asked, 2000);
 }
@@ -361,12 +306,10 @@ TEST_F(Lists, GrowWithoutMovingWhatIsSeen) {
   form.lst.SelectRow(60);
   form.lst.TopRow = 55;
   form.Soon([&] { form.lst.Grow(5000); });
-  ShowWith(form, [this](Person& person) {
-    const List list{drive::Window(person.Control(person.AwaitForm(u"FLists"), u"lst"))};
+  WorkWith(form.lst, [](Person&, const List& list) {
     list.WaitForCount(5000);
     EXPECT_EQ(list.Selected(), 60);
     EXPECT_EQ(list.Top(), 55);
-    person.Press(VK_ESCAPE);
   });
   EXPECT_EQ(form.lst.TopRow(), 55);
 }

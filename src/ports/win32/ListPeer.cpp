@@ -67,6 +67,7 @@ void ListPeer::Update(ui::Aspect aspect) {
   if (!Window()) return;
   if (aspect == ui::Aspect::Bounds) SizeColumns();
   if (aspect == ui::Aspect::Colors) ShowColors();
+  if (aspect == ui::Aspect::Enabled) Invalidate();  // the rows have other colours
 }
 
 void ListPeer::UpdateContent(ui::Aspect aspect) {

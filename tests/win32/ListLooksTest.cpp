@@ -1,0 +1,152 @@
+#include <algorithm>
+#include <vector>
+
+#include "ListsTest.h"
+
+namespace krx::test {
+
+namespace {
+
+class ListLooks : public ListsTest {
+ protected:
+  ListLooks() {
+    form.lvw.SetRows(ListsForm::Rows(5));
+    form.grd.SetRows(ListsForm::FingerRows(5));
+    form.lst.Resize(4);
+  }
+  // The pixels of a row as they are on the screen, line by line.
+  static std::vector<COLORREF> Pixels(const List& list, int row) {
+    RECT place = list.RowBounds(row);
+    InflateRect(&place, -1, -1);
+    const int width = place.right - place.left;
+    const int height = place.bottom - place.top;
+    const HDC screen = GetDC(nullptr);
+    const HDC copy = CreateCompatibleDC(screen);
+    const HBITMAP bitmap = CreateCompatibleBitmap(screen, width, height);
+    const HGDIOBJ before = SelectObject(copy, bitmap);
+    BitBlt(copy, 0, 0, width, height, screen, place.left, place.top, SRCCOPY);
+    SelectObject(copy, before);
+    BITMAPINFO format{};
+    format.bmiHeader = {sizeof format.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    std::vector<COLORREF> pixels(static_cast<std::size_t>(width * height));
+    GetDIBits(screen, bitmap, 0, static_cast<UINT>(height), pixels.data(), &format, DIB_RGB_COLORS);
+    DeleteObject(bitmap);
+    DeleteDC(copy);
+    ReleaseDC(nullptr, screen);
+    for (COLORREF& pixel : pixels)  // the bitmap has them in the opposite order
+      pixel = RGB((pixel >> 16) & 0xFF, (pixel >> 8) & 0xFF, pixel & 0xFF);
+    return pixels;
+  }
+  static bool Shows(const List& list, int row, COLORREF color) {
+    const auto pixels = Pixels(list, row);
+    return std::find(pixels.begin(), pixels.end(), color) != pixels.end();
+  }
+  // The colour that most of a row has.
+  static COLORREF Ground(const List& list, int row) {
+    auto pixels = Pixels(list, row);
+    std::sort(pixels.begin(), pixels.end());
+    COLORREF most = CLR_INVALID;
+    std::ptrdiff_t count = 0;
+    for (auto from = pixels.begin(); from != pixels.end();) {
+      const auto to = std::upper_bound(from, pixels.end(), *from);
+      if (to - from > count) {
+        count = to - from;
+        most = *from;
+      }
+      from = to;
+    }
+    return most;
+  }
+  static void AwaitGround(Person& person, const List& list, int row, COLORREF color) {
+    person.Await([&] { return Ground(list, row) == color; },
+                 "colour " + std::to_string(color) + ", not " + std::to_string(Ground(list, row)));
+  }
+};
+
+TEST_F(ListLooks, RowsHaveTheColorsOfTheirList) {
+  form.lvw.BackColor = 0x00CCEEFFu;
+  form.lvw.ForeColor = 0x00800000u;
+  form.Soon([this] { form.lst.BackColor = 0x00DDFFDDu; });
+  WorkWith(form.lvw, [this](Person& person, const List& list) {
+    AwaitGround(person, list, 1, 0x00CCEEFFu);
+    EXPECT_TRUE(Shows(list, 1, 0x00800000u));
+    AwaitGround(person, ListOf(person, form.lst), 1, 0x00DDFFDDu);
+  });
+}
+
+TEST_F(ListLooks, TheSelectedRowIsSeenWhereverTheKeyboardIs) {
+  form.lvw.SelectRow(2);
+  form.grd.SelectRow(2);
+  form.lst.SelectRow(2);
+  const COLORREF highlight = GetSysColor(COLOR_HIGHLIGHT);
+  WorkWith(form.lvw, [&](Person& person, const List& list) {
+    AwaitGround(person, list, 2, highlight);
+    AwaitGround(person, list, 1, GetSysColor(COLOR_WINDOW));
+    // A touch panel has no keyboard to tell lists apart.
+    AwaitGround(person, ListOf(person, form.grd), 2, highlight);
+    const COLORREF elsewhere = Ground(ListOf(person, form.lst), 2);
+    EXPECT_NE(elsewhere, highlight);
+    EXPECT_NE(elsewhere, GetSysColor(COLOR_WINDOW));
+    person.Press(VK_TAB);
+    AwaitGround(person, list, 2, elsewhere);
+  });
+}
+
+TEST_F(ListLooks, ADisabledListIsGrey) {
+  form.grd.Enabled = false;
+  form.grd.SelectRow(2);
+  form.Soon([this] { form.lst.Enabled = false; });
+  const COLORREF grey = GetSysColor(COLOR_GRAYTEXT);
+  const COLORREF black = GetSysColor(COLOR_WINDOWTEXT);
+  WorkWith(form.lvw, [&](Person& person, const List& list) {
+    EXPECT_TRUE(Shows(list, 1, black));
+    for (const int row : {1, 2}) {
+      const List grid = ListOf(person, form.grd);
+      person.Await([&] { return Shows(grid, row, grey) && !Shows(grid, row, black); }, "grey");
+      EXPECT_NE(Ground(grid, row), GetSysColor(COLOR_HIGHLIGHT));
+    }
+    person.Await([&] { return Shows(ListOf(person, form.lst), 2, grey); }, "grey, too");
+  });
+}
+
+TEST_F(ListLooks, TheRowWithTheKeyboardHasAFrame) {
+  WorkWith(form.lvw, [](Person& person, const List& list) {
+    // Nothing is selected, so the frame alone tells the row from the others.
+    const RECT place = list.RowBounds(0);
+    const auto edge = [&](const RECT& row) {
+      const HDC screen = GetDC(nullptr);
+      int points = 0;
+      for (LONG x = row.left; x < row.right; ++x)
+        for (const LONG y : {row.top, row.bottom - 1})
+          points += GetPixel(screen, x, y) != GetSysColor(COLOR_WINDOW) ? 1 : 0;
+      ReleaseDC(nullptr, screen);
+      return points;
+    };
+    person.Await([&] { return edge(place) > 50; }, "the frame");
+    EXPECT_LT(edge(list.RowBounds(3)), 10);
+  });
+}
+
+TEST_F(ListLooks, PicturesStandBeforeTheRowsAndFollowTheirIndent) {
+  constexpr COLORREF kFolder = RGB(255, 205, 96);
+  WorkWith(form.lvw, [&](Person& person, const List&) {
+    const List list = ListOf(person, form.lst);
+    person.Await([&] { return Shows(list, 1, kFolder) && Shows(list, 2, kFolder); }, "folders");
+    EXPECT_FALSE(Shows(list, 0, kFolder));
+    EXPECT_FALSE(Shows(list, 3, kFolder));
+    const auto first = [&](int row) {
+      const auto pixels = Pixels(list, row);
+      const RECT place = list.RowBounds(row);
+      const auto width = place.right - place.left - 2;
+      std::ptrdiff_t left = width;
+      for (std::size_t i = 0; i < pixels.size(); ++i)
+        if (pixels[i] == kFolder) left = std::min(left, static_cast<std::ptrdiff_t>(i) % width);
+      return left;
+    };
+    EXPECT_GT(first(2), first(1));
+  });
+}
+
+}  // namespace
+
+}  // namespace krx::test
