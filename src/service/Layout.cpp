@@ -32,7 +32,9 @@ void LayOutRows(ui::Frame& frame, std::span<const InputRow> rows, Twips margin) 
   Twips top = frame.Top() + margin;
   Twips bottom = top;
   Twips widest = 0;
-  for (const auto& [label, field] : rows) {
+  for (const InputRow& row : rows) {
+    ui::Label& label = row.Label;
+    ui::Control& field = row.Field;
     label.AutoSize = false;
     label.Height = kUnmeasuredLine;
     Skip([&] { label.AutoSize = true; });
