@@ -140,7 +140,8 @@ TEST_F(ListLooks, PicturesStandBeforeTheRowsAndFollowTheirIndent) {
       const auto width = place.right - place.left - 2;
       std::ptrdiff_t left = width;
       for (std::size_t i = 0; i < pixels.size(); ++i)
-        if (pixels[i] == kFolder) left = std::min(left, static_cast<std::ptrdiff_t>(i) % width);
+        if (pixels[i] == kFolder)
+          left = std::min<std::ptrdiff_t>(left, static_cast<std::ptrdiff_t>(i) % width);
       return left;
     };
     EXPECT_GT(first(2), first(1));
