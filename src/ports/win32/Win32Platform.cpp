@@ -84,9 +84,22 @@ ui::FileSystem& Win32Platform::Files() {
   return files_;
 }
 
+namespace {
+
+// The next message of the queue; without the keyboard's ones where these have to wait.
+bool TakeMessage(MSG& message, bool keys) {
+  if (keys) return PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE;
+  return PeekMessageW(&message, nullptr, 0, WM_KEYFIRST - 1, PM_REMOVE) != FALSE ||
+         PeekMessageW(&message, nullptr, WM_KEYLAST + 1, 0xFFFFFFFF, PM_REMOVE) != FALSE;
+}
+
+}  // namespace
+
+// A key's handler runs before its window gets the key. What the keyboard sent behind it, above all
+// its own release, must not overtake it.
 void Win32Platform::ProcessEvents() {
   MSG message;
-  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+  while (TakeMessage(message, !toolkit_->Keys.Handling())) {
     if (message.message == WM_QUIT) {
       PostQuitMessage(static_cast<int>(message.wParam));
       return;

@@ -1,0 +1,168 @@
+// The directory dialog with real mouse and keyboard on real folders.
+
+#include "files/FilesTest.h"
+
+namespace krx::drive {
+namespace {
+
+class SelectDirectory : public FilesTest {
+ protected:
+  Window OpenTree(bool free = true) {
+    return Open({L"directory", PathOf(L""), {}, {}, free, L"Where?"});
+  }
+  // Presses a key in the directory list and waits for the path it leads to.
+  static void Press(const Window& form, const wchar_t* key, const std::wstring& path) {
+    PressKey(key);
+    WaitForText(form, L"txtDirectory", path);
+  }
+};
+
+TEST_F(SelectDirectory, ShowsTheStartDirectoryAndReturnsIt) {
+  const Window form = OpenTree();
+  EXPECT_EQ(form.Text(), L"Where?");
+  EXPECT_EQ(form.Child(L"txtDirectory").Text(), PathOf(L""));
+  const auto rows = List(form, L"dirSelect").Column(0);
+  ASSERT_GE(rows.size(), 4u);
+  EXPECT_EQ(std::vector<std::wstring>(rows.end() - 3, rows.end()),
+            (std::vector<std::wstring>{L"Alpha", L"Logs", L"Zeta"}));
+  form.Child(L"keyOK").Click();
+  EXPECT_EQ(Result(), PathOf(L""));
+}
+
+TEST_F(SelectDirectory, CancelCloseAndEscapeReturnNothing) {
+  for (const wchar_t* way : {L"keyCancel", L"keyClose", L"Esc"}) {
+    const Window form = OpenTree();
+    std::wstring(way) == L"Esc" ? PressKey(L"Esc") : form.Child(way).Click();
+    EXPECT_EQ(Result(), L"");
+  }
+}
+
+TEST_F(SelectDirectory, IsWalkedByArrowKeys) {
+  const Window form = OpenTree();
+  Press(form, L"Down", PathOf(L"Alpha"));
+  Press(form, L"Down", PathOf(L"Logs"));
+  PressKey(L"Right");
+  Press(form, L"Down", PathOf(L"Logs\\Old"));
+  Press(form, L"Left", PathOf(L"Logs"));
+  PressKey(L"Left");  // the parent opens, Logs stays highlighted
+  Press(form, L"Down", PathOf(L"Zeta"));
+  form.Child(L"keyOK").Click();
+  EXPECT_EQ(Result(), PathOf(L"Zeta"));
+}
+
+TEST_F(SelectDirectory, IsWalkedByClicks) {
+  const Window form = OpenTree();
+  const List list(form, L"dirSelect");
+  list.Click(list.Find(L"Logs"));
+  WaitForText(form, L"txtDirectory", PathOf(L"Logs"));
+  list.Click(list.Find(L"Old"));
+  WaitForText(form, L"txtDirectory", PathOf(L"Logs\\Old"));
+  list.Click(list.Find(L"Logs"));  // an ancestor now
+  WaitForText(form, L"txtDirectory", PathOf(L"Logs"));
+  form.Child(L"keyOK").Click();
+  EXPECT_EQ(Result(), PathOf(L"Logs"));
+}
+
+TEST_F(SelectDirectory, ADoubleClickOpensOneFolderOnly) {
+  const Window form = OpenTree();
+  const List list(form, L"dirSelect");
+  list.DoubleClick(list.Find(L"Logs"));
+  WaitForText(form, L"txtDirectory", PathOf(L"Logs"));
+  form.Child(L"keyOK").Click();
+  EXPECT_EQ(Result(), PathOf(L"Logs"));
+}
+
+TEST_F(SelectDirectory, TypedLettersLookFoldersUp) {
+  const Window form = OpenTree();
+  TypeText(L"ze");
+  WaitForText(form, L"txtDirectory", PathOf(L"Zeta"));
+  PressKey(L"Esc");
+  EXPECT_EQ(Result(), L"");
+}
+
+TEST_F(SelectDirectory, ATypedPathIsReturnedAsTyped) {
+  const Window form = OpenTree();
+  form.Child(L"txtDirectory").Click();
+  form.WaitForFocusOn(L"txtDirectory");
+  PressKey(L"Home");
+  PressKey(L"Shift+End");
+  TypeText(L"X:\\not there ");
+  WaitForText(form, L"txtDirectory", L"X:\\not there ");
+  PressKey(L"Enter");
+  EXPECT_EQ(Result(), L"X:\\not there ");
+}
+
+TEST_F(SelectDirectory, ConfinedTheOperatorStaysAtTheStartDirectoryAndBelow) {
+  const Window form = OpenTree(false);
+  EXPECT_FALSE(form.Child(L"drvSelect").Enabled());
+  const List list(form, L"dirSelect");
+  list.Click(0);  // the drive
+  ExpectRows(form, L"dirSelect", list.Column(0));
+  WaitForText(form, L"txtDirectory", PathOf(L""));
+  for (const wchar_t* key : {L"Left", L"Up", L"Home", L"Right"})
+    Press(form, key, PathOf(L""));
+  Press(form, L"Down", PathOf(L"Alpha"));
+  form.Child(L"txtDirectory").Click();
+  form.WaitForFocusOn(L"txtDirectory");
+  TypeText(L"x");
+  form.Child(L"keyOK").Click();
+  EXPECT_EQ(Result(), PathOf(L"Alpha"));
+}
+
+TEST_F(SelectDirectory, ADriveIsChosenFromTheList) {
+  const Window form = OpenTree();
+  Choose(form, L"drvSelect", L'z');
+  WaitForText(form, L"txtDirectory", L"z:");
+  form.Child(L"keyOK").Click();
+  EXPECT_EQ(Result(), L"z:");
+}
+
+TEST_F(SelectDirectory, AStartDirectoryThatIsGoneOpensItsDeepestAncestor) {
+  const Window form = Open({L"directory", PathOf(L"Logs\\Gone\\Deeper")});
+  EXPECT_EQ(form.Child(L"txtDirectory").Text(), PathOf(L"Logs"));
+  PressKey(L"Esc");
+  EXPECT_EQ(Result(), L"");
+}
+
+TEST_F(SelectDirectory, AFolderThatVanishesIsEnteredQuietly) {
+  const Window form = OpenTree();
+  Tree->Remove(u"Zeta");
+  const List list(form, L"dirSelect");
+  list.Click(list.Find(L"Zeta"));
+  WaitForText(form, L"txtDirectory", PathOf(L"Zeta"));
+  EXPECT_EQ(list.Column(0).back(), L"Zeta") << "the list stays where it was";
+  PressKey(L"Esc");
+  EXPECT_EQ(Result(), L"");
+}
+
+TEST_F(SelectDirectory, PathsOfAnyLengthAndNameComeBackUnitByUnit) {
+  std::wstring path = L"\xd83d\xde00 \x4f60\x597d";
+  AddFolder(path);
+  for (int level = 0; level < 12; ++level)
+    AddFolder(path += L"\\level " + std::to_wstring(level) + std::wstring(40, L'x'));
+  AddFolder(path + L"\\end. ");
+  ASSERT_GT(PathOf(path).size(), 520u);
+  const Window form = Open({L"directory", PathOf(path)});
+  EXPECT_EQ(form.Child(L"txtDirectory").Text(), PathOf(path));
+  Press(form, L"Down", PathOf(path + L"\\end. "));
+  form.Child(L"keyOK").Click();
+  EXPECT_EQ(Result(), PathOf(path + L"\\end. "));
+}
+
+TEST_F(SelectDirectory, ALinkLoopIsFollowedAsDeepAsTheOperatorGoes) {
+  if (!Tree->AddLink(u"Alpha\\loop", "..")) GTEST_SKIP() << "no links here";
+  const Window form = OpenTree();
+  std::wstring path;
+  for (int round = 0; round < 3; ++round) {
+    const List list(form, L"dirSelect");
+    list.Click(list.Count() - 3);  // Alpha, the first of three
+    WaitForText(form, L"txtDirectory", PathOf(path += round == 0 ? L"Alpha" : L"\\Alpha"));
+    list.Click(list.Count() - 1);
+    WaitForText(form, L"txtDirectory", PathOf(path += L"\\loop"));
+  }
+  form.Child(L"keyOK").Click();
+  EXPECT_EQ(Result(), PathOf(L"Alpha\\loop\\Alpha\\loop\\Alpha\\loop"));
+}
+
+}  // namespace
+}  // namespace krx::drive

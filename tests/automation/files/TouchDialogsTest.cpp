@@ -1,0 +1,250 @@
+// The touch selection dialogs with real input: taps, drags and keys.
+
+#include <windows.h>
+
+#include "FolderTree.h"
+#include "driver/List.h"
+#include "support/DialogTest.h"
+
+namespace krx::drive {
+namespace {
+
+constexpr const wchar_t* kDirectoryForm = L"FDirectorySelectTouch";
+constexpr const wchar_t* kFileForm = L"FFileSelectTouch";
+constexpr int kTwipsPerPixel = 15;  // at 96 dpi
+
+class TouchDialogs : public DialogTest {
+ protected:
+  // The tree holds Alpha\, Logs\Old\, Zeta\, and in itself notes.txt, plan.bmp, readme.txt.
+  void SetUp() override {
+    DialogTest::SetUp();
+    for (const StringView folder : {u"Alpha", u"Logs", u"Logs\\Old", u"Zeta"})
+      tree_.AddFolder(folder);
+    for (const StringView file : {u"notes.txt", u"plan.bmp", u"readme.txt", u"Logs\\today.log"})
+      tree_.AddFile(file);
+  }
+
+  std::wstring PathOf(const std::wstring& name) const {
+    const std::wstring root(tree_.Path().begin(), tree_.Path().end());
+    return name.empty() ? root : root + L'\\' + name;
+  }
+  static Window Await(const wchar_t* name) {
+    const Window form = WaitForForm(name);
+    form.WaitUntilActive();
+    form.WaitForFocusOn(L"grdFolders");
+    return form;
+  }
+  Window OpenDirectory(const std::wstring& start, const std::string& settings = {}) {
+    RunScript(settings + "WScript.Echo \"[\" & Dialogs.KRSelectDirectoryTouch(\"" + Narrow(start) +
+              "\") & \"]\"\r\n");
+    return Await(kDirectoryForm);
+  }
+  Window OpenFile(const std::wstring& start, const std::string& name = {},
+                  const std::string& filter = {}) {
+    RunScript("WScript.Echo \"[\" & Dialogs.KROpenFileTouch(\"" + name + "\", \"" + Narrow(start) +
+              "\", \"" + filter + "\") & \"]\"\r\n");
+    return Await(kFileForm);
+  }
+  void ExpectResult(const std::wstring& path) {
+    EXPECT_EQ(Printed(), (Lines{"[" + Narrow(path) + "]"}));
+  }
+
+  static void WaitForText(const Window& form, const std::wstring& control,
+                          const std::wstring& text) {
+    const Window shown = form.Child(control);
+    if (!Within(kPatience, [&] { return shown.Text() == text; }))
+      throw std::runtime_error(Narrow(control) + " shows " + Narrow(shown.Text()));
+  }
+  static List Folders(const Window& form) { return List(form, L"grdFolders"); }
+  static List Files(const Window& form) { return List(form, L"grdFiles"); }
+  static void Touch(const List& rows, const std::wstring& name, int column = 1) {
+    rows.Click(rows.Find(name, column));
+  }
+  static void OpenRow(const List& rows, const std::wstring& name) {
+    rows.DoubleClick(rows.Find(name, 1));
+  }
+  static int HeightOf(const RECT& bounds) { return bounds.bottom - bounds.top; }
+
+  test::FolderTree tree_;
+};
+
+TEST_F(TouchDialogs, ATouchNamesAFolderAndASecondOneOpensIt) {
+  const Window form = OpenDirectory(PathOf(L"Logs"));
+  const List folders = Folders(form);
+  WaitForText(form, L"txtDirectory", PathOf(L""));
+  EXPECT_EQ(folders.Column(1), (std::vector<std::wstring>{L"..", L"Alpha", L"Logs", L"Zeta"}));
+  EXPECT_EQ(folders.Cell(2, 0), L" +");
+  EXPECT_EQ(folders.Selected(), 2);
+  Touch(folders, L"Zeta");
+  WaitForText(form, L"txtDirectory", PathOf(L"Zeta"));
+  OpenRow(folders, L"Logs");
+  WaitForText(form, L"txtDirectory", PathOf(L"Logs"));
+  folders.Find(L"Old", 1);
+  OpenRow(folders, L"..");
+  WaitForText(form, L"txtDirectory", PathOf(L""));
+  OpenRow(folders, L"Alpha");  // without folders of its own
+  WaitForText(form, L"txtDirectory", PathOf(L"Alpha"));
+  EXPECT_EQ(folders.Count(), 4);
+  form.Child(L"keyOK").Click();
+  ExpectResult(PathOf(L"Alpha"));
+}
+
+TEST_F(TouchDialogs, CloseKeyEscAndAltF4DoNothingAndCancelGivesUp) {
+  const Window form = OpenDirectory(PathOf(L"Logs"));
+  form.Child(L"keyClose").Click();
+  PressKey(L"Esc");
+  PressKey(VK_F4, VK_MENU);
+  Touch(Folders(form), L"Zeta");
+  WaitForText(form, L"txtDirectory", PathOf(L"Zeta"));
+  form.Child(L"keyCancel").Click();
+  ExpectResult(L"");
+}
+
+TEST_F(TouchDialogs, ArrowsTouchRowsAndEnterOpensThem) {
+  const Window form = OpenDirectory(PathOf(L"Alpha"));
+  PressKey(L"Down");
+  WaitForText(form, L"txtDirectory", PathOf(L"Logs"));
+  PressKey(L"Enter");
+  Folders(form).Find(L"Old", 1);
+  PressKey(L"Home");
+  PressKey(L"Enter");
+  WaitForText(form, L"txtDirectory", PathOf(L""));
+  form.Child(L"keyOK").Click();
+  ExpectResult(PathOf(L""));
+}
+
+TEST_F(TouchDialogs, AFileIsHighlightedTouchedAndReturned) {
+  const Window form = OpenFile(PathOf(L"Logs"), "plan.bmp", "Text|*.txt|All|*.*");
+  const List files = Files(form);
+  EXPECT_EQ(files.Column(0), (std::vector<std::wstring>{L"notes.txt", L"readme.txt"}));
+  EXPECT_EQ(files.Selected(), -1);
+  Touch(files, L"readme.txt", 0);
+  WaitForText(form, L"txtFullPath", PathOf(L"readme.txt"));
+  form.Child(L"keyOK").Click();
+  ExpectResult(PathOf(L"readme.txt"));
+}
+
+TEST_F(TouchDialogs, TheStartFileIsHighlightedAndNotChosen) {
+  const Window form = OpenFile(PathOf(L"Logs"), "plan.bmp");
+  const List files = Files(form);
+  files.WaitForSelected(files.Find(L"plan.bmp"));
+  Touch(Folders(form), L"Logs");
+  files.Find(L"today.log");
+  form.Child(L"keyOK").Click();
+  ExpectResult(L"");
+}
+
+TEST_F(TouchDialogs, AnotherTypeIsChosenFromTheCombo) {
+  const Window form = OpenFile(PathOf(L"Logs"), "", "Text|*.txt|Pictures|*.bmp");
+  form.Child(L"cboExtention").Click();
+  const Window list = WaitForList(form);
+  PressKey(L"Down");
+  PressKey(L"Enter");
+  list.WaitUntilGone();
+  Files(form).Find(L"plan.bmp");
+  EXPECT_EQ(Files(form).Count(), 1);
+  form.Child(L"keyCancel").Click();
+  ExpectResult(L"");
+}
+
+TEST_F(TouchDialogs, DraggingScrollsAndTouchesNothing) {
+  tree_.AddFolder(u"many");
+  tree_.AddFolders(u"many", 60);
+  const Window form = OpenDirectory(PathOf(L"many\\folder00001"));
+  const List folders = Folders(form);
+  folders.WaitForCount(61);
+  const RECT area = form.Child(L"grdFolders").Bounds();
+  const int x = (area.left + area.right) / 2;
+  DragMouse(MouseButton::Left, {x, area.bottom - 30}, {x, area.top + 30});
+  EXPECT_TRUE(Within(kPatience, [&] { return folders.Top() > 0; }));
+  EXPECT_EQ(form.Child(L"txtDirectory").Text(), PathOf(L"many"));
+  form.Child(L"keyCancel").Click();
+  ExpectResult(L"");
+}
+
+TEST_F(TouchDialogs, TenThousandFoldersAreThereAtOnceAndTheirMarkersFollow) {
+  tree_.AddFolder(u"many");
+  tree_.AddFolders(u"many", 10000);
+  const Window form = OpenDirectory(PathOf(L"many\\folder00001"));
+  const List folders = Folders(form);
+  EXPECT_EQ(folders.Count(), 10001);
+  EXPECT_TRUE(Within(Milliseconds(30000), [&] { return folders.Cell(9998, 0) == L" +"; }));
+  EXPECT_EQ(folders.Cell(9999, 0), L"");
+  EXPECT_EQ(folders.Cell(0, 0), L"");
+  form.Child(L"keyCancel").Click();
+  ExpectResult(L"");
+}
+
+TEST_F(TouchDialogs, CancelWorksWhileMarkersAreStillComing) {
+  tree_.AddFolder(u"many");
+  tree_.AddFolders(u"many", 10000);
+  const Window form = OpenDirectory(PathOf(L"many\\folder00001"));
+  form.Child(L"keyCancel").Click();
+  ExpectResult(L"");
+}
+
+// A drive whose medium is missing: a letter that leads nowhere.
+class EmptyDrive : public TouchDialogs {
+ protected:
+  void SetUp() override {
+    TouchDialogs::SetUp();
+    const std::string drives = test::HostPath(u"C:\\") + "/../dosdevices/";
+    const bool linked = test::RunHostShell("ln -sfn /nonexistent '" + drives + "y:'");
+    if (!linked || (GetLogicalDrives() & (1u << ('Y' - 'A'))) == 0)
+      GTEST_SKIP() << "this system makes no drive without a medium";
+  }
+  void TearDown() override {
+    test::RunHostShell("rm -f '" + test::HostPath(u"C:\\") + "/../dosdevices/y:'");
+    TouchDialogs::TearDown();
+  }
+  static void ChooseDrive(const Window& form, const wchar_t* combo) {
+    form.Child(combo).Click();
+    const Window list = WaitForList(form);
+    TypeText(L"Y");
+    PressKey(L"Enter");
+    list.WaitUntilGone();
+  }
+};
+
+TEST_F(EmptyDrive, ShowsItsRowInTheDirectoryDialog) {
+  const Window form = OpenDirectory(PathOf(L"Logs"));
+  ChooseDrive(form, L"cboDrives");
+  const List folders = Folders(form);
+  const int row = folders.Find(L"The drive is not ready.", 1);
+  EXPECT_EQ(row, 0);
+  EXPECT_EQ(folders.Count(), 1);
+  EXPECT_EQ(folders.Cell(0, 0), L" !");
+  EXPECT_FALSE(form.Child(L"grdFolders").Enabled());
+  form.Child(L"keyCancel").Click();
+  ExpectResult(L"");
+}
+
+TEST_F(EmptyDrive, IsToldInTheFileDialog) {
+  const Window form = OpenFile(PathOf(L"Logs"));
+  ChooseDrive(form, L"cboDrivers");
+  const Window box = WaitForTitle(L"Information");
+  PressKey(L"Enter");
+  box.WaitUntilGone();
+  EXPECT_EQ(Folders(form).Count(), 0);
+  EXPECT_EQ(Files(form).Count(), 0);
+  form.Child(L"keyCancel").Click();
+  ExpectResult(L"");
+}
+
+TEST_F(TouchDialogs, TargetsAreAsHighAsAFingerWhereThePanelAsksForIt) {
+  constexpr int kFinger = 510;       // twips; 9 millimetres
+  constexpr int kSmallestRow = 397;  // twips; 7 millimetres
+  const Window desktop = OpenDirectory(PathOf(L"Logs"));
+  EXPECT_GE(HeightOf(Folders(desktop).RowBounds(0)) * kTwipsPerPixel, kSmallestRow);
+  desktop.Child(L"keyCancel").Click();
+  ExpectResult(L"");
+  const Window form = OpenDirectory(PathOf(L"Logs"), "Dialogs.ButtonMinHeight = 600\r\n");
+  EXPECT_GE(HeightOf(Folders(form).RowBounds(0)) * kTwipsPerPixel, kFinger);
+  for (const wchar_t* control : {L"keyOK", L"keyCancel", L"cboDrives"})
+    EXPECT_GE(HeightOf(form.Child(control).Bounds()) * kTwipsPerPixel, kFinger) << Narrow(control);
+  form.Child(L"keyCancel").Click();
+  ExpectResult(L"");
+}
+
+}  // namespace
+}  // namespace krx::drive
