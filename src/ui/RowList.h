@@ -42,7 +42,7 @@ class RowList : public FontClassControl {
   virtual Image RowImage(int /*row*/) const { return Image::None; }
   virtual bool HasImages() const { return false; }
   virtual int Indent(int /*row*/) const { return 0; }
-  // The column that type-ahead and screen readers go by.
+  // The column that type-ahead goes by.
   virtual int MainColumn() const { return 0; }
 
   int SelectedRow() const { return selected_; }

@@ -97,6 +97,15 @@ TEST_F(ListContract, LettersLookUpTheNextRowAndThenTheLongerBeginning) {
   EXPECT_EQ(log, "S1S2");
 }
 
+TEST_F(ListContract, WithoutASelectionTheFirstLetterMayFindTheFirstRow) {
+  lists.lvw.SetRows({{u"anna"}, {u"alfred"}, {u"ben"}});
+  Show([this](Hand& hand) {
+    hand.Type(u"a");
+    hand.Await([this] { return lists.lvw.SelectedRow() >= 0; });
+  });
+  EXPECT_EQ(log, "S0");
+}
+
 TEST_F(ListContract, AnArrowWithoutASelectionBeginsAtTheTop) {
   Show([this](Hand& hand) {
     hand.Press(ui::kKeyUp);

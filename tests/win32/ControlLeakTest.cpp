@@ -9,7 +9,7 @@ namespace krx::test {
 
 namespace {
 
-constexpr int kWarmUp = 50;
+constexpr int kWarmUp = 30;
 
 // How to open a form, and how often.
 struct Opening {
@@ -78,7 +78,7 @@ TEST_P(FormLeaks, ManyFormsLeaveNothingBehind) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Controls, FormLeaks,
-                         testing::Values(Opening{&OpenInputs, 500}, Opening{&OpenLists, 200}));
+                         testing::Values(Opening{&OpenInputs, 300}, Opening{&OpenLists, 100}));
 
 }  // namespace
 

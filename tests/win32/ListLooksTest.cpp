@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "ListsTest.h"
+#include "ScreenPixels.h"
 
 namespace krx::test {
 
@@ -14,49 +15,16 @@ class ListLooks : public ListsTest {
     form.grd.SetRows(ListsForm::FingerRows(5));
     form.lst.Resize(4);
   }
-  // The pixels of a row as they are on the screen, line by line.
   static std::vector<COLORREF> Pixels(const List& list, int row) {
     RECT place = list.RowBounds(row);
     InflateRect(&place, -1, -1);
-    const int width = place.right - place.left;
-    const int height = place.bottom - place.top;
-    const HDC screen = GetDC(nullptr);
-    const HDC copy = CreateCompatibleDC(screen);
-    const HBITMAP bitmap = CreateCompatibleBitmap(screen, width, height);
-    const HGDIOBJ before = SelectObject(copy, bitmap);
-    BitBlt(copy, 0, 0, width, height, screen, place.left, place.top, SRCCOPY);
-    SelectObject(copy, before);
-    BITMAPINFO format{};
-    format.bmiHeader = {sizeof format.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    std::vector<COLORREF> pixels(static_cast<std::size_t>(width * height));
-    GetDIBits(screen, bitmap, 0, static_cast<UINT>(height), pixels.data(), &format, DIB_RGB_COLORS);
-    DeleteObject(bitmap);
-    DeleteDC(copy);
-    ReleaseDC(nullptr, screen);
-    for (COLORREF& pixel : pixels)  // the bitmap has them in the opposite order
-      pixel = RGB((pixel >> 16) & 0xFF, (pixel >> 8) & 0xFF, pixel & 0xFF);
-    return pixels;
+    return ScreenPixels(place);
   }
   static bool Shows(const List& list, int row, COLORREF color) {
     const auto pixels = Pixels(list, row);
     return std::find(pixels.begin(), pixels.end(), color) != pixels.end();
   }
-  // The colour that most of a row has.
-  static COLORREF Ground(const List& list, int row) {
-    auto pixels = Pixels(list, row);
-    std::sort(pixels.begin(), pixels.end());
-    COLORREF most = CLR_INVALID;
-    std::ptrdiff_t count = 0;
-    for (auto from = pixels.begin(); from != pixels.end();) {
-      const auto to = std::upper_bound(from, pixels.end(), *from);
-      if (to - from > count) {
-        count = to - from;
-        most = *from;
-      }
-      from = to;
-    }
-    return most;
-  }
+  static COLORREF Ground(const List& list, int row) { return GroundOf(Pixels(list, row)); }
   static void AwaitGround(Person& person, const List& list, int row, COLORREF color) {
     person.Await([&] { return Ground(list, row) == color; },
                  "colour " + std::to_string(color) + ", not " + std::to_string(Ground(list, row)));
@@ -113,14 +81,11 @@ TEST_F(ListLooks, TheRowWithTheKeyboardHasAFrame) {
   WorkWith(form.lvw, [](Person& person, const List& list) {
     // Nothing is selected, so the frame alone tells the row from the others.
     const RECT place = list.RowBounds(0);
-    const auto edge = [&](const RECT& row) {
-      const HDC screen = GetDC(nullptr);
-      int points = 0;
-      for (LONG x = row.left; x < row.right; ++x)
-        for (const LONG y : {row.top, row.bottom - 1})
-          points += GetPixel(screen, x, y) != GetSysColor(COLOR_WINDOW) ? 1 : 0;
-      ReleaseDC(nullptr, screen);
-      return points;
+    const auto edge = [](RECT row) {
+      row.bottom = row.top + 1;
+      const auto points = ScreenPixels(row);
+      return std::count_if(points.begin(), points.end(),
+                           [](COLORREF c) { return c != GetSysColor(COLOR_WINDOW); });
     };
     person.Await([&] { return edge(place) > 50; }, "the frame");
     EXPECT_LT(edge(list.RowBounds(3)), 10);

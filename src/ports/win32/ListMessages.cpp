@@ -45,7 +45,9 @@ LRESULT ListPeer::Notified(NMHDR& header) {
     case LVN_ODFINDITEMW: {
       const auto& wanted = reinterpret_cast<const NMLVFINDITEMW&>(header);
       if ((wanted.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0) return -1;
-      return list_.FindRow(Narrow(wanted.lvfi.psz, std::wcslen(wanted.lvfi.psz)), wanted.iStart);
+      // The system starts behind the framed row, to which the operator may not have come.
+      const int start = list_.SelectedRow() == ui::RowList::kNoRow ? 0 : wanted.iStart;
+      return list_.FindRow(Narrow(wanted.lvfi.psz, std::wcslen(wanted.lvfi.psz)), start);
     }
     case LVN_ITEMCHANGED:
       ItemChanged(reinterpret_cast<const NMLISTVIEW&>(header));
