@@ -33,7 +33,7 @@ has_x86() { [[ -x $wine32 ]]; }
 open_prefix() {
   export WINEPREFIX=$PWD/$1
   local made_by
-  made_by="$(dpkg-query -W -f='${Version}' wine64) x86:$(has_x86 && echo yes || echo no)"
+  made_by="$(dpkg-query -W -f='${Version}' wine64) x86:$(has_x86 && echo yes || echo no) y:empty"
   [[ $(cat "$WINEPREFIX/made-by" 2> /dev/null) == "$made_by" ]] && return 0
   say 'preparing a Wine prefix'
   rm -rf "$WINEPREFIX"
@@ -41,6 +41,8 @@ open_prefix() {
   # On machines without a 32-bit Wine it complains and goes on.
   "$wine64" wineboot -i > /dev/null 2>&1 || true
   wineserver -w
+  # A drive whose medium is missing, for the tests.
+  ln -sfn /nonexistent "$WINEPREFIX/dosdevices/y:"
   [[ -f $WINEPREFIX/system.reg ]] || { echo 'the Wine prefix cannot be made' >&2; return 1; }
   echo "$made_by" > "$WINEPREFIX/made-by"
 }
