@@ -32,8 +32,11 @@ ConfinedNavigation::ConfinedNavigation(ui::DirListBox& list, Dialog dialog)
 void ConfinedNavigation::Start(String directory) {
   start_ = std::move(directory);
   const String levels = start_ + u'\\';
-  for (std::size_t end = 0; (end = levels.find(u'\\', end)) != String::npos; ++end)
-    Open(StringView(levels).substr(0, end));
+  for (std::size_t end = 0; (end = levels.find(u'\\', end)) != String::npos; ++end) {
+    const StringView level = StringView(levels).substr(0, end);
+    // One separator at the end is tried; more of them name nothing else.
+    if (!level.ends_with(u"\\\\")) Open(level);
+  }
   opened_ = list_.Path();
 }
 

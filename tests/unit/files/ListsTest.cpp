@@ -158,6 +158,7 @@ TEST_F(ListsTest, ALargeFolderGrowsInTheFileSystemsOrderUnderTheHourglass) {
     EXPECT_EQ(Rows(files), (Rows_{"b.txt", "a.bmp", "c.txt"}));
     EXPECT_FALSE(Busy());
     EXPECT_EQ(platform.Pointers.size(), 2u);
+    EXPECT_FALSE(dynamic_cast<ui::Timer&>(*form.Find(u"tmrReading")).Enabled());
   });
   EXPECT_EQ(calls, Rows_{"ReadFolder(C:\\Data)"});
 }

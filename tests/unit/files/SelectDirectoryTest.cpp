@@ -226,6 +226,48 @@ TEST_F(SelectDirectoryTest, LeftLeadsFromSubdirectoryToDirectoryToParent) {
   });
 }
 
+TEST_F(SelectDirectoryTest, UpLeavesTheStartDirectoryOfAFreeOperator) {
+  SelectDirectory({u"C:\\Data", true, {}}, [](Operator& op) {
+    op.Get(u"dirSelect").SetFocus();
+    op.Press(kKeyUp);
+    EXPECT_EQ(TextOf(op, u"txtDirectory"), u"C:\\");
+    op.Click(u"keyCancel");
+  });
+}
+
+TEST_F(SelectDirectoryTest, CancelWorksWhileALargeFolderIsRead) {
+  machine.Slice = 1;
+  EXPECT_EQ(SelectDirectory({u"C:\\Data", true, {}},
+                            [&](Operator& op) {
+                              EXPECT_EQ(platform.Pointers.back(), ui::Pointer::Hourglass);
+                              op.Wait(std::chrono::milliseconds(10));
+                              op.Click(u"keyCancel");
+                            }),
+            u"");
+  EXPECT_EQ(platform.Pointers.back(), ui::Pointer::Default);
+}
+
+TEST_F(SelectDirectoryTest, TheTextFollowsAHighlightThatComesLate) {
+  machine.Slice = 1;
+  SelectDirectory({u"C:\\Data\\Zeta", true, {}}, [](Operator& op) {
+    op.Get(u"dirSelect").SetFocus();
+    op.Press(kKeyLeft);
+    EXPECT_EQ(TextOf(op, u"txtDirectory"), u"C:\\Data");
+    op.Wait(std::chrono::milliseconds(100));
+    EXPECT_EQ(TextOf(op, u"txtDirectory"), u"C:\\Data\\Zeta");
+    op.Click(u"keyCancel");
+  });
+}
+
+TEST_F(SelectDirectoryTest, ARowOfSeparatorsIsWalkedOnce) {
+  log.FailNothing();
+  SelectDirectory({u"C:\\Data" + String(10000, u'\\'), true, {}}, [](Operator& op) {
+    EXPECT_EQ(op.Get<ui::DirListBox>(u"dirSelect").Path(), u"C:\\Data");
+    op.Click(u"keyCancel");
+  });
+  EXPECT_LT(log.EntriesOf("ReadFolder").size(), 10u);
+}
+
 TEST_F(SelectDirectoryTest, AClickOpensADirectory) {
   EXPECT_EQ(SelectDirectory({u"C:\\Data", true, {}},
                             [](Operator& op) {
