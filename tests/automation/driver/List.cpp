@@ -129,10 +129,16 @@ std::vector<std::wstring> List::Column(int column) const {
 int List::Find(const std::wstring& text, int column) const {
   int found = 0;
   const bool there = Within(kPatience, [&] {
-    const std::vector<std::wstring> texts = Column(column);
-    const auto row = std::find(texts.begin(), texts.end(), text);
-    found = static_cast<int>(row - texts.begin());
-    return row != texts.end();
+    // The list may get shorter while it is read.
+    for (int row = 0; row < Count(); ++row) {
+      try {
+        found = row;
+        if (Cell(row, column) == text) return true;
+      } catch (const std::runtime_error&) {
+        return false;
+      }
+    }
+    return false;
   });
   if (!there) throw std::runtime_error("no row shows " + Narrow(text));
   return found;
