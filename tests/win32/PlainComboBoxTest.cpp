@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "ListsForm.h"
 #include "Person.h"
@@ -69,19 +70,30 @@ TEST_F(PlainComboBox, HasRowsAsLowAsTheSystems) {
   });
 }
 
-TEST_F(PlainComboBox, OpensAListOfNarrowRows) {
+// Entries of the box, and rows that its list shows at once.
+class PlainList : public PlainComboBox, public testing::WithParamInterface<std::pair<int, int>> {};
+
+TEST_P(PlainList, ShowsAllItsEntriesOrEightOfThem) {
+  form.cbo.Clear();
+  for (int i = 0; i < GetParam().first; ++i)
+    form.cbo.AddItem(u"entry " + ToString(i), ui::ComboBox::kAtEnd);
   Work([](Person& person, HWND combo) {
-    person.Click(combo);
-    person.Await([&] { return SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0) != 0; }, "the list");
     COMBOBOXINFO info{};
     info.cbSize = sizeof info;
     GetComboBoxInfo(combo, &info);
+    person.Click(combo);
+    person.Await([&] { return IsWindowVisible(info.hwndList) != FALSE; }, "the list");
     RECT list{};
-    GetWindowRect(info.hwndList, &list);
-    EXPECT_NEAR(list.bottom - list.top, 3 * RowHeight(combo), 4);
+    GetClientRect(info.hwndList, &list);
+    EXPECT_EQ(list.bottom / RowHeight(combo), GetParam().second);
+    EXPECT_LT(list.bottom % RowHeight(combo), 3);
     person.Press(VK_ESCAPE);
   });
 }
+
+INSTANTIATE_TEST_SUITE_P(Entries, PlainList,
+                         testing::Values(std::pair{1, 1}, std::pair{3, 3}, std::pair{8, 8},
+                                         std::pair{12, 8}));
 
 TEST_F(PlainComboBox, IsGreyWhenItIsDisabled) {
   form.Soon([this] { form.cbo.Enabled = false; });

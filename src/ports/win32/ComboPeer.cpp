@@ -36,9 +36,10 @@ int ComboPeer::RowHeight() const {
   return form_.Scale().Pixels(box_.ForFingers() ? std::max(kFingerRow, row) : row);
 }
 
+// The system rounds down to whole rows, so half a row makes up for what its borders take.
 int ComboPeer::HeightBelow() const {
   const int rows = std::clamp(static_cast<int>(box_.Items().size()), 1, kVisibleRows);
-  return rows * RowHeight() + 2 * GetSystemMetrics(SM_CYBORDER);
+  return rows * RowHeight() + RowHeight() / 2;
 }
 
 void ComboPeer::SizeRows() const {
