@@ -1,0 +1,40 @@
+#pragma once
+
+#include <windows.h>
+
+#include <chrono>
+#include <functional>
+
+namespace krx::bench {
+
+using Clock = std::chrono::steady_clock;
+using Time = Clock::time_point;
+
+// Follows the first dialog that this thread opens while the watch lives. Only one lives at a time.
+class PaintWatch {
+ public:
+  // Called after each message that a window of the dialog has handled.
+  using Handled = std::function<void(HWND dialog, HWND window, UINT message)>;
+
+  explicit PaintWatch(Handled handled);
+  // Handles what the dialog has left in the thread's queue.
+  ~PaintWatch();
+  PaintWatch(const PaintWatch&) = delete;
+  PaintWatch& operator=(const PaintWatch&) = delete;
+
+  Time Created, Activated;  // the first window; the dialog
+
+ private:
+  static LRESULT CALLBACK OnWindowEvent(int code, WPARAM w, LPARAM l);
+  static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM w, LPARAM l);
+  static BOOL CALLBACK Follow(HWND window, LPARAM);
+
+  const Handled handled_;
+  const HHOOK hook_;
+  HWND dialog_ = nullptr;
+};
+
+// Whether the dialog or a window in it is still to be painted.
+bool AnyPaintPending(HWND dialog);
+
+}  // namespace krx::bench
