@@ -187,6 +187,19 @@ TEST_F(FileSelectTest, ADriveChangeIsPassedOnToTheFileList) {
   });
 }
 
+// The list keeps its directory, and its path is what is passed on.
+TEST_F(FileSelectTest, ADriveThatIsNotReadyShowsTheFilesOfTheOpenDirectoryAgain) {
+  OpenFile(InData(u"All|*"), [](Operator& op) {
+    const auto& files = op.Get<ui::FileListBox>(u"filSelect");
+    op.Get(u"dirSelect").SetFocus();
+    op.Press(ui::kKeyDown);
+    EXPECT_EQ(files.Path(), u"C:\\Data\\Alpha");
+    op.Get<ui::DriveListBox>(u"drvSelect").Select(2);
+    EXPECT_EQ(files.Path(), u"C:\\Data");
+    op.Click(u"keyCancel");
+  });
+}
+
 TEST_F(FileSelectTest, AClickOutsideIsTurnedBackWhileConfined) {
   service::FileRequest request = InData(u"All|*");
   request.AllowChangeUp = false;
