@@ -14,7 +14,7 @@ using service::Skip;
 constexpr StringView kParent = u"..";
 constexpr StringView kHasFolders = u" +";
 constexpr int kNames = 1;                         // the grid's column of folder names
-constexpr int kMarkerInterval = 15;               // milliseconds
+constexpr int kMarkerInterval = 60;               // milliseconds; each round paints the list anew
 constexpr std::chrono::milliseconds kAtOnce{20};  // small folders are complete by then
 constexpr std::chrono::milliseconds kSlice{1000};
 constexpr char16_t kEnter = 13;

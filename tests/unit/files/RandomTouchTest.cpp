@@ -109,7 +109,7 @@ class RandomTouch : public TouchTest {
   }
   // The markers that have come are right, and all come in time.
   void CompareMarkers(Operator& op, const Model& model) {
-    op.Wait(std::chrono::milliseconds(600));
+    op.Wait(std::chrono::milliseconds(2000));
     const auto& grid = op.Get<ui::KRXGrid>(u"grdFolders");
     for (int row = 0; row < grid.RowCount(); ++row) {
       const String& name = model.Rows[static_cast<std::size_t>(row)];

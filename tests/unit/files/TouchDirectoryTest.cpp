@@ -231,12 +231,12 @@ TEST_F(TouchDirectory, MarkersFollowWhileTheOperatorWorks) {
     ASSERT_EQ(grid.RowCount(), 31) << "all rows are there";
     EXPECT_EQ(grid.Cell(4, 0), u" +") << "the first answers";
     EXPECT_EQ(grid.Cell(5, 0), u"");
-    op.Wait(std::chrono::milliseconds(15));
+    op.Wait(std::chrono::milliseconds(60));
     EXPECT_EQ(grid.Cell(8, 0), u" +");
     EXPECT_EQ(grid.Cell(9, 0), u"");
     Touch(op, u"Set20");
     EXPECT_EQ(Path(op), u"D:\\Backup\\Set20");
-    op.Wait(std::chrono::milliseconds(500));
+    op.Wait(std::chrono::milliseconds(2000));
     EXPECT_EQ(grid.Cell(30, 0), u" +");
     EXPECT_EQ(grid.Cell(0, 0), u"") << "the way up has none";
     EXPECT_EQ(Selected(op), u"Set20");
@@ -251,7 +251,7 @@ TEST_F(TouchDirectory, MarkersOfAFolderThatWasLeftAreDropped) {
   machine.Slice = 2;
   SelectDirectory(u"D:\\Backup\\Set0", [](Operator& op) {
     op.Get<ui::KRXComboBox>(u"cboDrives").Select(0);
-    op.Wait(std::chrono::milliseconds(500));
+    op.Wait(std::chrono::milliseconds(2000));
     EXPECT_THAT(Rows(op), ElementsAre(" +|Data", "|Windows"));
     Cancel(op);
   });
