@@ -112,16 +112,11 @@ void SelectForm::SizeKeys() {
 }
 
 Twips SelectForm::InnerWidth(Twips narrowest, Headings headings) {
-  Twips width = MaxValue({narrowest, keyOK.Width() + kButtonGap + keyCancel.Width(), TitleWidth()});
+  Twips width = MaxValue(
+      {narrowest, keyOK.Width() + kButtonGap + keyCancel.Width(), WidthOfTitle() - 2 * kMargin});
   for (const Heading& heading : headings)
     width = std::max(width, MeasureTextWidth(heading.Label));
   return width;
-}
-
-// The width between the margins at which the close key leaves the whole title in sight.
-Twips SelectForm::TitleWidth() {
-  return MeasureTextWidth(idxCaption) + 2 * idxCaption.Indent() + keyClose.Width() +
-         service::kCloseKeyMargin - 2 * kMargin;
 }
 
 Twips SelectForm::DirectoryHeight() const {

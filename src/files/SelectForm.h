@@ -73,7 +73,6 @@ class SelectForm : public service::DialogForm {
  private:
   void LoadLists();
   void DriveChanged();
-  Twips TitleWidth();
 
   ConfinedNavigation navigation_;
 };

@@ -81,6 +81,11 @@ void DialogForm::SizeCloseKey() {
   keyClose.Picture = CrossFor(keyClose.Height(), ThePlatform().TwipsPerPixel());
 }
 
+Twips DialogForm::WidthOfTitle() const {
+  return MeasureTextWidth(idxCaption) + 2 * idxCaption.Indent() + keyClose.Width() +
+         kCloseKeyMargin;
+}
+
 void DialogForm::PlaceCaption() {
   idxCaption.Place({0, 0, Width(), idxCaption.Height()});
   const Twips edge = Width() - kCloseKeyMargin;

@@ -41,6 +41,8 @@ class DialogForm : public ui::Form {
   // Height of the caption line, and the picture and size of the close key with it.
   void SizeCaption(Twips padding);
   void SizeCloseKey();
+  // The width in twips at which the close key leaves the whole title in sight.
+  Twips WidthOfTitle() const;
   // The caption line across the form's width, the close key at its right end.
   void PlaceCaption();
 

@@ -75,7 +75,9 @@ void UserForm::LayOut(Rows rows, Keys keys, Twips caption_padding, WideRow wide_
   Twips height = 0;
   for (const ui::KRXKey* const key : keys)
     height = std::max(height, key->Height());
-  Width = MaxValue({right + kMargin, WidestLabelEnd(rows) + kMargin, WidthOfTitle()});
+  Twips title = 0;
+  Skip([&] { title = WidthOfTitle(); });
+  Width = MaxValue({right + kMargin, WidestLabelEnd(rows) + kMargin, title});
   Height = top + height + kMargin;
   PlaceCaption();
 }
@@ -110,16 +112,6 @@ Twips UserForm::WidestLabelEnd(Rows rows) const {
   for (const service::InputRow& row : rows)
     end = std::max(end, row.Label.Left() + row.Label.Width());
   return end;
-}
-
-// The width at which the close key leaves the whole title in sight; 0 when it cannot be measured.
-Twips UserForm::WidthOfTitle() {
-  Twips width = 0;
-  Skip([&] {
-    width = MeasureTextWidth(idxCaption) + 2 * idxCaption.Indent() + keyClose.Width() +
-            service::kCloseKeyMargin;
-  });
-  return width;
 }
 
 void UserForm::ShowMessage(StringView key, std::int32_t style, const String& title) {

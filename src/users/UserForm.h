@@ -89,7 +89,6 @@ class UserForm : public service::DialogForm {
   Twips SizeKeys(Keys keys);
   void PlaceKeys(Keys keys, Twips left, Twips top);
   Twips WidestLabelEnd(Rows rows) const;
-  Twips WidthOfTitle();
 };
 
 }  // namespace krx::users
