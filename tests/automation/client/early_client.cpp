@@ -107,11 +107,8 @@ void Failures() {
 }
 
 const std::map<std::string, std::function<void()>> kModes{
-    {"answer", Answer},
-    {"nested", Nested},
-    {"windows", Windows},
-    {"quit", Quit},
-    {"failures", Failures},
+    {"answer", Answer}, {"nested", Nested},     {"windows", Windows},
+    {"quit", Quit},     {"failures", Failures},
 };
 
 }  // namespace
