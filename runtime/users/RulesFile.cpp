@@ -4,8 +4,8 @@
 #include <map>
 #include <string>
 
-#include "runtime/users/FieldText.h"
 #include "runtime/core/LineReader.h"
+#include "runtime/users/FieldText.h"
 #include "runtime/users/Names.h"
 #include "runtime/users/UserFailure.h"
 
