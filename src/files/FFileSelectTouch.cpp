@@ -155,6 +155,7 @@ void FFileSelectTouch::GetFiles() {
       if (FilterFile(file)) rows.push_back({std::move(file)});
     }
     grdFiles.SetRows(std::move(rows));
+    grdFiles.TopRow = 0;
   });
 }
 

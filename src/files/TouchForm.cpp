@@ -167,6 +167,7 @@ bool TouchForm::ListFolders() {
     DropMarkers();
     grdFolders.SuspendDrawing();
     grdFolders.SetRows(std::move(rows));
+    grdFolders.TopRow = 0;
     FollowMarkers(folders);
     grdFolders.ResumeDrawing();
     return true;

@@ -10,7 +10,10 @@ namespace {
 
 // Folders of usual size are read by then, and nobody notices the wait.
 constexpr std::chrono::milliseconds kPatience{20};
-constexpr int kInterval = 10;  // milliseconds between two looks at a reading
+// Milliseconds between two looks at a reading, doubled with each: the first rows come soon; later a
+// look costs a repaint and takes the time from the reading.
+constexpr int kFirstInterval = 10;
+constexpr int kLastInterval = 80;
 
 void MoveBehind(std::vector<String>& known, std::vector<String>& more) {
   if (known.empty()) {
@@ -36,14 +39,17 @@ void FolderListing::Take(std::chrono::milliseconds patience) {
 
 FolderReadings::FolderReadings(Form& form)
     : platform_(form.ThePlatform()), tmrReading_(form, u"tmrReading") {
-  tmrReading_.Interval = kInterval;
-  tmrReading_.Tick = [this] { TakeAll(); };
+  tmrReading_.Tick = [this] {
+    tmrReading_.Interval = std::min(2 * tmrReading_.Interval(), kLastInterval);
+    TakeAll();
+  };
 }
 
 std::shared_ptr<const FolderListing> FolderReadings::Open(const String& path) {
   auto listing = std::make_shared<FolderListing>(platform_.Files(), path);
   listing->Take(kPatience);
   listings_.push_back(listing);
+  tmrReading_.Interval = kFirstInterval;
   ShowProgress();
   return listing;
 }

@@ -98,7 +98,7 @@ TEST(MachineFiles, APathTellsItsDriveWhateverFollows) {
   MachineFiles files;
   EXPECT_TRUE(files.DriveExists(u"C:"));
   EXPECT_TRUE(files.DriveExists(u"c:\\nowhere"));
-  EXPECT_FALSE(files.DriveExists(u"Y:\\"));
+  EXPECT_FALSE(files.DriveExists(u"X:\\"));
   EXPECT_FALSE(files.DriveExists(u"1:"));
   EXPECT_FALSE(files.DriveExists(u"Data"));
   EXPECT_FALSE(files.DriveExists(u""));

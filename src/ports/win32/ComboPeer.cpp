@@ -28,6 +28,7 @@ ComboPeer::ComboPeer(Toolkit& toolkit, FormPeer& form, ui::ComboBox& box)
 void ComboPeer::Update(ui::Aspect aspect) {
   ControlPeer::Update(aspect);
   if (aspect == ui::Aspect::Bounds && Window()) SizeRows();
+  if (aspect == ui::Aspect::Enabled && Window()) Invalidate();  // its field is drawn by us
 }
 
 int ComboPeer::RowHeight() const {

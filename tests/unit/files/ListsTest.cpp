@@ -154,7 +154,7 @@ TEST_F(ListsTest, ALargeFolderGrowsInTheFileSystemsOrderUnderTheHourglass) {
     op.Wait(milliseconds(1));
     EXPECT_EQ(Rows(files), (Rows_{"b.txt", "a.bmp"}));
     EXPECT_TRUE(Busy());
-    op.Wait(milliseconds(10));
+    op.Wait(milliseconds(20));
     EXPECT_EQ(Rows(files), (Rows_{"b.txt", "a.bmp", "c.txt"}));
     EXPECT_FALSE(Busy());
     EXPECT_EQ(platform.Pointers.size(), 2u);
@@ -194,9 +194,9 @@ TEST_F(ListsTest, APatternPicksTheRowsOfAGrowingList) {
   files.Pattern = u"*.TXT";
   files.Path = u"C:\\Data";
   Show([&](Operator& op) {
-    op.Wait(milliseconds(30));  // two folders and two files are known
+    op.Wait(milliseconds(70));  // two folders and two files are known
     EXPECT_EQ(Rows(files), (Rows_{"b.txt"}));
-    op.Wait(milliseconds(10));
+    op.Wait(milliseconds(80));
     EXPECT_EQ(Rows(files), (Rows_{"b.txt", "c.txt"}));
     files.SelectRow(1);
     files.Pattern = u"*";
