@@ -39,8 +39,8 @@ int LetterOf(StringView path) {
   return kLetters;
 }
 
-bool IsDrive(int letter) {
-  return letter < kLetters && (GetLogicalDrives() >> letter & 1) != 0;
+bool IsDrive(DWORD drives, int letter) {
+  return letter < kLetters && (drives >> letter & 1) != 0;
 }
 
 ui::DriveType TypeOf(const String& drive) {
@@ -118,8 +118,9 @@ String MachineFiles::Resolve(StringView path) {
 
 std::vector<ui::Drive> MachineFiles::Drives() {
   std::vector<ui::Drive> drives;
+  const DWORD letters = GetLogicalDrives();
   for (int letter = 0; letter < kLetters; ++letter) {
-    if (!IsDrive(letter)) continue;
+    if (!IsDrive(letters, letter)) continue;
     const String path{static_cast<char16_t>(u'A' + letter), u':'};
     drives.push_back({path, TypeOf(path)});
   }
@@ -127,7 +128,7 @@ std::vector<ui::Drive> MachineFiles::Drives() {
 }
 
 bool MachineFiles::DriveExists(StringView path) {
-  if (HasDrive(path)) return IsDrive(LetterOf(path));
+  if (HasDrive(path)) return IsDrive(GetLogicalDrives(), LetterOf(path));
   if (!path.starts_with(u"\\\\")) return false;
   const String share = Resolve(path);
   return !share.empty() && DriveReady(RootOf(share));
