@@ -1,4 +1,5 @@
 #include "ComponentTest.h"
+#include "FakeRuntime.h"
 
 namespace krx::tests {
 namespace {
@@ -50,22 +51,33 @@ TEST_F(LateBindingTest, AHeightThatIsNoNumberIsATypeMismatch) {
   EXPECT_EQ(ButtonMinHeight(*Dialog), 0);
 }
 
+// A message box whose style makes it fail (error 13) before it opens.
+constexpr LONG kFailingStyle = 256;
+constexpr HRESULT kTypeMismatch = static_cast<HRESULT>(0x800A000D);
+
 TEST_F(LateBindingTest, AFailureArrivesWithNumberSourceAndDescription) {
-  const LateResult result = CallByName(*Dialog, L"KRUser", kCall);
+  const FakeRuntime runtime{[](const char*) { return S_OK; }};
+  const com::Bstr text(u"text");
+  const LateResult result =
+      CallByName(*Dialog, L"KRMsgBox", kCall, {Text(text.Get()), Int(kFailingStyle)});
   EXPECT_EQ(result.Status, DISP_E_EXCEPTION);
-  EXPECT_EQ(result.Failure.scode, E_NOTIMPL);
+  EXPECT_EQ(result.Failure.scode, kTypeMismatch);
   EXPECT_EQ(result.Source, u"KRXDialogs");
-  EXPECT_EQ(result.Description, u"This dialog is not implemented");
+  EXPECT_EQ(result.Description, u"Type mismatch");
 }
 
 TEST_F(LateBindingTest, OptionalArgumentsMayBeLeftOutSkippedOrNamed) {
+  const FakeRuntime runtime{[](const char*) { return S_OK; }};
+  const com::Bstr text(u"text");
   const com::Bstr title(u"Title");
-  EXPECT_EQ(CallByName(*Dialog, L"KRSelectDirectory", kCall).Failure.scode, E_NOTIMPL);
-  EXPECT_EQ(CallByName(*Dialog, L"KRSelectDirectory", kCall, {Missing(), Missing()}).Failure.scode,
-            E_NOTIMPL);
-  EXPECT_EQ(CallByName(*Dialog, L"KRSelectDirectory", kCall, {Text(title.Get())}, {L"Title"})
-                .Failure.scode,
-            E_NOTIMPL);
+  const VARIANT style = Int(kFailingStyle);
+  const auto call = [&](std::vector<VARIANT> rest, std::vector<const wchar_t*> names = {}) {
+    rest.insert(rest.begin(), {Text(text.Get()), style});
+    return CallByName(*Dialog, L"KRMsgBox", kCall, rest, names).Failure.scode;
+  };
+  EXPECT_EQ(call({}), kTypeMismatch);
+  EXPECT_EQ(call({Missing(), Missing()}), kTypeMismatch);
+  EXPECT_EQ(call({Text(title.Get())}, {L"Title"}), kTypeMismatch);
 }
 
 TEST_F(LateBindingTest, WrongCallsGetTheStandardStatus) {
