@@ -80,21 +80,22 @@ void DirListBox::Highlight(StringView path) {
 }
 
 bool DirListBox::HighlightFrom(int first) {
-  const auto& known = listing_->Folders();
-  const auto found = std::find(known.begin() + first, known.end(), wish_);
-  if (found == known.end()) {
+  const auto begin = listing_->Folders().begin();
+  const auto end = begin + folders_;
+  const auto found = std::find(begin + first, end, wish_);
+  if (found == end) {
     if (listing_->Complete()) wish_.clear();
     return false;
   }
   wish_.clear();
-  ListIndex = static_cast<int>(found - known.begin());
+  ListIndex = static_cast<int>(found - begin);
   return true;
 }
 
 void DirListBox::ListingsGrew() {
   if (!listing_) return;
   const int before = std::exchange(folders_, static_cast<int>(listing_->Folders().size()));
-  if (folders_ != before) RowsChanged();
+  if (folders_ != before) RowsAdded();
   if (wish_.empty()) return;
   if (SelectedRow() != wished_at_) return wish_.clear();
   if (HighlightFrom(before)) Highlighted();

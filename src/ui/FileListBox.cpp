@@ -72,7 +72,7 @@ void FileListBox::TakeOver() {
 void FileListBox::ListingsGrew() {
   const int before = shown_;
   TakeOver();
-  if (shown_ != before) RowsChanged();
+  if (shown_ != before) RowsAdded();
 }
 
 }  // namespace krx::ui

@@ -10,10 +10,11 @@ namespace {
 
 // Folders of usual size are read by then, and nobody notices the wait.
 constexpr std::chrono::milliseconds kPatience{20};
-// Milliseconds between two looks at a reading, doubled with each: the first rows come soon; later a
-// look costs a repaint and takes the time from the reading.
-constexpr int kFirstInterval = 10;
-constexpr int kLastInterval = 80;
+// Milliseconds between two looks at a reading. The lists hear of its end at once, and of what it
+// has brought meanwhile in longer and longer rounds of looks: the first rows come soon, later a
+// list that draws takes the time from the reading.
+constexpr int kInterval = 10;
+constexpr int kLongestRound = 16;
 
 void MoveBehind(std::vector<String>& known, std::vector<String>& more) {
   if (known.empty()) {
@@ -28,28 +29,28 @@ void MoveBehind(std::vector<String>& known, std::vector<String>& more) {
 FolderListing::FolderListing(FileSystem& files, String path)
     : path_(std::move(path)), reader_(files.ReadFolder(path_)) {}
 
-void FolderListing::Take(std::chrono::milliseconds patience) {
-  if (!reader_) return;
+bool FolderListing::Take(std::chrono::milliseconds patience) {
+  if (!reader_) return false;
   FolderPart part = reader_->Take(patience);
   MoveBehind(known_.Folders, part.Folders);
   MoveBehind(known_.Files, part.Files);
   known_.Complete = part.Complete;
   if (known_.Complete) reader_.reset();
+  return known_.Complete;
 }
 
 FolderReadings::FolderReadings(Form& form)
     : platform_(form.ThePlatform()), tmrReading_(form, u"tmrReading") {
-  tmrReading_.Tick = [this] {
-    tmrReading_.Interval = std::min(2 * tmrReading_.Interval(), kLastInterval);
-    TakeAll();
-  };
+  tmrReading_.Interval = kInterval;
+  tmrReading_.Tick = [this] { Tick(); };
 }
 
 std::shared_ptr<const FolderListing> FolderReadings::Open(const String& path) {
   auto listing = std::make_shared<FolderListing>(platform_.Files(), path);
   listing->Take(kPatience);
   listings_.push_back(listing);
-  tmrReading_.Interval = kFirstInterval;
+  ticks_ = 0;
+  due_ = 1;
   ShowProgress();
   return listing;
 }
@@ -62,13 +63,24 @@ std::shared_ptr<const FolderListing> FolderReadings::Share(const String& path) {
   return found == listings_.rend() ? Open(path) : found->lock();
 }
 
-void FolderReadings::TakeAll() {
-  for (const auto& listing : listings_) {
-    if (const auto held = listing.lock()) held->Take(std::chrono::milliseconds(0));
-  }
+void FolderReadings::Tick() {
+  const bool ended = TakeAll();
+  if (!ended && ++ticks_ < due_) return;
+  ticks_ = 0;
+  due_ = std::min(2 * due_, kLongestRound);
   for (Watcher* const watcher : watchers_)
     watcher->ListingsGrew();
   ShowProgress();
+}
+
+// True when one of the listings has become complete.
+bool FolderReadings::TakeAll() {
+  bool ended = false;
+  for (const auto& listing : listings_) {
+    const auto held = listing.lock();
+    if (held && held->Take(std::chrono::milliseconds(0))) ended = true;
+  }
+  return ended;
 }
 
 void FolderReadings::ShowProgress() {

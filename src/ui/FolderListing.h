@@ -21,7 +21,8 @@ class FolderListing {
   bool Complete() const { return known_.Complete; }
 
   // Takes over what has been read in the meantime, waiting for the rest no longer than `patience`.
-  void Take(std::chrono::milliseconds patience);
+  // True when that has made it complete.
+  bool Take(std::chrono::milliseconds patience);
 
  private:
   const String path_;
@@ -54,11 +55,14 @@ class FolderReadings {
   void Add(Watcher& watcher) { watchers_.push_back(&watcher); }
 
  private:
-  void TakeAll();
+  void Tick();
+  bool TakeAll();
   void ShowProgress();
 
   Platform& platform_;
   Timer tmrReading_;
+  int ticks_ = 0;  // since the lists have heard of something
+  int due_ = 1;    // ticks until they hear again
   std::vector<std::weak_ptr<FolderListing>> listings_;
   std::vector<Watcher*> watchers_;
   std::optional<Hourglass> hourglass_;

@@ -18,6 +18,7 @@ enum class Aspect {
   Locked,
   Selection,
   Items,
+  MoreItems,  // came behind the others, which are as they were
   Columns,    // titles and widths of a list's columns, height of its rows
   Scroll,     // the row at the top of a list
   RowInView,  // a row of a list is to be in sight

@@ -86,16 +86,18 @@ void RowList::SetColumnWidth(int column, Twips width) {
 
 void RowList::ResumeDrawing() {
   if (--suspended_ > 0) return;
+  if (changed_.contains(Aspect::Items)) changed_.erase(Aspect::MoreItems);
   // A row can be selected or scrolled to once the port knows it.
   for (const Aspect aspect :
-       {Aspect::Items, Aspect::Selection, Aspect::Scroll, Aspect::RowInView}) {
+       {Aspect::Items, Aspect::MoreItems, Aspect::Selection, Aspect::Scroll, Aspect::RowInView}) {
     if (changed_.erase(aspect) > 0) Changed(aspect);
   }
 }
 
 void RowList::Changed(Aspect aspect) {
-  const bool of_rows = aspect == Aspect::Items || aspect == Aspect::Selection ||
-                       aspect == Aspect::Scroll || aspect == Aspect::RowInView;
+  const bool of_rows = aspect == Aspect::Items || aspect == Aspect::MoreItems ||
+                       aspect == Aspect::Selection || aspect == Aspect::Scroll ||
+                       aspect == Aspect::RowInView;
   if (of_rows && suspended_ > 0) {
     changed_.insert(aspect);
   } else {
@@ -120,6 +122,10 @@ void RowList::RowsChanged() {
   Changed(Aspect::Items);
 }
 
+void RowList::RowsAdded() {
+  Changed(Aspect::MoreItems);
+}
+
 void RowList::RowsReplaced() {
   const bool lost = std::exchange(selected_, kNoRow) != kNoRow;
   in_view_ = kNoRow;
@@ -135,7 +141,7 @@ StringView StoredRows::Cell(int row, int column) const {
 
 void StoredRows::AddRow(std::vector<String> cells) {
   rows_.push_back(std::move(cells));
-  RowsChanged();
+  RowsAdded();
 }
 
 void StoredRows::SetCell(int row, int column, String text) {

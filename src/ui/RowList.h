@@ -76,8 +76,10 @@ class RowList : public FontClassControl {
 
  protected:
   RowList(Form& parent, String name);
-  // Rows were added behind the others or show other texts.
+  // Rows show other texts.
   void RowsChanged();
+  // Rows came behind the others.
+  void RowsAdded();
   // The rows are other ones; none of them is selected.
   void RowsReplaced();
 

@@ -11,18 +11,10 @@ PaintWatch* watch = nullptr;
 // message.
 std::unordered_map<HWND, WNDPROC> own_procedures;
 
-BOOL CALLBACK FindPending(HWND window, LPARAM pending) {
-  const bool found = IsWindowVisible(window) && GetUpdateRect(window, nullptr, FALSE);
-  if (found) *reinterpret_cast<bool*>(pending) = true;
-  return !found;
-}
-
 }  // namespace
 
-bool AnyPaintPending(HWND dialog) {
-  bool pending = GetUpdateRect(dialog, nullptr, FALSE);
-  if (!pending) EnumChildWindows(dialog, FindPending, reinterpret_cast<LPARAM>(&pending));
-  return pending;
+bool AnyPaintPending() {
+  return (HIWORD(GetQueueStatus(QS_PAINT)) & QS_PAINT) != 0;
 }
 
 PaintWatch::PaintWatch(Handled handled)

@@ -34,7 +34,8 @@ class PaintWatch {
   HWND dialog_ = nullptr;
 };
 
-// Whether the dialog or a window in it is still to be painted.
-bool AnyPaintPending(HWND dialog);
+// Whether a window of this thread is still to be painted. One call of the system: asking each
+// window would cost as much as painting it.
+bool AnyPaintPending();
 
 }  // namespace krx::bench

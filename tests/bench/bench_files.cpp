@@ -1,8 +1,8 @@
 // Time from the call of a file dialog to its first rows painted and to its complete list, against a
 // bare enumeration and against both styles of the platform's own file dialog on the same folder, in
 // one process and run. Prints medians and ratios.
-// usage: bench_files [--own] FOLDER... ; each holds only files, the more the fewer rounds. With
-// --own the platform's dialogs, which take seconds for large folders, stay closed.
+// usage: bench_files [--own] FOLDER... ; each holds only files. With --own the platform's dialogs
+// stay closed.
 
 #include <windows.h>
 
@@ -27,9 +27,11 @@ using bench::Clock;
 using bench::Time;
 
 constexpr UINT kLook = WM_APP + 0x123;  // posted to the dialog, to look at its list
-constexpr int kFilesPerRun = 200000;    // of one kind, over all rounds
-constexpr int kMostRounds = 50;
-constexpr int kWarmUp = 2;
+constexpr int kRounds = 50;
+constexpr int kWarmUp = 5;
+// The platform's dialogs take seconds for a large folder, so there are fewer rounds of them.
+constexpr int kFilesPerRun = 200000;  // over all rounds
+constexpr int kFewestRounds = 3;
 
 // When one dialog showed its first rows and all of them, from its call on, in milliseconds.
 struct Run {
@@ -88,7 +90,7 @@ class Stages {
     // Rows behind the visible part need no paint.
     if (rows >= files_ && !looking_) looking_ = PostMessageW(dialog, kLook, 0, 0);
     if (!look) return;
-    if (rows == 0 || bench::AnyPaintPending(dialog)) return;
+    if (rows == 0 || bench::AnyPaintPending()) return;
     if (Result.First == 0) Result.First = Since(called_);
     if (rows < files_) return;
     Result.Complete = Since(called_);
@@ -157,7 +159,7 @@ void Print(const char* what, const std::vector<double>& times, double bare, doub
 bool Bench(client::Dialogs& dialogs, const wchar_t* folder, bool platforms) {
   const int files = Enumerate(folder);
   if (files == 0) return false;
-  const int rounds = std::clamp(kFilesPerRun / files, 3, kMostRounds);
+  const int rounds = platforms ? std::clamp(kFilesPerRun / files, kFewestRounds, kRounds) : kRounds;
   const client::BasicString path(folder);
   std::vector<double> bare, read, first, complete, explorer, old;
   win32::MachineFiles machine;

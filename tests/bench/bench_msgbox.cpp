@@ -5,18 +5,19 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <vector>
 
+#include "PaintWatch.h"
 #include "client/Dialogs.h"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-using Time = Clock::time_point;
+using krx::bench::Clock;
+using krx::bench::PaintWatch;
+using krx::bench::Time;
 
 constexpr int kWarmUp = 5;
 constexpr const wchar_t* kText = L"The recipe has changed. Save it before closing?";
@@ -28,70 +29,25 @@ struct Run {
   Time Called, Created, Activated, Painted, Returned;
 };
 
-Run run;
-HWND box = nullptr;
-HHOOK hook = nullptr;
-
-bool AnyPaintPending(HWND window) {
-  if (GetUpdateRect(window, nullptr, FALSE)) return true;
-  for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
-    if (IsWindowVisible(child) && GetUpdateRect(child, nullptr, FALSE)) return true;
-  return false;
-}
-
 // At once: a pause here would pull both round trips, and so their ratio, together.
-void Answer() {
+void Answer(HWND box) {
   PostMessageW(box, WM_KEYDOWN, VK_ESCAPE, 0x00010001);
   PostMessageW(box, WM_KEYUP, VK_ESCAPE, static_cast<LPARAM>(0xC0010001));
 }
 
-// Every window of the box gets this procedure in front of its own; each paint message that has
-// returned may be the last one.
-LRESULT CALLBACK WatchPaint(HWND window, UINT message, WPARAM w, LPARAM l) {
-  const auto own = reinterpret_cast<WNDPROC>(GetPropW(window, L"BenchOwn"));
-  if (message == WM_NCDESTROY) {
-    RemovePropW(window, L"BenchOwn");
-    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(own));
-  }
-  const LRESULT result = CallWindowProcW(own, window, message, w, l);
-  if (message == WM_PAINT && run.Painted == Time() && !AnyPaintPending(box)) {
-    run.Painted = Clock::now();
-    Answer();
-  }
-  return result;
-}
-
-BOOL CALLBACK Watch(HWND window, LPARAM) {
-  const LONG_PTR own = GetWindowLongPtrW(window, GWLP_WNDPROC);
-  SetPropW(window, L"BenchOwn", reinterpret_cast<HANDLE>(own));
-  SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(WatchPaint));
-  return TRUE;
-}
-
-LRESULT CALLBACK OnWindowEvent(int code, WPARAM w, LPARAM l) {
-  const auto window = reinterpret_cast<HWND>(w);
-  const bool top_level = code >= 0 && !(GetWindowLongW(window, GWL_STYLE) & WS_CHILD);
-  if (code == HCBT_CREATEWND && top_level && run.Created == Time()) run.Created = Clock::now();
-  if (code == HCBT_ACTIVATE && !box) {
-    run.Activated = Clock::now();
-    box = window;
-    Watch(window, 0);
-    EnumChildWindows(window, Watch, 0);
-  }
-  return CallNextHookEx(hook, code, w, l);
-}
-
 Run Measure(const std::function<void()>& show) {
-  run = {};
-  box = nullptr;
-  hook = SetWindowsHookExW(WH_CBT, OnWindowEvent, nullptr, GetCurrentThreadId());
+  Run run;
+  // Each paint message that has been handled may be the last one.
+  const PaintWatch watch([&](HWND box, HWND, UINT message) {
+    if (message != WM_PAINT || run.Painted != Time() || krx::bench::AnyPaintPending()) return;
+    run.Painted = Clock::now();
+    Answer(box);
+  });
   run.Called = Clock::now();
   show();
   run.Returned = Clock::now();
-  UnhookWindowsHookEx(hook);
-  MSG message;
-  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-    DispatchMessageW(&message);
+  run.Created = watch.Created;
+  run.Activated = watch.Activated;
   return run;
 }
 
@@ -129,8 +85,9 @@ int main(int count, char** arguments) {
     ours.push_back(own);
     theirs.push_back(other);
   }
-  for (const Run& r : ours)
-    if (r.Painted == Time()) return std::puts("a box was never seen painted"), 1;
+  for (const auto* runs : {&ours, &theirs})
+    for (const Run& r : *runs)
+      if (r.Painted == Time()) return std::puts("a box was never seen painted"), 1;
   std::printf("median of %d, in ms           KRMsgBox  MessageBoxW    ratio\n", rounds);
   PrintRow("called to painted", ours, theirs, &Run::Called, &Run::Painted);
   PrintRow("answered to returned", ours, theirs, &Run::Painted, &Run::Returned);

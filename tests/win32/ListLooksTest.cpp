@@ -1,3 +1,7 @@
+#include <windows.h>
+
+#include <commctrl.h>  // builds on the one above
+
 #include <algorithm>
 #include <vector>
 
@@ -110,6 +114,44 @@ TEST_F(ListLooks, PicturesStandBeforeTheRowsAndFollowTheirIndent) {
       return left;
     };
     EXPECT_GT(first(2), first(1));
+  });
+}
+
+TEST_F(ListLooks, NewRowsAreDrawnAndTheOthersAreLeftAlone) {
+  form.lst.TabIndex = 0;
+  form.lst.KeyDown = [this](int& key, int) {
+    if (key != VK_F7) return;
+    form.lst.AskedRows.clear();
+    form.lst.Grow(6);
+  };
+  const auto drawn = [](const List& list, int row) {
+    const auto pixels = Pixels(list, row);
+    return std::count(pixels.begin(), pixels.end(), pixels.front()) < std::ssize(pixels);
+  };
+  WorkWith(form.lst, [&](Person& person, const List& list) {
+    person.Await([&] { return drawn(list, 3); }, "the first rows");
+    person.Press(VK_F7);
+    list.WaitForCount(6);
+    person.Await([&] { return drawn(list, 5); }, "the new rows");
+  });
+  EXPECT_EQ(form.lst.AskedRows, (std::set<int>{4, 5}));
+}
+
+TEST_F(ListLooks, ColumnsLeaveRoomForTheScrollBarThatNewRowsBring) {
+  form.lst.TabIndex = 0;
+  form.Soon([this] { form.lst.Grow(1000); });
+  WorkWith(form.lst, [](Person& person, const List& list) {
+    const HWND window = list.TheWindow().Handle();
+    list.WaitForCount(1000);
+    person.Await(
+        [&] {
+          RECT client;
+          GetClientRect(window, &client);
+          return SendMessageW(window, LVM_GETCOLUMNWIDTH, 0, 0) == client.right;
+        },
+        "a column as wide as the room beside the scroll bar");
+    EXPECT_NE(GetWindowLongW(window, GWL_STYLE) & WS_VSCROLL, 0);
+    EXPECT_EQ(GetWindowLongW(window, GWL_STYLE) & WS_HSCROLL, 0);
   });
 }
 

@@ -314,6 +314,17 @@ TEST_F(Lists, GrowWithoutMovingWhatIsSeen) {
   EXPECT_EQ(form.lst.TopRow(), 55);
 }
 
+TEST_F(Lists, TheFirstRowsOfAnEmptyListBringTheFrame) {
+  form.lst.TabIndex = 0;
+  form.Soon([&] { form.lst.Grow(10); });
+  WorkWith(form.lst, [](Person&, const List& list) {
+    const HWND window = list.TheWindow().Handle();
+    list.WaitForCount(10);
+    EXPECT_EQ(SendMessageW(window, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED), 0);
+  });
+  EXPECT_EQ(events, "");
+}
+
 }  // namespace
 
 }  // namespace krx::test

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,11 +22,12 @@ class FolderList final : public ui::RowList {
   }
   void Grow(int rows) {
     rows_ = rows;
-    RowsChanged();
+    RowsAdded();
   }
   int RowCount() const override { return rows_; }
   StringView Cell(int row, int) const override {
     ++Asked;
+    AskedRows.insert(row);
     return text_ = u"folder " + ToString(row);
   }
   bool HasImages() const override { return true; }
@@ -36,6 +38,7 @@ class FolderList final : public ui::RowList {
   int Indent(int row) const override { return row % 4; }
 
   mutable int Asked = 0;
+  mutable std::set<int> AskedRows;
 
  private:
   int rows_ = 0;

@@ -29,10 +29,12 @@ class Flag {
 };
 
 // The system draws scroll bars and rows anew at every step, milliseconds each; in this stretch it
-// draws once, at the end. A hidden window would be shown by that.
+// draws once, at the end. A hidden window would be shown by that; one whose form is not shown yet
+// stays unseen.
 class DrawnOnce {
  public:
-  explicit DrawnOnce(HWND window) : window_(IsWindowVisible(window) ? window : nullptr) {
+  explicit DrawnOnce(HWND window)
+      : window_(GetWindowLongW(window, GWL_STYLE) & WS_VISIBLE ? window : nullptr) {
     if (window_) SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
   }
   ~DrawnOnce() {
@@ -54,6 +56,7 @@ ListPeer::ListPeer(Toolkit& toolkit, FormPeer& form, ui::RowList& list)
                            LVS_SHAREIMAGELISTS | LVS_NOSORTHEADER;
   CreateChild(WC_LISTVIEWW, kStyle, WS_EX_CLIENTEDGE, String());
   constexpr DWORD kExtended = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
+  const DrawnOnce drawn(Window());
   Send(LVM_SETEXTENDEDLISTVIEWSTYLE, kExtended, kExtended);
   ShowColors();
   SizeRows();
@@ -74,6 +77,10 @@ void ListPeer::UpdateContent(ui::Aspect aspect) {
   switch (aspect) {
     case ui::Aspect::Items:
       return ShowRows();
+    case ui::Aspect::MoreItems:
+      CountRows();
+      if (GetFocus() == Window()) MarkFocus();
+      return;
     case ui::Aspect::Selection:
       return ShowSelection();
     case ui::Aspect::Scroll:
@@ -131,13 +138,18 @@ void ListPeer::SizeRows() {
   images_ = std::move(images);  // the window has let go of the old ones
 }
 
+// The system draws new rows that are in sight.
+void ListPeer::CountRows() {
+  const Flag showing(showing_);
+  Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list_.RowCount()),
+       LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
+  SizeColumns();
+}
+
 void ListPeer::ShowRows() {
   {
-    const Flag showing(showing_);
     const DrawnOnce drawn(Window());
-    Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list_.RowCount()),
-         LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
-    SizeColumns();
+    CountRows();
   }
   ShowSelection();
   ShowTop();

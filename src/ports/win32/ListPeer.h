@@ -39,6 +39,7 @@ class ListPeer final : public ControlPeer {
   void ShowColumns();
   void SizeColumns();
   void SizeRows();
+  void CountRows();
   void ShowRows();
   void ShowSelection();
   void ShowTop();

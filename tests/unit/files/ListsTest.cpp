@@ -154,13 +154,44 @@ TEST_F(ListsTest, ALargeFolderGrowsInTheFileSystemsOrderUnderTheHourglass) {
     op.Wait(milliseconds(1));
     EXPECT_EQ(Rows(files), (Rows_{"b.txt", "a.bmp"}));
     EXPECT_TRUE(Busy());
-    op.Wait(milliseconds(20));
+    op.Wait(milliseconds(10));
     EXPECT_EQ(Rows(files), (Rows_{"b.txt", "a.bmp", "c.txt"}));
     EXPECT_FALSE(Busy());
     EXPECT_EQ(platform.Pointers.size(), 2u);
     EXPECT_FALSE(dynamic_cast<ui::Timer&>(*form.Find(u"tmrReading")).Enabled());
   });
   EXPECT_EQ(calls, Rows_{"ReadFolder(C:\\Data)"});
+}
+
+TEST_F(ListsTest, TheListsHearMoreSeldomAsTheReadingGoesOnAndAtOnceOfItsEnd) {
+  machine.Slice = 1;
+  for (int i = 3; i < 40; ++i)
+    machine.AddFile(u"C:\\Other\\" + String(1, static_cast<char16_t>(u'0' + i)));
+  files.Path = u"C:\\Other";
+  std::vector<int> counts;
+  Show([&](Operator& op) {
+    for (int elapsed = 10; elapsed <= 370; elapsed += 10) {
+      op.Wait(milliseconds(10));
+      if (counts.empty() || counts.back() != files.RowCount()) counts.push_back(files.RowCount());
+    }
+  });
+  EXPECT_EQ(counts, (std::vector<int>{2, 4, 8, 16, 32, 37}));
+}
+
+TEST_F(ListsTest, AHighlightWaitsUntilTheListShowsItsEntry) {
+  machine.Slice = 1;
+  for (const StringView folder :
+       {u"C:\\Other\\1", u"C:\\Other\\2", u"C:\\Other\\3", u"C:\\Other\\4"})
+    machine.AddFolder(folder);
+  dirs.Path = u"C:\\Other";
+  Show([&](Operator& op) {
+    op.Wait(milliseconds(20));  // the third one is known, and not shown yet
+    EXPECT_EQ(dirs.ListCount(), 2);
+    dirs.Highlight(u"C:\\Other\\3");
+    EXPECT_EQ(dirs.ListIndex(), -1);
+    op.Wait(milliseconds(10));
+    EXPECT_EQ(dirs.ListIndex(), 2);
+  });
 }
 
 TEST_F(ListsTest, AnotherFolderEndsTheGrowingOfTheFirst) {
@@ -194,9 +225,9 @@ TEST_F(ListsTest, APatternPicksTheRowsOfAGrowingList) {
   files.Pattern = u"*.TXT";
   files.Path = u"C:\\Data";
   Show([&](Operator& op) {
-    op.Wait(milliseconds(70));  // two folders and two files are known
+    op.Wait(milliseconds(30));  // two folders and two files are known
     EXPECT_EQ(Rows(files), (Rows_{"b.txt"}));
-    op.Wait(milliseconds(80));
+    op.Wait(milliseconds(10));
     EXPECT_EQ(Rows(files), (Rows_{"b.txt", "c.txt"}));
     files.SelectRow(1);
     files.Pattern = u"*";

@@ -208,7 +208,7 @@ TEST_F(SuspendedLists, HearOfEveryRowOtherwise) {
               list.AddRow({u"b"});
               list.SelectRow(1);
             }),
-            (Heard{ui::Aspect::Items, ui::Aspect::Items, ui::Aspect::Selection}));
+            (Heard{ui::Aspect::MoreItems, ui::Aspect::MoreItems, ui::Aspect::Selection}));
 }
 
 TEST_F(SuspendedLists, HearOfTheRowsOnceAndOfTheRestBehindThem) {
@@ -225,6 +225,15 @@ TEST_F(SuspendedLists, HearOfTheRowsOnceAndOfTheRestBehindThem) {
         list.ResumeDrawing();
       }),
       (Heard{ui::Aspect::Items, ui::Aspect::Selection, ui::Aspect::Scroll, ui::Aspect::RowInView}));
+}
+
+TEST_F(SuspendedLists, HearWhetherRowsCameOrChanged) {
+  EXPECT_EQ(During([&] {
+              list.AddRow({u"a"});
+              list.SetCell(0, 0, u"b");
+              list.Clear();
+            }),
+            (Heard{ui::Aspect::MoreItems, ui::Aspect::Items, ui::Aspect::Items}));
 }
 
 TEST_F(SuspendedLists, HearOfNothingWhenNothingChanged) {
@@ -245,7 +254,7 @@ TEST_F(SuspendedLists, GoOnWaitingUntilEverybodyHasResumed) {
               list.ResumeDrawing();
               list.AddRow({u"b"});
             }),
-            (Heard{ui::Aspect::Items, ui::Aspect::Items}));
+            (Heard{ui::Aspect::MoreItems, ui::Aspect::MoreItems}));
 }
 
 TEST_F(SuspendedLists, HearOfLookAndColumnsAtOnce) {
