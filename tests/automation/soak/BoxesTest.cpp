@@ -8,6 +8,7 @@
 
 #include "client/Dialogs.h"
 #include "soak/Counters.h"
+#include "soak/Forms.h"
 
 namespace krx::soak {
 namespace {
@@ -15,35 +16,13 @@ namespace {
 constexpr int kWarmUp = 50;
 constexpr int kBoxes = 1000;
 
-BOOL CALLBACK TakeFirstKey(HWND window, LPARAM found) {
-  const HANDLE name = GetPropW(window, L"KRXName");
-  if (!name || reinterpret_cast<ULONG_PTR>(name) != GlobalFindAtomW(L"keyButton(0)")) return TRUE;
-  *reinterpret_cast<HWND*>(found) = window;
-  return FALSE;
-}
-
-BOOL CALLBACK LookIntoForm(HWND form, LPARAM found) {
-  if (IsWindowVisible(form)) EnumChildWindows(form, TakeFirstKey, found);
-  return *reinterpret_cast<HWND*>(found) == nullptr;
-}
-
-// First answer button of a box of this thread that is up; null when there is none.
-HWND FirstKey() {
-  HWND key = nullptr;
-  EnumThreadWindows(GetCurrentThreadId(), LookIntoForm, reinterpret_cast<LPARAM>(&key));
-  return key;
-}
-
-void CALLBACK ClickOk(HWND, UINT, UINT_PTR, DWORD) {
-  const HWND key = FirstKey();
-  if (!key) return;
-  PostMessageW(key, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
-  PostMessageW(key, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+void CALLBACK ClickFirstKey(HWND, UINT, UINT_PTR, DWORD) {
+  if (const HWND key = ControlOnShow(L"keyButton(0)")) Click(key);
 }
 
 // Opens boxes that a timer of this thread answers; false as soon as one has another result.
 bool OpenBoxes(client::Dialogs& dialogs, int count) {
-  const UINT_PTR timer = SetTimer(nullptr, 0, 10, ClickOk);
+  const UINT_PTR timer = SetTimer(nullptr, 0, 10, ClickFirstKey);
   bool all_right = true;
   for (int i = 0; i < count && all_right; ++i) {
     long result = 0;
@@ -51,9 +30,7 @@ bool OpenBoxes(client::Dialogs& dialogs, int count) {
     all_right = status == S_OK && result == 6;
   }
   KillTimer(nullptr, timer);
-  MSG message;
-  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-    DispatchMessageW(&message);
+  HandlePending();
   return all_right;
 }
 
@@ -69,9 +46,7 @@ void OpenControls(int count) {
                     nullptr, nullptr);
     ShowWindow(form, SW_SHOW);
     UpdateWindow(form);
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-      DispatchMessageW(&message);
+    HandlePending();
     DestroyWindow(form);
   }
 }

@@ -1,0 +1,56 @@
+// Lets the component go while its background work is still busy.
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include "FolderTree.h"
+#include "client/Dialogs.h"
+#include "soak/Forms.h"
+
+namespace krx::soak {
+namespace {
+
+constexpr int kFiles = 100000;  // their reading takes a multiple of opening the dialog
+constexpr int kRounds = 5;
+constexpr int kPatience = 10000;  // milliseconds
+
+bool Loaded() {
+  return GetModuleHandleW(L"KRXDialogs.dll") != nullptr;
+}
+
+void CALLBACK Cancel(HWND, UINT, UINT_PTR, DWORD) {
+  if (const HWND key = ControlOnShow(L"keyCancel")) Click(key);
+}
+
+HRESULT OpenAndCancel(const client::BasicString& folder) {
+  const client::Automation automation;
+  client::Dialogs dialogs;
+  if (!dialogs) return E_FAIL;
+  const UINT_PTR timer = SetTimer(nullptr, 0, 1, Cancel);
+  BSTR result = nullptr;
+  const HRESULT status =
+      dialogs->KROpenFile(nullptr, folder, nullptr, VARIANT_TRUE, nullptr, &result);
+  SysFreeString(result);
+  KillTimer(nullptr, timer);
+  HandlePending();
+  return status;
+}
+
+TEST(Unloading, TheComponentGoesOnceTheFolderIsReadThatNobodyWaitsFor) {
+  const test::FolderTree tree;
+  tree.AddFiles(u"", kFiles);
+  const String path = tree.Path();
+  const client::BasicString folder(std::wstring(path.begin(), path.end()));
+  int outlived = 0;
+  for (int i = 0; i < kRounds; ++i) {
+    ASSERT_EQ(OpenAndCancel(folder), S_OK);
+    if (Loaded()) ++outlived;
+    for (int waited = 0; Loaded() && waited < kPatience; waited += 10)
+      Sleep(10);
+    EXPECT_FALSE(Loaded()) << "round " << i;
+  }
+  EXPECT_GT(outlived, 0) << "the reading was never on its way; the test showed nothing";
+}
+
+}  // namespace
+}  // namespace krx::soak
