@@ -45,7 +45,8 @@ class Control : public Component {
   Event<> GotFocus;
   Event<> LostFocus;
   // Key code and shift state (1 Shift, 2 Control, 4 Alt); a handler consumes the key by setting it
-  // to 0.
+  // to 0. What the dialog does with a key itself (Tab, Esc) never goes down here: a walk through a
+  // control is no action on it.
   Event<int&, int> KeyDown;
   Event<int&, int> KeyUp;
   Event<char16_t&> KeyPress;

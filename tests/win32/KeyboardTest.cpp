@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <vector>
 
 #include "Person.h"
 #include "TestForm.h"
@@ -142,19 +143,23 @@ TEST(Keyboard, SentKeysArriveAsTyped) {
   EXPECT_EQ(ToUtf8(form.txtName.Text()), ToUtf8(u"aB1 \u00E4x+"));
 }
 
-TEST(Keyboard, EventsOfTheControlComeFirstAndCanConsumeTheKey) {
+TEST(Keyboard, AControlMayConsumeItsKeysAndHearsNothingOfTheDialogs) {
   win32::Win32Platform platform;
   TestForm form(platform);
-  int seen = 0;
+  std::vector<int> heard;
   form.keyOne.KeyDown = [&](int& key, int) {
-    if (key == ui::kKeyEnter && seen++ == 0) key = 0;
+    heard.push_back(key);
+    key = 0;
   };
   ShowWith(form, [](Person& person) {
     person.AwaitForm(u"FTest");
-    person.Press(VK_RETURN);
+    person.Press(VK_SPACE);
+    person.Press(VK_F7);
+    person.Press(VK_TAB);
+    person.Press(VK_TAB, VK_SHIFT);
     person.Press(VK_RETURN);
   });
-  EXPECT_EQ(seen, 2);
+  EXPECT_EQ(heard, (std::vector<int>{VK_SPACE, VK_F7, VK_SHIFT}));
   EXPECT_EQ(form.Clicks, 1);
 }
 

@@ -123,6 +123,9 @@ class Operator {
   ui::Control& Find(StringView name);
   ui::Control& Reachable(StringView name);
   void NeedOpenForm() const;
+  // The control that hears of keys; null when nothing does.
+  ui::Control* UsableFocus() const;
+  void PressFocused(int key, int shift);
   // Presses and releases the left button on a row; null when that closes the form or leaves
   // another row selected.
   ui::RowList* PressRow(StringView list, int row);

@@ -53,23 +53,31 @@ void Operator::TypeCharacter(ui::EditBox& box, char16_t character) {
   box.Edited(static_cast<std::size_t>(start), length, StringView(&character, 1));
 }
 
+// The release goes to whichever control has the focus by then.
 void Operator::Press(int key, int shift) {
   NeedOpenForm();
-  if (ui::DispatchKey(form_, key, shift)) return;
-  ui::Control* const focused = form_.ActiveControl();
-  if (!focused || !focused->Enabled() || !focused->Visible()) return;
-  int code = key;
-  focused->KeyDown(code, shift);
-  const bool pressed = code == ui::kKeySpace && focused->Kind() == ui::Kind::Key;
+  if (!ui::DispatchKey(form_, key, shift)) PressFocused(key, shift);
+  if (ui::Control* const focused = UsableFocus()) focused->KeyUp(key, shift);
+}
+
+ui::Control* Operator::UsableFocus() const {
+  ui::Control* const focused = form_.Visible() ? form_.ActiveControl() : nullptr;
+  return focused && focused->Enabled() && focused->Visible() ? focused : nullptr;
+}
+
+void Operator::PressFocused(int key, int shift) {
+  ui::Control* const focused = UsableFocus();
+  if (!focused) return;
+  focused->KeyDown(key, shift);
+  const bool pressed = key == ui::kKeySpace && focused->Kind() == ui::Kind::Key;
   if (pressed) {
     static_cast<ui::KRXKey*>(focused)->Click();
-  } else if (code == ui::kKeyEnter) {
+  } else if (key == ui::kKeyEnter) {
     char16_t character = ui::kKeyEnter;
     focused->KeyPress(character);
   } else if (focused->Kind() == ui::Kind::RowList) {
-    MoveSelection(static_cast<ui::RowList&>(*focused), code);
+    MoveSelection(static_cast<ui::RowList&>(*focused), key);
   }
-  if (form_.Visible()) focused->KeyUp(code, shift);
 }
 
 void Operator::MoveSelection(ui::RowList& list, int key) {

@@ -63,14 +63,17 @@ bool KeyFilter::Down(FormPeer& peer, MSG& message) {
   if (HeldTooLong(form, message)) return true;
   const int shift = ShiftState();
   int key = static_cast<int>(message.wParam);
-  if (ui::Control* const control = form.ActiveControl()) {
-    control->KeyDown(key, shift);
-    if (key == 0 || !form.Visible()) return true;
-    message.wParam = static_cast<WPARAM>(key);
+  if (key == VK_F4 && shift == ui::kAlt) {
+    SendMessageW(peer.Window(), WM_CLOSE, 0, 0);
+    return true;
   }
-  if (key != VK_F4 || shift != ui::kAlt) return ui::DispatchKey(form, key, shift);
-  SendMessageW(peer.Window(), WM_CLOSE, 0, 0);
-  return true;
+  if (ui::DispatchKey(form, key, shift)) return true;
+  ui::Control* const control = form.ActiveControl();
+  if (!control) return false;
+  control->KeyDown(key, shift);
+  if (key == 0 || !form.Visible()) return true;
+  message.wParam = static_cast<WPARAM>(key);
+  return false;
 }
 
 bool KeyFilter::Up(FormPeer& peer, MSG& message) {

@@ -37,6 +37,21 @@ TEST_F(SelectDirectory, CancelCloseAndEscapeReturnNothing) {
   }
 }
 
+TEST_F(SelectDirectory, ATypedPathSurvivesTheWalkToTheButton) {
+  const Window form = OpenTree();
+  form.Child(L"txtDirectory").Click();
+  PressKey(L"Home");
+  TypeText(L"nowhere ");
+  const std::wstring typed = L"nowhere " + PathOf(L"");
+  WaitForText(form, L"txtDirectory", typed);
+  for (const wchar_t* next : {L"drvSelect", L"dirSelect", L"keyOK"}) {
+    PressKey(L"Tab");
+    form.WaitForFocusOn(next);
+  }
+  PressKey(L"Enter");
+  EXPECT_EQ(Result(), typed);
+}
+
 TEST_F(SelectDirectory, IsWalkedByArrowKeys) {
   const Window form = OpenTree();
   Press(form, L"Down", PathOf(L"Alpha"));

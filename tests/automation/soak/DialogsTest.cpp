@@ -8,9 +8,11 @@
 #include <array>
 #include <cstdio>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "client/Dialogs.h"
+#include "soak/Administrator.h"
 #include "soak/Counters.h"
 #include "soak/Forms.h"
 
@@ -122,7 +124,18 @@ Counters Growth(Open open) {
   return Counters::Now() - before;
 }
 
-class DialogSoak : public testing::TestWithParam<DialogCase> {};
+// Some dialogs open for an administrator only. The runtime keeps to the store that it has used
+// first, so there is one for all.
+class DialogSoak : public testing::TestWithParam<DialogCase> {
+ protected:
+  static void SetUpTestSuite() { administrator_.emplace(); }
+  static void TearDownTestSuite() { administrator_.reset(); }
+
+ private:
+  static std::optional<Administrator> administrator_;
+};
+
+std::optional<Administrator> DialogSoak::administrator_;
 
 TEST_P(DialogSoak, LeavesNothingBehind) {
   const client::Automation automation;

@@ -168,8 +168,6 @@ TEST_F(SelectDirectoryTest, ATypedPathIsReturnedAsTyped) {
                               op.Press(ui::kKeyTab);
                               op.Press(ui::kKeyTab);
                               EXPECT_EQ(op.Focus(), u"dirSelect");
-                              int tab = ui::kKeyTab;
-                              op.Get(u"dirSelect").KeyUp(tab, 0);
                               op.Press(ui::kKeyTab);
                               op.Click(u"keyOK");
                             }),

@@ -147,7 +147,7 @@ TEST_F(Keyboard, KeyDownComesBeforeKeyUpAndMayConsumeTheKey) {
     form.keyOne.SetFocus();
     op.Press(ui::kKeySpace, ui::kShift);
   });
-  EXPECT_EQ(order, "down 32 1 up 0");
+  EXPECT_EQ(order, "down 32 1 up 32");
 }
 
 TEST_F(Keyboard, DialogKeysDoNotReachTheFocusedControl) {
