@@ -159,7 +159,7 @@ TEST(Keyboard, AControlMayConsumeItsKeysAndHearsNothingOfTheDialogs) {
     person.Press(VK_TAB, VK_SHIFT);
     person.Press(VK_RETURN);
   });
-  EXPECT_EQ(heard, (std::vector<int>{VK_SPACE, VK_F7, VK_SHIFT}));
+  EXPECT_EQ(heard, (std::vector<int>{VK_SPACE, VK_F7}));
   EXPECT_EQ(form.Clicks, 1);
 }
 
