@@ -1,6 +1,7 @@
 #include "ui/RowList.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "base/Error.h"
@@ -15,6 +16,9 @@ namespace {
 // Room beside a text in its column, in twips.
 constexpr Twips kCellPadding = 180;
 constexpr Twips kTitlePadding = 240;
+// In the order of their telling: a row can be selected or scrolled to once the port knows it.
+constexpr std::array kOfRows{Aspect::Items, Aspect::MoreItems, Aspect::Selection, Aspect::Scroll,
+                             Aspect::RowInView};
 
 bool BeginsWith(StringView text, StringView beginning) {
   return text.size() >= beginning.size() &&
@@ -87,17 +91,13 @@ void RowList::SetColumnWidth(int column, Twips width) {
 void RowList::ResumeDrawing() {
   if (--suspended_ > 0) return;
   if (changed_.contains(Aspect::Items)) changed_.erase(Aspect::MoreItems);
-  // A row can be selected or scrolled to once the port knows it.
-  for (const Aspect aspect :
-       {Aspect::Items, Aspect::MoreItems, Aspect::Selection, Aspect::Scroll, Aspect::RowInView}) {
+  for (const Aspect aspect : kOfRows) {
     if (changed_.erase(aspect) > 0) Changed(aspect);
   }
 }
 
 void RowList::Changed(Aspect aspect) {
-  const bool of_rows = aspect == Aspect::Items || aspect == Aspect::MoreItems ||
-                       aspect == Aspect::Selection || aspect == Aspect::Scroll ||
-                       aspect == Aspect::RowInView;
+  const bool of_rows = std::find(kOfRows.begin(), kOfRows.end(), aspect) != kOfRows.end();
   if (of_rows && suspended_ > 0) {
     changed_.insert(aspect);
   } else {
