@@ -3,12 +3,11 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <cstdio>
 #include <string>
 
 #include "client/Dialogs.h"
-#include "soak/Counters.h"
 #include "soak/Forms.h"
+#include "soak/Growth.h"
 
 namespace krx::soak {
 namespace {
@@ -22,62 +21,36 @@ void CALLBACK ClickFirstKey(HWND, UINT, UINT_PTR, DWORD) {
 
 // Opens boxes that a timer of this thread answers; false as soon as one has another result.
 bool OpenBoxes(client::Dialogs& dialogs, int count) {
-  const UINT_PTR timer = SetTimer(nullptr, 0, 10, ClickFirstKey);
+  const Answering answering(ClickFirstKey, 10);
   bool all_right = true;
   for (int i = 0; i < count && all_right; ++i) {
     long result = 0;
     const HRESULT status = dialogs.MsgBox(L"A text\nin two lines", 3 + 32, L"Title", result);
     all_right = status == S_OK && result == 6;
   }
-  KillTimer(nullptr, timer);
-  HandlePending();
   return all_right;
 }
 
-// The same number of windows without the component: what grows here the platform loses itself.
 void OpenControls(int count) {
-  for (int i = 0; i < count; ++i) {
-    const HWND form = CreateWindowExW(0, L"STATIC", L"Control", WS_POPUP, 0, 0, 300, 200, nullptr,
-                                      nullptr, nullptr, nullptr);
+  OpenWindows(count, {300, 200}, [](HWND form) {
     for (int k = 0; k < 3; ++k)
       CreateWindowExW(0, L"BUTTON", L"OK", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 100 * k, 0, 90, 30,
                       form, nullptr, nullptr, nullptr);
     CreateWindowExW(0, L"BUTTON", L"", WS_CHILD | WS_VISIBLE, 0, 100, 30, 30, form, nullptr,
                     nullptr, nullptr);
-    ShowWindow(form, SW_SHOW);
-    UpdateWindow(form);
-    HandlePending();
-    DestroyWindow(form);
-  }
-}
-
-template <class Open>
-Counters Growth(Open open) {
-  open(kWarmUp);
-  const Counters before = Counters::Now();
-  open(kBoxes);
-  return Counters::Now() - before;
+  });
 }
 
 TEST(Soak, AThousandBoxesLeaveNothingBehind) {
   const client::Automation automation;
   client::Dialogs dialogs;
   ASSERT_TRUE(dialogs);
-  const Counters control = Growth(OpenControls);
+  const Counters control = Growth(kWarmUp, kBoxes, OpenControls);
   bool all_right = true;
-  const Counters boxes =
-      Growth([&](int count) { all_right = OpenBoxes(dialogs, count) && all_right; });
+  const Counters boxes = Growth(
+      kWarmUp, kBoxes, [&](int count) { all_right = OpenBoxes(dialogs, count) && all_right; });
   ASSERT_TRUE(all_right);
-  RecordProperty("boxes", ToString(boxes));
-  RecordProperty("control", ToString(control));
-  std::printf("growth over %d boxes: %s\ncontrol run: %s\n", kBoxes, ToString(boxes).c_str(),
-              ToString(control).c_str());
-  EXPECT_EQ(boxes.Windows, 0);
-  EXPECT_EQ(boxes.GdiObjects, 0);
-  // The platform's own threads come and go with a few handles and blocks; one per hundred boxes
-  // would already be a leak.
-  EXPECT_LE(boxes.KernelHandles - control.KernelHandles, kBoxes / 100);
-  EXPECT_LE(boxes.HeapBlocks - control.HeapBlocks, kBoxes / 100);
+  ExpectNothingLeft(std::to_string(kBoxes) + " boxes", boxes, control, kBoxes / 100);
 }
 
 // The counters see what they are to find: one object of each kind, kept on purpose.

@@ -6,15 +6,15 @@
 #include <commctrl.h>  // builds on the one above
 
 #include <array>
-#include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <optional>
 #include <string>
 
 #include "client/Dialogs.h"
 #include "soak/Administrator.h"
-#include "soak/Counters.h"
 #include "soak/Forms.h"
+#include "soak/Growth.h"
 
 namespace krx::soak {
 namespace {
@@ -91,12 +91,9 @@ void CALLBACK Cancel(HWND, UINT, UINT_PTR, DWORD) {
   }
 }
 
-// The system's windows in such a dialog, without the component: what grows here the platform loses
-// itself.
+// The system's windows in such a dialog.
 void OpenControls(int count) {
-  for (int i = 0; i < count; ++i) {
-    const HWND form = CreateWindowExW(0, L"STATIC", L"Control", WS_POPUP, 0, 0, 500, 400, nullptr,
-                                      nullptr, nullptr, nullptr);
+  OpenWindows(count, {500, 400}, [](HWND form) {
     int top = 0;
     for (const wchar_t* const kind : {L"EDIT", L"COMBOBOX", L"COMBOBOX", L"BUTTON", L"BUTTON",
                                       L"BUTTON", L"BUTTON", WC_LISTVIEWW, WC_LISTVIEWW}) {
@@ -109,19 +106,7 @@ void OpenControls(int count) {
                       nullptr, nullptr);
       top += 40;
     }
-    ShowWindow(form, SW_SHOW);
-    UpdateWindow(form);
-    HandlePending();
-    DestroyWindow(form);
-  }
-}
-
-template <class Open>
-Counters Growth(Open open) {
-  open(kWarmUp);
-  const Counters before = Counters::Now();
-  open(Cycles());
-  return Counters::Now() - before;
+  });
 }
 
 // Some dialogs open for an administrator only. The runtime keeps to the store that it has used
@@ -141,31 +126,22 @@ TEST_P(DialogSoak, LeavesNothingBehind) {
   const client::Automation automation;
   client::Dialogs dialogs;
   ASSERT_TRUE(dialogs);
-  const Counters control = Growth(OpenControls);
+  const Counters control = Growth(kWarmUp, Cycles(), OpenControls);
   int failed = 0;
   int unseen = 0;
-  const UINT_PTR timer = SetTimer(nullptr, 0, 10, Cancel);
-  const Counters growth = Growth([&](int count) {
+  const Answering answering(Cancel, 10);
+  const Counters growth = Growth(kWarmUp, Cycles(), [&](int count) {
     for (int i = 0; i < count; ++i) {
       shown = false;
       if (GetParam().Open(*dialogs.operator->()) != S_OK) ++failed;
       if (!shown) ++unseen;
     }
   });
-  KillTimer(nullptr, timer);
-  HandlePending();
-  RecordProperty("growth", ToString(growth));
-  RecordProperty("control", ToString(control));
-  std::printf("%s, growth over %d: %s\n  control run: %s\n", GetParam().Method, Cycles(),
-              ToString(growth).c_str(), ToString(control).c_str());
   EXPECT_EQ(failed, 0);
   EXPECT_EQ(unseen, 0);
-  EXPECT_EQ(growth.Windows, 0);
-  EXPECT_EQ(growth.GdiObjects, 0);
-  // The platform's own threads come and go with a few handles and blocks; one per fifty dialogs
-  // would already be a leak.
-  EXPECT_LE(growth.KernelHandles - control.KernelHandles, Cycles() / 50);
-  EXPECT_LE(growth.HeapBlocks - control.HeapBlocks, Cycles() / 50);
+  // One per fifty dialogs would already be a leak.
+  ExpectNothingLeft(std::to_string(Cycles()) + " times " + GetParam().Method, growth, control,
+                    Cycles() / 50);
 }
 
 INSTANTIATE_TEST_SUITE_P(

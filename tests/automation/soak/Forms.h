@@ -15,4 +15,19 @@ void PressEscape(HWND form);
 // Handles what is in the thread's queue.
 void HandlePending();
 
+// Lets `answer` act every so many milliseconds, as long as this lives.
+class Answering {
+ public:
+  Answering(TIMERPROC answer, UINT interval) : timer_(SetTimer(nullptr, 0, interval, answer)) {}
+  ~Answering() {
+    KillTimer(nullptr, timer_);
+    HandlePending();
+  }
+  Answering(const Answering&) = delete;
+  Answering& operator=(const Answering&) = delete;
+
+ private:
+  const UINT_PTR timer_;
+};
+
 }  // namespace krx::soak

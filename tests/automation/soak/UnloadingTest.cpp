@@ -26,13 +26,11 @@ HRESULT OpenAndCancel(const client::BasicString& folder) {
   const client::Automation automation;
   client::Dialogs dialogs;
   if (!dialogs) return E_FAIL;
-  const UINT_PTR timer = SetTimer(nullptr, 0, 1, Cancel);
+  const Answering answering(Cancel, 1);
   BSTR result = nullptr;
   const HRESULT status =
       dialogs->KROpenFile(nullptr, folder, nullptr, VARIANT_TRUE, nullptr, &result);
   SysFreeString(result);
-  KillTimer(nullptr, timer);
-  HandlePending();
   return status;
 }
 
