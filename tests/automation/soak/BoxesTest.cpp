@@ -45,11 +45,11 @@ TEST(Soak, AThousandBoxesLeaveNothingBehind) {
   const client::Automation automation;
   client::Dialogs dialogs;
   ASSERT_TRUE(dialogs);
-  const Counters control = Growth(kWarmUp, kBoxes, OpenControls);
   bool all_right = true;
   const Counters boxes = Growth(
       kWarmUp, kBoxes, [&](int count) { all_right = OpenBoxes(dialogs, count) && all_right; });
   ASSERT_TRUE(all_right);
+  const Counters control = Growth(kWarmUp, kBoxes, OpenControls);
   ExpectNothingLeft(std::to_string(kBoxes) + " boxes", boxes, control, kBoxes / 100);
 }
 

@@ -126,7 +126,6 @@ TEST_P(DialogSoak, LeavesNothingBehind) {
   const client::Automation automation;
   client::Dialogs dialogs;
   ASSERT_TRUE(dialogs);
-  const Counters control = Growth(kWarmUp, Cycles(), OpenControls);
   int failed = 0;
   int unseen = 0;
   const Answering answering(Cancel, 10);
@@ -139,6 +138,7 @@ TEST_P(DialogSoak, LeavesNothingBehind) {
   });
   EXPECT_EQ(failed, 0);
   EXPECT_EQ(unseen, 0);
+  const Counters control = Growth(kWarmUp, Cycles(), OpenControls);
   // One per fifty dialogs would already be a leak.
   ExpectNothingLeft(std::to_string(Cycles()) + " times " + GetParam().Method, growth, control,
                     Cycles() / 50);

@@ -13,6 +13,8 @@ namespace krx::soak {
 Counters Growth(int warm_up, int cycles, const std::function<void(int)>& open);
 
 // The same number of windows without the component: what grows there the platform loses itself.
+// This comes second: what the platform frees some seconds after the start would count as a negative
+// loss.
 void OpenWindows(int count, SIZE size, const std::function<void(HWND)>& fill);
 
 // Prints and records both, and expects no growth beyond that of the control run. The platform's own
