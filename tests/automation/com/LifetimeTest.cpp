@@ -1,8 +1,10 @@
+#include <memory>
 #include <thread>
 
 #include "ComponentTest.h"
-#include "HeapCount.h"
+#include "FakeRuntime.h"
 #include "MockApplication.h"
+#include "support/LoadCycles.h"
 
 namespace krx::tests {
 namespace {
@@ -51,25 +53,40 @@ TEST_F(LifetimeTest, AThreadThatEndsWithoutLeavingComKeepsNothing) {
   EXPECT_EQ(application->References(), 2u) << "no call may reach an object of a dead apartment";
 }
 
-TEST(ModuleLifetimeTest, AThousandLoadedAndUnloadedModulesLeaveNothing) {
-  const auto cycle = [] {
+// Creates an object and lets a call of it fail, which throws and catches inside the component.
+void Use(const LoadedComponent& module) {
+  constexpr LONG kFailingStyle = 256;
+  const Sta sta;
+  const FakeRuntime runtime{[](const char*) { return S_OK; }};
+  const auto dialog = module.Create();
+  const com::Bstr text(u"text");
+  EXPECT_EQ(CallByName(*dialog, L"KRMsgBox", DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                       {Text(text.Get()), Int(kFailingStyle)})
+                .Status,
+            DISP_E_EXCEPTION);
+}
+
+TEST(ModuleLifetimeTest, LoadedAndUnloadedModulesLeaveNothing) {
+  ExpectNothingLeft(LoadCycles(), [] {
     const LoadedComponent module;
-    {
-      const Sta sta;
-      const auto dialog = module.Create();
-      EXPECT_EQ(CallByName(*dialog, L"FontClassText", DISPATCH_PROPERTYGET).Status, S_OK);
-    }
+    Use(module);
     EXPECT_EQ(module.CanUnload(), S_OK);
-  };
-  for (int i = 0; i < 50; ++i)
-    cycle();
-  const HeapCount before = CountHeaps();
-  for (int i = 0; i < 1000; ++i)
-    cycle();
-  const HeapCount after = CountHeaps();
+  });
   EXPECT_EQ(GetModuleHandleW(L"KRXDialogs.dll"), nullptr);
-  EXPECT_EQ(after.Blocks, before.Blocks);
-  EXPECT_EQ(after.Bytes, before.Bytes);
+}
+
+TEST(ModuleLifetimeTest, AThreadThatGoesOnAfterTheModuleKeepsNothingOfIt) {
+  ExpectNothingLeft(LoadCycles(), [] {
+    auto module = std::make_unique<LoadedComponent>();
+    Use(*module);
+    std::thread([&] { module.reset(); }).join();
+    EXPECT_EQ(GetModuleHandleW(L"KRXDialogs.dll"), nullptr);
+  });
+}
+
+TEST(ModuleLifetimeTest, ThreadsThatEndBeforeTheModuleLeaveNothing) {
+  const LoadedComponent module;
+  ExpectNothingLeft(LoadCycles(), [&] { std::thread([&] { Use(module); }).join(); });
 }
 
 }  // namespace

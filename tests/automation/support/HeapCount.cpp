@@ -1,4 +1,4 @@
-#include "HeapCount.h"
+#include "support/HeapCount.h"
 
 #include <windows.h>
 

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <functional>
+
+namespace krx::tests {
+
+// How often a component is loaded, used and unloaded: five hundred times, or as often as the
+// environment variable KRX_LOAD_CYCLES says.
+int LoadCycles();
+
+// Expects that the process holds no more after so many cycles than after the first hundred.
+void ExpectNothingLeft(int cycles, const std::function<void()>& cycle);
+
+}  // namespace krx::tests
