@@ -16,22 +16,6 @@ BOOL CALLBACK CountWindow(HWND, LPARAM data) {
   return TRUE;
 }
 
-#ifdef _WIN64
-// The process's own table of GDI objects; the counting functions of the system are not everywhere.
-struct GdiEntry {
-  void* Object;
-  WORD Owner;
-  WORD Count;
-  WORD Upper;
-  WORD Type;
-  void* User;
-};
-static_assert(sizeof(GdiEntry) == 24);
-constexpr std::size_t kTableInBlock = 0xF8;
-constexpr int kEntries = 0x4000;
-
-#endif
-
 struct Handle {
   ULONG Owner;
   BYTE Type;
@@ -48,24 +32,6 @@ int Windows() {
   EnumThreadWindows(GetCurrentThreadId(), CountWindow, reinterpret_cast<LPARAM>(&count));
   return count;
 }
-
-#ifdef _WIN64
-int GdiObjects() {
-  PROCESS_BASIC_INFORMATION process{};
-  NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process, sizeof process,
-                            nullptr);
-  const auto* block = reinterpret_cast<const std::byte*>(process.PebBaseAddress);
-  const auto* table = *reinterpret_cast<const GdiEntry* const*>(block + kTableInBlock);
-  int used = 0;
-  for (int i = 0; i < kEntries; ++i)
-    used += table[i].Type != 0;
-  return used;
-}
-#else
-int GdiObjects() {
-  return 0;  // the table lies in the 64-bit process only
-}
-#endif
 
 int KernelHandles() {
   constexpr int kHandleInformation = 16;
