@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "platform/GdiObjects.h"
+
 namespace krx::soak {
 
 namespace {
@@ -28,38 +30,6 @@ long CountWindows() {
     CountOwn(window, reinterpret_cast<LPARAM>(&count));
   return count;
 }
-
-#ifdef _WIN64
-// The process environment block points at the table of all graphics objects.
-constexpr std::size_t kTableInBlock = 0xF8;
-
-struct GdiEntry {
-  std::uint64_t Object;
-  std::uint32_t Owner;
-  std::uint16_t Unique;
-  std::uint8_t Type;  // 0 in a free entry
-  std::uint8_t Stock;
-  std::uint64_t UserData;
-};
-static_assert(sizeof(GdiEntry) == 24);
-
-long CountGdiObjects() {
-  constexpr std::size_t kEntries = 16384;
-  PROCESS_BASIC_INFORMATION process{};
-  NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process, sizeof process,
-                            nullptr);
-  const auto* block = reinterpret_cast<const std::byte*>(process.PebBaseAddress);
-  const auto* table = *reinterpret_cast<const GdiEntry* const*>(block + kTableInBlock);
-  long count = 0;
-  for (std::size_t i = 0; i < kEntries; ++i)
-    if (table[i].Type) ++count;
-  return count;
-}
-#else
-long CountGdiObjects() {
-  return 0;
-}
-#endif
 
 struct HandleEntry {
   ULONG Process;
@@ -117,7 +87,8 @@ long CountHeapBlocks() {
 }
 
 Counters Counters::Now() {
-  return {CountWindows(), CountGdiObjects(), CountKernelHandles(), CountHeapBlocks(), CountAtoms()};
+  return {CountWindows(), test::GdiObjects(), CountKernelHandles(), CountHeapBlocks(),
+          CountAtoms()};
 }
 
 Counters operator+(const Counters& a, const Counters& b) {

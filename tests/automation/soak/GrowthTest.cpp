@@ -53,12 +53,10 @@ INSTANTIATE_TEST_SUITE_P(
     Kinds, Leaking,
     testing::Values(Kind{"Windows", &Counters::Windows,
                          [](int) { return [window = NewWindow()] { DestroyWindow(window); }; }},
-#ifdef _WIN64
                     Kind{"GraphicsObjects", &Counters::GdiObjects,
                          [](int) {
                            return [brush = CreateSolidBrush(RGB(1, 2, 3))] { DeleteObject(brush); };
                          }},
-#endif
                     Kind{"Handles", &Counters::KernelHandles,
                          [](int) {
                            return [event = CreateEventW(nullptr, FALSE, FALSE, nullptr)] {
