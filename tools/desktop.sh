@@ -16,8 +16,8 @@ open_display() {
   Xvfb -displayfd 3 -screen 0 "$1x24" -nolisten tcp 3> "$number" > /dev/null 2>&1 &
   desktop_processes+=($!)
   local attempt
-  for ((attempt = 0; attempt < 200; ++attempt)); do
-    [[ -s $number ]] && break
+  for ((attempt = 0; attempt < 3600; ++attempt)); do
+    if [[ -s $number ]] || ! kill -0 "${desktop_processes[0]}" 2> /dev/null; then break; fi
     sleep 0.05
   done
   DISPLAY=:$(< "$number")

@@ -118,10 +118,14 @@ void ClickMouse(MouseButton button, POINT at) {
 }
 
 void DoubleClickMouse(MouseButton button, POINT at) {
-  MoveMouse(at);
+  ClickMouseTwice(button, at, at);
+}
+
+void ClickMouseTwice(MouseButton button, POINT first, POINT second) {
+  MoveMouse(first);
   const DWORD time = TimeOfNextClick();
-  ClickAtTime(button, at, time);
-  ClickAtTime(button, at, time);
+  ClickAtTime(button, first, time);
+  ClickAtTime(button, second, time);
 }
 
 void DragMouse(MouseButton button, POINT from, POINT to) {

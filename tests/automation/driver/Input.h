@@ -20,6 +20,8 @@ void ReleaseMouse(MouseButton button, POINT at);
 // double click always do.
 void ClickMouse(MouseButton button, POINT at);
 void DoubleClickMouse(MouseButton button, POINT at);
+// Two clicks as soon after each other as those of a double click.
+void ClickMouseTwice(MouseButton button, POINT first, POINT second);
 // Presses at `from`, moves to `to` in steps, releases there.
 void DragMouse(MouseButton button, POINT from, POINT to);
 

@@ -47,7 +47,7 @@ struct HandleTable {
 
 long CountAtoms() {
   constexpr UINT kFirst = 0xC000;
-  constexpr UINT kLast = 0xFFFF;
+  constexpr UINT kLast = 0xC7FF;  // the system gives the lowest free ones, and each look takes time
   std::array<wchar_t, 256> name{};
   long count = 0;
   for (UINT atom = kFirst; atom <= kLast; ++atom)
