@@ -6,6 +6,7 @@ wine32=/usr/lib/wine/wine
 # Neither a browser engine nor another runtime is asked for while a prefix is made.
 export WINEDLLOVERRIDES='mscoree=;mshtml='
 desktop_processes=()
+prefix_open=false
 
 # open_display WIDTHxHEIGHT: starts a virtual display under the first free number, and a window manager: without one every
 # managed window stalls for seconds on closing.
@@ -15,8 +16,8 @@ open_display() {
   Xvfb -displayfd 3 -screen 0 "$1x24" -nolisten tcp 3> "$number" > /dev/null 2>&1 &
   desktop_processes+=($!)
   local attempt
-  for ((attempt = 0; attempt < 200; ++attempt)); do
-    [[ -s $number ]] && break
+  for ((attempt = 0; attempt < 3600; ++attempt)); do
+    if [[ -s $number ]] || ! kill -0 "${desktop_processes[0]}" 2> /dev/null; then break; fi
     sleep 0.05
   done
   DISPLAY=:$(< "$number")
@@ -29,9 +30,23 @@ open_display() {
 
 has_x86() { [[ -x $wine32 ]]; }
 
-# open_prefix FOLDER: makes the Wine prefix, or takes it up again when the same Wine made it.
+# platform PRESET: the name of what the programs of a build run on, such as wine8-x64.
+platform() {
+  local version
+  version=$("$wine64" --version)
+  version=${version#wine-}
+  [[ $1 == win32 ]] && echo "wine${version%%.*}-x86" || echo "wine${version%%.*}-x64"
+}
+
+# A prefix that another script has opened is left alone.
+close_prefix() { if $prefix_open; then wineserver -k > /dev/null 2>&1 || true; fi; }
+
+# open_prefix FOLDER: makes the Wine prefix, or takes it up again when the same Wine made it. It takes the
+# place of the one before.
 open_prefix() {
+  close_prefix
   export WINEPREFIX=$PWD/$1
+  prefix_open=true
   local made_by
   made_by="$(dpkg-query -W -f='${Version}' wine64) x86:$(has_x86 && echo yes || echo no) y:empty"
   [[ $(cat "$WINEPREFIX/made-by" 2> /dev/null) == "$made_by" ]] && return 0
@@ -66,7 +81,8 @@ windows_path() {
 }
 
 close_desktop() {
-  if [[ -n ${WINEPREFIX:-} ]]; then wineserver -k > /dev/null 2>&1 || true; fi
+  close_prefix
+  prefix_open=false
   if ((${#desktop_processes[@]})); then
     kill "${desktop_processes[@]}" 2> /dev/null || true
     wait "${desktop_processes[@]}" 2> /dev/null || true

@@ -5,6 +5,14 @@ export WINEDEBUG=${WINEDEBUG:--all}
 
 say() { printf '== %s\n' "$*"; }
 
+as_root() {
+  if [[ $(id -u) == 0 ]]; then
+    env DEBIAN_FRONTEND=noninteractive "$@"
+  else
+    sudo DEBIAN_FRONTEND=noninteractive "$@"
+  fi
+}
+
 # took START: prints the seconds since START, a value of $SECONDS.
 took() { printf '   %s s\n' "$((SECONDS - $1))"; }
 

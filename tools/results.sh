@@ -7,14 +7,48 @@ skipped=0
 results=build/results
 mkdir -p "$results"
 
-# run_tests NAME LIMIT COMMAND...: runs a test program, at most LIMIT seconds. A program that fails
-# to report, crashes or runs nothing counts as one failed test.
+# A program that says no word for so many looks, one each second, stands still. However slow the machine, a
+# program says more: every test tells its beginning and its end, and a long one its rounds. The looks
+# are counted and no clock is read: a machine that sleeps is no program that stands still.
+standstill=1800
+look=1
+
+# watched LOG COMMAND...: runs a program with its output in LOG, however long it takes, and ends it
+# once it stands still.
+watched() {
+  local log=$1 status=0 program size said=-1 quiet=0
+  shift
+  "$@" > "$log" 2>&1 < /dev/null &
+  program=$!
+  while kill -0 "$program" 2> /dev/null && ((quiet < standstill)); do
+    sleep "$look"
+    size=$(stat -c %s "$log")
+    quiet=$((size == said ? quiet + 1 : 0)) said=$size
+  done
+  if ((quiet >= standstill)) && kill -0 "$program" 2> /dev/null; then
+    echo "   standstill in $(last_begun "$log"); it is ended"
+    kill "$program" 2> /dev/null && sleep 2
+    kill -KILL "$program" 2> /dev/null
+  fi
+  wait "$program" 2> /dev/null || status=$?
+  return "$status"
+}
+
+# The test that a program began last, by its output.
+last_begun() {
+  local test
+  test=$(grep -aoP '^\[ RUN +\] \K[^\r]*' "$1" | tail -n 1)
+  echo "${test:-its beginning}"
+}
+
+# run_tests NAME COMMAND...: runs a test program. One that fails to report, crashes, stands still or
+# runs nothing counts as one failed test.
 run_tests() {
-  local name=$1 limit=$2 report=$results/$1.xml log=$results/$1.txt start=$SECONDS status=0
-  shift 2
+  local name=$1 report=$results/$1.xml log=$results/$1.txt start=$SECONDS status=0
+  shift
   rm -f "$report"
   say "$name"
-  timeout -k 5 "$limit" "$@" "--gtest_output=xml:$report" > "$log" 2>&1 < /dev/null || status=$?
+  watched "$log" "$@" "--gtest_output=xml:$report" || status=$?
   add_up "$name" "$report" "$status" ||
     { grep -aE -B12 '^\[  FAILED  \]|ERROR:|runtime error:' "$log" || tail -n 30 "$log"; } |
     head -n 150

@@ -4,6 +4,7 @@
 #include <commctrl.h>  // builds on the one above
 
 #include "ListsTest.h"
+#include "driver/Input.h"
 #include "ui/Keyboard.h"
 
 namespace krx::test {
@@ -66,8 +67,8 @@ TEST_F(Lists, AClickOnTheSelectedRowIsAClickAgain) {
 TEST_F(Lists, TwoFastClicksOnDifferentRowsAreTwoClicks) {
   Work([this](Person& person, const List& list) {
     const RECT row = list.RowBounds(1);
-    person.ClickAt({row.left + 40, row.bottom - 1});
-    person.ClickAt({row.left + 40, row.bottom + 1});
+    drive::ClickMouseTwice(drive::MouseButton::Left, {row.left + 40, row.bottom - 1},
+                           {row.left + 40, row.bottom + 1});
     Await(person, "down1 S1 up1 C1 down1 S2 up1 C2 ");
   });
 }
@@ -131,8 +132,7 @@ TEST_F(Lists, TypedLettersLookRowsUp) {
 TEST_F(Lists, SeveralLettersAreOneBeginning) {
   form.lvw.SetRows({{u"Anna"}, {u"Ben"}, {u"Benno"}, {u"Bert"}, {u"Carl"}});
   Work([this](Person& person, const List&) {
-    for (const WORD key : {'B', 'E', 'R'})
-      person.Press(key);
+    person.Type({'B', 'E', 'R'});
     person.Await([&] { return form.lvw.SelectedRow() == 3; }, "Bert");
   });
 }

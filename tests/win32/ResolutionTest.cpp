@@ -5,37 +5,14 @@
 #include <string>
 
 #include "SelfProcess.h"
+#include "driver/Resolution.h"
 #include "ports/win32/Win32Platform.h"
 
 namespace krx::test {
 
 namespace {
 
-constexpr const wchar_t* kKey = L"Control Panel\\Desktop";
-constexpr const wchar_t* kValue = L"LogPixels";
 constexpr const wchar_t* kExpected = L"KRX_TEST_DPI";
-
-// Sets the resolution of the processes started from now on; puts the old one back in the end.
-class DesktopResolution {
- public:
-  explicit DesktopResolution(DWORD dpi) {
-    DWORD size = sizeof before_;
-    had_ = RegGetValueW(HKEY_CURRENT_USER, kKey, kValue, RRF_RT_REG_DWORD, nullptr, &before_,
-                        &size) == ERROR_SUCCESS;
-    RegSetKeyValueW(HKEY_CURRENT_USER, kKey, kValue, REG_DWORD, &dpi, sizeof dpi);
-  }
-  ~DesktopResolution() {
-    if (had_) {
-      RegSetKeyValueW(HKEY_CURRENT_USER, kKey, kValue, REG_DWORD, &before_, sizeof before_);
-    } else {
-      RegDeleteKeyValueW(HKEY_CURRENT_USER, kKey, kValue);
-    }
-  }
-
- private:
-  DWORD before_ = 0;
-  bool had_ = false;
-};
 
 TEST(Resolution, IsTheOneThatTheTestRunsAt) {
   std::array<wchar_t, 16> wanted{};
@@ -48,7 +25,7 @@ TEST(Resolution, IsTheOneThatTheTestRunsAt) {
 class EveryResolution : public testing::TestWithParam<DWORD> {};
 
 TEST_P(EveryResolution, ShowsFormsOfTheRightSizeThatCanBeWorkedWith) {
-  const DesktopResolution resolution(GetParam());
+  const drive::Resolution resolution(GetParam());
   EXPECT_EQ(RunSelf(L"Resolution.*:Measuring.*:Windows.*:FMessageBox.*:ControlSizes.*:Grids.Rows*:"
                     L"Grids.ADrag*:Lists.AClick*",
                     kExpected, std::to_wstring(GetParam())),

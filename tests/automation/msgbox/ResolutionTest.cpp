@@ -1,26 +1,10 @@
 // The message box on screens of other resolutions: it grows with them, and no text is cut off.
 
-#include <array>
-#include <map>
-
+#include "driver/Resolution.h"
 #include "support/DialogTest.h"
 
 namespace krx::drive {
 namespace {
-
-constexpr const wchar_t* kDesktopKey = L"Control Panel\\Desktop";
-constexpr const wchar_t* kResolution = L"LogPixels";
-
-// Programs started while it lives find a screen of this resolution.
-class Resolution {
- public:
-  explicit Resolution(DWORD dpi) {
-    RegSetKeyValueW(HKEY_CURRENT_USER, kDesktopKey, kResolution, REG_DWORD, &dpi, sizeof dpi);
-  }
-  ~Resolution() { RegDeleteKeyValueW(HKEY_CURRENT_USER, kDesktopKey, kResolution); }
-  Resolution(const Resolution&) = delete;
-  Resolution& operator=(const Resolution&) = delete;
-};
 
 SIZE SizeOf(const Window& window) {
   const RECT bounds = window.Bounds();

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "platform/GdiObjects.h"
+
 namespace krx::soak {
 
 namespace {
@@ -29,38 +31,6 @@ long CountWindows() {
   return count;
 }
 
-#ifdef _WIN64
-// The process environment block points at the table of all graphics objects.
-constexpr std::size_t kTableInBlock = 0xF8;
-
-struct GdiEntry {
-  std::uint64_t Object;
-  std::uint32_t Owner;
-  std::uint16_t Unique;
-  std::uint8_t Type;  // 0 in a free entry
-  std::uint8_t Stock;
-  std::uint64_t UserData;
-};
-static_assert(sizeof(GdiEntry) == 24);
-
-long CountGdiObjects() {
-  constexpr std::size_t kEntries = 16384;
-  PROCESS_BASIC_INFORMATION process{};
-  NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process, sizeof process,
-                            nullptr);
-  const auto* block = reinterpret_cast<const std::byte*>(process.PebBaseAddress);
-  const auto* table = *reinterpret_cast<const GdiEntry* const*>(block + kTableInBlock);
-  long count = 0;
-  for (std::size_t i = 0; i < kEntries; ++i)
-    if (table[i].Type) ++count;
-  return count;
-}
-#else
-long CountGdiObjects() {
-  return 0;
-}
-#endif
-
 struct HandleEntry {
   ULONG Process;
   BYTE Type;
@@ -74,6 +44,19 @@ struct HandleTable {
   ULONG Count;
   HandleEntry Entries[1];
 };
+
+long CountAtoms() {
+  constexpr UINT kFirst = 0xC000;
+  constexpr UINT kLast = 0xC7FF;  // the system gives the lowest free ones, and each look takes time
+  std::array<wchar_t, 256> name{};
+  long count = 0;
+  for (UINT atom = kFirst; atom <= kLast; ++atom)
+    if (GlobalGetAtomNameW(static_cast<ATOM>(atom), name.data(), static_cast<int>(name.size())))
+      ++count;
+  return count;
+}
+
+}  // namespace
 
 long CountKernelHandles() {
   constexpr auto kHandleInformation = static_cast<SYSTEM_INFORMATION_CLASS>(16);
@@ -103,22 +86,26 @@ long CountHeapBlocks() {
   return count;
 }
 
-}  // namespace
-
 Counters Counters::Now() {
-  return {CountWindows(), CountGdiObjects(), CountKernelHandles(), CountHeapBlocks()};
+  return {CountWindows(), test::GdiObjects(), CountKernelHandles(), CountHeapBlocks(),
+          CountAtoms()};
+}
+
+Counters operator+(const Counters& a, const Counters& b) {
+  return {a.Windows + b.Windows, a.GdiObjects + b.GdiObjects, a.KernelHandles + b.KernelHandles,
+          a.HeapBlocks + b.HeapBlocks, a.Atoms + b.Atoms};
 }
 
 Counters operator-(const Counters& a, const Counters& b) {
   return {a.Windows - b.Windows, a.GdiObjects - b.GdiObjects, a.KernelHandles - b.KernelHandles,
-          a.HeapBlocks - b.HeapBlocks};
+          a.HeapBlocks - b.HeapBlocks, a.Atoms - b.Atoms};
 }
 
 std::string ToString(const Counters& counters) {
   return "windows " + std::to_string(counters.Windows) + ", graphics objects " +
          std::to_string(counters.GdiObjects) + ", handles " +
          std::to_string(counters.KernelHandles) + ", heap blocks " +
-         std::to_string(counters.HeapBlocks);
+         std::to_string(counters.HeapBlocks) + ", atoms " + std::to_string(counters.Atoms);
 }
 
 }  // namespace krx::soak

@@ -39,6 +39,12 @@ const UserStoreFolder& Plant() {
 
 class LogOnCombo : public UsersTest {
  protected:
+  // A list that opens under the pointer marks the row there, sooner or later.
+  void SetUp() override {
+    UsersTest::SetUp();
+    MoveMouse({0, 0});
+  }
+
   void UseThePlant() {
     Store.emplace(Plant());
     Store->Use();
