@@ -16,6 +16,7 @@ Set Runtime = CreateObject("KorvelRuntime.RuntimeSettings")
 Runtime.Language = "en"
 Entries = AllEntries()
 RunMenu
+WScript.Echo "The menu has been closed."
 
 Function AllEntries()
   Dim long_text, line_break, umlauts, i

@@ -23,7 +23,7 @@ picture() {
   ask rect
   read -r left top width height <<< "$answer"
   height=$((height + ${2:-0}))
-  for ((attempt = 0; attempt < 50; ++attempt)); do
+  for ((attempt = 0; attempt < 600; ++attempt)); do
     import -window root -crop "${width}x$height+$left+$top" +repage "$1"
     now=$(convert "$1" rgb:- | cksum)
     [[ $now != "$before" ]] || return 0
@@ -37,7 +37,7 @@ picture() {
 # read_text CONTROL: a text that every dialog has; a busy client may take its time to tell it.
 read_text() {
   local attempt
-  for ((attempt = 0; attempt < 600; ++attempt)); do
+  for ((attempt = 0; attempt < 1800; ++attempt)); do
     ask read "$1" || return 1
     [[ -z $answer ]] || return 0
     sleep 0.1
@@ -138,7 +138,7 @@ play() {
       { echo "this is not the menu: $answer" >&2; return 1; }
     number=${BASH_REMATCH[1]} count=${BASH_REMATCH[2]} entry=${BASH_REMATCH[3]}
     ask click 'keyButton(0)'
-    ask next 60
+    ask next
     form=$answer
     if ! is_menu; then
       file=$(tr -cs '[:alnum:]' '-' <<< "${entry,,}")

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "Person.h"
 #include "contract/Port.h"
 #include "driver/List.h"
@@ -21,8 +23,9 @@ class RealHand final : public Hand {
     person_.Press(static_cast<WORD>(key), (shift & ui::kShift) != 0 ? VK_SHIFT : WORD{0});
   }
   void Type(StringView letters) override {
-    for (const char16_t letter : letters)
-      person_.Press(KeyOf(letter));
+    std::vector<WORD> keys(letters.size());
+    std::transform(letters.begin(), letters.end(), keys.begin(), KeyOf);
+    person_.Type(keys);
   }
   void AccessKey(char16_t letter) override { person_.Press(KeyOf(letter), VK_MENU); }
   void Click(StringView key) override { person_.Click(person_.Control(window_, key)); }

@@ -3,7 +3,7 @@
 #include "ControlsForm.h"
 #include "ListsForm.h"
 #include "Person.h"
-#include "ResourceCounts.h"
+#include "soak/Growth.h"
 
 namespace krx::test {
 
@@ -56,25 +56,11 @@ class FormLeaks : public testing::TestWithParam<Opening> {};
 
 TEST_P(FormLeaks, ManyFormsLeaveNothingBehind) {
   win32::Win32Platform platform;
-  const auto open = [&](int count) {
+  const soak::Growth growth = soak::GrowthOver("a form", kWarmUp, GetParam().Forms, [&](int count) {
     for (int i = 0; i < count; ++i)
       GetParam().Open(platform);
-  };
-  open(kWarmUp);
-  const int windows = Windows();
-  const int objects = GdiObjects();
-  const int handles = KernelHandles();
-  const int atoms = NameAtoms();
-  const int blocks = HeapBlocks();
-  ASSERT_GT(handles, 0);
-  ASSERT_GT(blocks, 0);
-  open(GetParam().Forms);
-  EXPECT_EQ(Windows(), windows);
-  EXPECT_EQ(GdiObjects(), objects);
-  EXPECT_EQ(KernelHandles(), handles);
-  EXPECT_EQ(NameAtoms(), atoms);
-  // A block that every form leaves would make as many as there were forms.
-  EXPECT_LT(HeapBlocks() - blocks, GetParam().Forms / 5);
+  });
+  EXPECT_EQ(growth.Leak(), "");
 }
 
 INSTANTIATE_TEST_SUITE_P(Controls, FormLeaks,

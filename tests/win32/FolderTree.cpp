@@ -89,8 +89,9 @@ bool RunHostShell(const std::string& line) {
   if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                       &startup, &process))
     return false;
+  constexpr int kPatience = 600000;  // milliseconds
   for (int waited = 0; !DeleteFileW(win32::Wide(mark)); waited += 5) {
-    if (waited > 60000) return false;
+    if (waited > kPatience) return false;
     Sleep(5);
   }
   return DeleteFileW(win32::Wide(mark + u".ok")) != 0;

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "ResourceCounts.h"
 #include "TestForm.h"
 #include "msgbox/FMessageBox.h"
 #include "service/KRXDialog.h"
+#include "soak/Growth.h"
 
 namespace krx::test {
 
@@ -31,15 +31,9 @@ TEST(Leaks, AThousandBoxesLeaveNothingBehind) {
   FakeRuntime runtime;
   service::Apartment apartment(platform, runtime);
   const auto dialog = service::KRXDialog::Create(apartment);
-  OpenBoxes(apartment, kWarmUp);
-  const int windows = Windows();
-  const int objects = GdiObjects();
-  const int handles = KernelHandles();
-  ASSERT_GT(handles, 0);
-  OpenBoxes(apartment, kBoxes);
-  EXPECT_EQ(Windows(), windows);
-  EXPECT_EQ(GdiObjects(), objects);
-  EXPECT_EQ(KernelHandles(), handles);
+  const soak::Growth growth =
+      soak::GrowthOver("a box", kWarmUp, kBoxes, [&](int count) { OpenBoxes(apartment, count); });
+  EXPECT_EQ(growth.Leak(), "");
   EXPECT_EQ(GlobalFindAtomW(L"FMessageBox"), 0);
   EXPECT_EQ(GlobalFindAtomW(L"keyButton(1)"), 0);
 }

@@ -131,8 +131,7 @@ TEST_F(Lists, TypedLettersLookRowsUp) {
 TEST_F(Lists, SeveralLettersAreOneBeginning) {
   form.lvw.SetRows({{u"Anna"}, {u"Ben"}, {u"Benno"}, {u"Bert"}, {u"Carl"}});
   Work([this](Person& person, const List&) {
-    for (const WORD key : {'B', 'E', 'R'})
-      person.Press(key);
+    person.Type({'B', 'E', 'R'});
     person.Await([&] { return form.lvw.SelectedRow() == 3; }, "Bert");
   });
 }

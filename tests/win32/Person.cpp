@@ -8,13 +8,14 @@
 #include <stdexcept>
 #include <thread>
 
+#include "driver/Input.h"
 #include "ports/win32/Screen.h"
 
 namespace krx::test {
 
 namespace {
 
-constexpr auto kLimit = std::chrono::seconds(10);
+constexpr auto kLimit = std::chrono::minutes(3);  // far more than the busiest machine takes
 constexpr auto kPoll = std::chrono::milliseconds(5);
 
 struct Search {
@@ -127,6 +128,15 @@ void Person::Press(WORD key, WORD held) {
   if (held) Up(held);
 }
 
+void Person::Type(const std::vector<WORD>& keys) {
+  std::vector<INPUT> strokes;
+  for (const WORD key : keys) {
+    strokes.push_back(KeyInput(key, 0));
+    strokes.push_back(KeyInput(key, KEYEVENTF_KEYUP));
+  }
+  SendInput(static_cast<UINT>(strokes.size()), strokes.data(), sizeof(INPUT));
+}
+
 void Person::Repeat(HWND form, WORD key, int times) {
   constexpr LPARAM kWasDown = 1L << 30;
   const LPARAM scan = static_cast<LPARAM>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC)) << 16;
@@ -157,14 +167,12 @@ void Person::Click(HWND window) {
 
 void Person::ClickAt(POINT at) {
   MoveTo(at);
-  Mouse(MOUSEEVENTF_LEFTDOWN);
-  Mouse(MOUSEEVENTF_LEFTUP);
+  drive::ClickMouse(drive::MouseButton::Left, at);
 }
 
 void Person::RightClickAt(POINT at) {
   MoveTo(at);
-  Mouse(MOUSEEVENTF_RIGHTDOWN);
-  Mouse(MOUSEEVENTF_RIGHTUP);
+  drive::ClickMouse(drive::MouseButton::Right, at);
 }
 
 void Person::PointAway() {
@@ -188,6 +196,14 @@ void Person::DragTo(POINT from, POINT to, std::chrono::milliseconds rest) {
     MoveTo({from.x + (to.x - from.x) * i / kSteps, from.y + (to.y - from.y) * i / kSteps});
   std::this_thread::sleep_for(rest);
   Mouse(MOUSEEVENTF_LEFTUP);
+}
+
+// The end of the movement and the release are one input, however slow the machine is.
+void Person::Push(POINT from, POINT to) {
+  MoveTo(from);
+  Mouse(MOUSEEVENTF_LEFTDOWN);
+  MoveTo({(from.x + to.x) / 2, (from.y + to.y) / 2});
+  drive::ReleaseMouse(drive::MouseButton::Left, to);
 }
 
 void Person::AwaitFocus(HWND window) {
@@ -234,7 +250,7 @@ void RunWith(const std::function<void()>& call, const std::function<void(Person&
     if (!Within([&] { return over.load(); })) complaint += " [form left open]";
     while (!over) {
       EnumThreadWindows(shown_by, CloseForm, 0);
-      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+      std::this_thread::sleep_for(kPoll);
     }
   });
   try {

@@ -6,13 +6,14 @@
 #include <functional>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "base/String.h"
 #include "ui/Form.h"
 
 namespace krx::test {
 
-// Waits until the condition holds; false when it does not within ten seconds.
+// Waits until the condition holds; false when it does not within some minutes.
 bool Within(const std::function<bool()>& condition);
 
 // A person at the screen: runs in a thread of its own while a form is shown modally, finds windows
@@ -28,6 +29,8 @@ class Person {
   HWND FindControl(HWND form, StringView name);  // null when there is none
 
   void Press(WORD key, WORD held = 0);
+  // Keys at one stroke: a list takes letters for one beginning only while they come quickly.
+  void Type(const std::vector<WORD>& keys);
   void Down(WORD key);
   void Up(WORD key);
   // Key-down messages of a key that has been held down for some time.
@@ -42,6 +45,8 @@ class Person {
   // Presses at one point of the screen, moves in steps and releases at the other; with a rest the
   // pointer stands still for that long before it releases.
   void DragTo(POINT from, POINT to, std::chrono::milliseconds rest = {});
+  // Presses at one point and lets go at the other while still in motion.
+  void Push(POINT from, POINT to);
   void AwaitFocus(HWND window);
   void Await(const std::function<bool()>& condition, const std::string& what);
 

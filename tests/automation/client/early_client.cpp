@@ -46,15 +46,21 @@ void Answer() {
   }
 }
 
+HANDLE nested_wanted = nullptr;
+
 void CALLBACK OpenNested(HWND, UINT, UINT_PTR timer, DWORD) {
+  if (WaitForSingleObject(nested_wanted, 0) != WAIT_OBJECT_0) return;
   KillTimer(nullptr, timer);
   Print("nested " + std::to_string(Ask(L"Nested", 5)));
 }
 
-// A second box opens while the first one is up, from a timer that only the modal loop can run.
+// A second box opens while the first one is up, from a timer that only the modal loop can run, once
+// somebody who has seen the first one wants it.
 void Nested() {
-  SetTimer(nullptr, 0, 300, OpenNested);
+  nested_wanted = CreateEventW(nullptr, TRUE, FALSE, L"krx-nested-wanted");
+  SetTimer(nullptr, 0, 10, OpenNested);
   Print("outer " + std::to_string(Ask(L"Outer", 4)));
+  CloseHandle(nested_wanted);
 }
 
 HWND NewWindow(const wchar_t* title, DWORD style) {
@@ -90,7 +96,7 @@ void CALLBACK PostQuit(HWND, UINT, UINT_PTR timer, DWORD) {
 
 // The client is told to quit while a box is up; its own loop has to learn of it.
 void Quit() {
-  SetTimer(nullptr, 0, 300, PostQuit);
+  SetTimer(nullptr, 0, 10, PostQuit);
   Print("result " + std::to_string(Ask(L"Text", 4)));
   MSG message{};
   while (GetMessageW(&message, nullptr, 0, 0) > 0)

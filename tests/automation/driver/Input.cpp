@@ -2,6 +2,7 @@
 
 #include <map>
 #include <stdexcept>
+#include <vector>
 
 #include "driver/Wait.h"
 #include "driver/Window.h"
@@ -20,22 +21,62 @@ LONG Normalised(LONG pixel, int metric) {
   return (pixel * 65536 + size - 1) / size;
 }
 
-void SendMouse(DWORD flags, POINT at) {
+void SendMouse(DWORD flags, POINT at, DWORD time = 0) {
   INPUT input{};
   input.type = INPUT_MOUSE;
   input.mi.dx = Normalised(at.x, SM_CXSCREEN);
   input.mi.dy = Normalised(at.y, SM_CYSCREEN);
   input.mi.dwFlags = flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+  input.mi.time = time;
   Send(input);
 }
 
-void SendKey(WORD key, WORD scan, DWORD flags) {
+// Whether two clicks are a double click is told by the times that they carry, so these are given
+// and not left to the speed of the machine.
+DWORD TimeOfNextClick() {
+  static DWORD last = 0;
+  const DWORD now = GetTickCount();
+  const DWORD earliest = last + GetDoubleClickTime() + 1;
+  const bool passed = last == 0 || static_cast<LONG>(now - earliest) >= 0;
+  return last = passed ? now : earliest;
+}
+
+DWORD DownFlag(MouseButton button) {
+  return button == MouseButton::Left ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN;
+}
+
+DWORD UpFlag(MouseButton button) {
+  return button == MouseButton::Left ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP;
+}
+
+void ClickAtTime(MouseButton button, POINT at, DWORD time) {
+  SendMouse(DownFlag(button), at, time);
+  SendMouse(UpFlag(button), at, time);
+}
+
+// The window system may still report where the pointer was before; it must have come to rest.
+void WaitForPointer(POINT at) {
+  constexpr int kRest = 4;
+  int rested = 0;
+  Within(kPatience, [&] {
+    POINT now{};
+    GetCursorPos(&now);
+    rested = now.x == at.x && now.y == at.y ? rested + 1 : 0;
+    return rested == kRest;
+  });
+}
+
+INPUT KeyInput(WORD key, WORD scan, DWORD flags) {
   INPUT input{};
   input.type = INPUT_KEYBOARD;
   input.ki.wVk = key;
   input.ki.wScan = scan;
   input.ki.dwFlags = flags;
-  Send(input);
+  return input;
+}
+
+void SendKey(WORD key, WORD scan, DWORD flags) {
+  Send(KeyInput(key, scan, flags));
 }
 
 const std::map<std::wstring, WORD>& KeysByName() {
@@ -64,17 +105,23 @@ void MoveMouse(POINT to) {
 }
 
 void PressMouse(MouseButton button, POINT at) {
-  SendMouse(button == MouseButton::Left ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN, at);
+  SendMouse(DownFlag(button), at);
 }
 
 void ReleaseMouse(MouseButton button, POINT at) {
-  SendMouse(button == MouseButton::Left ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP, at);
+  SendMouse(UpFlag(button), at);
 }
 
 void ClickMouse(MouseButton button, POINT at) {
   MoveMouse(at);
-  PressMouse(button, at);
-  ReleaseMouse(button, at);
+  ClickAtTime(button, at, TimeOfNextClick());
+}
+
+void DoubleClickMouse(MouseButton button, POINT at) {
+  MoveMouse(at);
+  const DWORD time = TimeOfNextClick();
+  ClickAtTime(button, at, time);
+  ClickAtTime(button, at, time);
 }
 
 void DragMouse(MouseButton button, POINT from, POINT to) {
@@ -82,9 +129,10 @@ void DragMouse(MouseButton button, POINT from, POINT to) {
   MoveMouse(from);
   PressMouse(button, from);
   for (int step = 1; step <= kSteps; ++step) {
-    MoveMouse({from.x + (to.x - from.x) * step / kSteps, from.y + (to.y - from.y) * step / kSteps});
-    // A hand is slower than the window that follows it.
-    std::this_thread::sleep_for(Milliseconds(30));
+    const POINT at{from.x + (to.x - from.x) * step / kSteps,
+                   from.y + (to.y - from.y) * step / kSteps};
+    MoveMouse(at);
+    WaitForPointer(at);
   }
   ReleaseMouse(button, to);
 }
@@ -103,10 +151,14 @@ void PressKey(const std::wstring& name) {
 }
 
 void TypeText(const std::wstring& text) {
+  std::vector<INPUT> strokes;
   for (const wchar_t unit : text) {
-    SendKey(0, static_cast<WORD>(unit), KEYEVENTF_UNICODE);
-    SendKey(0, static_cast<WORD>(unit), KEYEVENTF_UNICODE | KEYEVENTF_KEYUP);
+    strokes.push_back(KeyInput(0, static_cast<WORD>(unit), KEYEVENTF_UNICODE));
+    strokes.push_back(KeyInput(0, static_cast<WORD>(unit), KEYEVENTF_UNICODE | KEYEVENTF_KEYUP));
   }
+  const auto count = static_cast<UINT>(strokes.size());
+  if (SendInput(count, strokes.data(), sizeof(INPUT)) != count)
+    throw std::runtime_error("input is refused");
 }
 
 }  // namespace krx::drive

@@ -16,13 +16,17 @@ void MoveMouse(POINT to);
 // its own in between, as it does when a window opens under it.
 void PressMouse(MouseButton button, POINT at);
 void ReleaseMouse(MouseButton button, POINT at);
+// A click never makes a double click with the one before, however soon it comes, and the two of a
+// double click always do.
 void ClickMouse(MouseButton button, POINT at);
+void DoubleClickMouse(MouseButton button, POINT at);
 // Presses at `from`, moves to `to` in steps, releases there.
 void DragMouse(MouseButton button, POINT from, POINT to);
 
 // Presses and releases a key by its virtual code while the modifier is held (0: none).
 void PressKey(WORD key, WORD modifier = 0);
-// Types a text, whatever the keyboard layout.
+// Types a text, whatever the keyboard layout, at one stroke: lists take letters for one beginning
+// only while they come quickly.
 void TypeText(const std::wstring& text);
 // A key by its name: Enter, Esc, Space, Tab, F1, Left ... or one letter or digit, alone or after
 // one of Shift+, Alt+, Ctrl+. Throws for a name that it does not know.

@@ -4,9 +4,7 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <stdexcept>
-#include <thread>
 
 #include "driver/Input.h"
 
@@ -14,7 +12,7 @@ namespace krx::drive {
 
 namespace {
 
-constexpr UINT kAnswerWithin = 5000;  // milliseconds
+constexpr auto kAnswerWithin = static_cast<UINT>(kPatience.count());
 constexpr std::size_t kLongestText = 4096;
 
 // Memory of another process, in which a message of the list finds its argument.
@@ -53,7 +51,7 @@ class ForeignMemory {
 
 DWORD_PTR Send(HWND window, UINT message, WPARAM w, LPARAM l) {
   DWORD_PTR answer = 0;
-  if (!SendMessageTimeoutW(window, message, w, l, SMTO_ABORTIFHUNG, kAnswerWithin, &answer))
+  if (!SendMessageTimeoutW(window, message, w, l, SMTO_NORMAL, kAnswerWithin, &answer))
     throw std::runtime_error("the list does not answer");
   return answer;
 }
@@ -74,19 +72,6 @@ std::wstring AskText(HWND window, UINT message, WPARAM w, Item item) {
   memory.Read(sizeof item, text.data(), sizeof text);
   text.back() = 0;
   return text.data();
-}
-
-// The system takes two clicks in one place for a double click when they come within its time.
-void Pause(POINT at) {
-  static POINT last{-1000, -1000};
-  static ULONGLONG when = 0;
-  const bool near_by = std::abs(at.x - last.x) <= GetSystemMetrics(SM_CXDOUBLECLK) &&
-                       std::abs(at.y - last.y) <= GetSystemMetrics(SM_CYDOUBLECLK);
-  const ULONGLONG again = when + GetDoubleClickTime() + 50;
-  const ULONGLONG now = GetTickCount64();
-  if (near_by && now < again) std::this_thread::sleep_for(Milliseconds(again - now));
-  last = at;
-  when = GetTickCount64();
 }
 
 }  // namespace
@@ -184,16 +169,11 @@ POINT List::Middle(int row) const {
 }
 
 void List::Click(int row) const {
-  const POINT at = Middle(row);
-  Pause(at);
-  ClickMouse(MouseButton::Left, at);
+  ClickMouse(MouseButton::Left, Middle(row));
 }
 
 void List::DoubleClick(int row) const {
-  const POINT at = Middle(row);
-  Pause(at);
-  ClickMouse(MouseButton::Left, at);
-  ClickMouse(MouseButton::Left, at);
+  DoubleClickMouse(MouseButton::Left, Middle(row));
 }
 
 void List::WaitForCount(int count) const {

@@ -35,8 +35,7 @@ class List {
   // Place of a row in pixels of the screen, whether it is in sight or not.
   RECT RowBounds(int row) const;
 
-  // Scrolls the row into sight and clicks it. A click never makes a double click with the one
-  // before, however soon it comes.
+  // Scrolls the row into sight and clicks it.
   void Click(int row) const;
   void DoubleClick(int row) const;
 

@@ -11,7 +11,8 @@ namespace krx::drive {
 
 namespace {
 
-constexpr UINT kAnswerWithin = 2000;  // milliseconds; a window that does not answer has no text
+// A window that does not answer has no text. One that is busy is waited for like anything else.
+constexpr auto kAnswerWithin = static_cast<UINT>(kPatience.count());
 
 BOOL CALLBACK AddToList(HWND handle, LPARAM list) {
   reinterpret_cast<std::vector<Window>*>(list)->emplace_back(handle);
@@ -60,7 +61,7 @@ std::wstring Window::Text() const {
   std::array<wchar_t, 8192> text{};
   DWORD_PTR length = 0;
   if (!SendMessageTimeoutW(handle_, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
-                           SMTO_ABORTIFHUNG, kAnswerWithin, &length))
+                           SMTO_NORMAL, kAnswerWithin, &length))
     return {};
   return {text.data(), std::min<std::size_t>(length, text.size() - 1)};
 }

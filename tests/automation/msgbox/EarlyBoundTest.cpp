@@ -16,6 +16,9 @@ TEST_F(EarlyBound, AClientGetsTheResultAsTheEnumOfTheTypeLibrary) {
 TEST_F(EarlyBound, ABoxOpensOverAnotherFromATimerOfTheClientsThread) {
   RunProgram("early_client.exe nested");
   const Window outer = NextBox();
+  const HANDLE nested_wanted = OpenEventW(EVENT_MODIFY_STATE, FALSE, L"krx-nested-wanted");
+  ASSERT_TRUE(SetEvent(nested_wanted));
+  CloseHandle(nested_wanted);
   const Window nested = NextBox();
   EXPECT_TRUE(outer.Visible());
   EXPECT_FALSE(outer.Enabled());

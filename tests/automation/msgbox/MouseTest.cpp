@@ -58,8 +58,10 @@ TEST_F(Dragging, TheLeftButtonBesideTheCaptionDoesNotMoveIt) {
 
 TEST_F(Dragging, AMovedBoxIsStillAnswered) {
   const Window box = NextBox();
+  const RECT start = box.Bounds();
   const POINT grip = box.Child(L"idxCaption").Centre();
   DragMouse(MouseButton::Left, grip, {grip.x - 100, grip.y + 50});
+  ASSERT_TRUE(Within(kPatience, [&] { return Same(box.Bounds(), Shifted(start, -100, 50)); }));
   box.Child(L"keyButton(1)").Click();
   EXPECT_EQ(Printed(), Lines{"2"});
 }

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <string>
-
 #include "client/Dialogs.h"
 #include "soak/Forms.h"
 #include "soak/Growth.h"
@@ -31,51 +29,16 @@ bool OpenBoxes(client::Dialogs& dialogs, int count) {
   return all_right;
 }
 
-void OpenControls(int count) {
-  OpenWindows(count, {300, 200}, [](HWND form) {
-    for (int k = 0; k < 3; ++k)
-      CreateWindowExW(0, L"BUTTON", L"OK", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 100 * k, 0, 90, 30,
-                      form, nullptr, nullptr, nullptr);
-    CreateWindowExW(0, L"BUTTON", L"", WS_CHILD | WS_VISIBLE, 0, 100, 30, 30, form, nullptr,
-                    nullptr, nullptr);
-  });
-}
-
 TEST(Soak, AThousandBoxesLeaveNothingBehind) {
   const client::Automation automation;
   client::Dialogs dialogs;
   ASSERT_TRUE(dialogs);
   bool all_right = true;
-  const Counters boxes = Growth(
-      kWarmUp, kBoxes, [&](int count) { all_right = OpenBoxes(dialogs, count) && all_right; });
-  ASSERT_TRUE(all_right);
-  const Counters control = Growth(kWarmUp, kBoxes, OpenControls);
-  ExpectNothingLeft(std::to_string(kBoxes) + " boxes", boxes, control, kBoxes / 100);
-}
-
-// The counters see what they are to find: one object of each kind, kept on purpose.
-TEST(Soak, TheCountersSeeOneObjectOfEachKind) {
-  // The first window of a thread brings the input method's along.
-  const HWND first =
-      CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
-  const Counters before = Counters::Now();
-  const HWND window =
-      CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
-  const HBRUSH brush = CreateSolidBrush(RGB(1, 2, 3));
-  const HANDLE event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
-  void* block = HeapAlloc(GetProcessHeap(), 0, 100);
-  const Counters growth = Counters::Now() - before;
-  EXPECT_EQ(growth.Windows, 1);
-#ifdef _WIN64
-  EXPECT_GE(growth.GdiObjects, 1);
-#endif
-  EXPECT_GE(growth.KernelHandles, 1);
-  EXPECT_GE(growth.HeapBlocks, 1);
-  HeapFree(GetProcessHeap(), 0, block);
-  CloseHandle(event);
-  DeleteObject(brush);
-  DestroyWindow(window);
-  DestroyWindow(first);
+  const Growth growth = GrowthOver("a box", kWarmUp, kBoxes, [&](int count) {
+    all_right = OpenBoxes(dialogs, count) && all_right;
+  });
+  EXPECT_TRUE(all_right);
+  EXPECT_EQ(growth.Leak(), "");
 }
 
 }  // namespace

@@ -45,6 +45,19 @@ struct HandleTable {
   HandleEntry Entries[1];
 };
 
+long CountAtoms() {
+  constexpr UINT kFirst = 0xC000;
+  constexpr UINT kLast = 0xFFFF;
+  std::array<wchar_t, 256> name{};
+  long count = 0;
+  for (UINT atom = kFirst; atom <= kLast; ++atom)
+    if (GlobalGetAtomNameW(static_cast<ATOM>(atom), name.data(), static_cast<int>(name.size())))
+      ++count;
+  return count;
+}
+
+}  // namespace
+
 long CountKernelHandles() {
   constexpr auto kHandleInformation = static_cast<SYSTEM_INFORMATION_CLASS>(16);
   std::vector<std::byte> buffer(1 << 20);
@@ -73,22 +86,26 @@ long CountHeapBlocks() {
   return count;
 }
 
-}  // namespace
-
 Counters Counters::Now() {
-  return {CountWindows(), test::GdiObjects(), CountKernelHandles(), CountHeapBlocks()};
+  return {CountWindows(), test::GdiObjects(), CountKernelHandles(), CountHeapBlocks(),
+          CountAtoms()};
+}
+
+Counters operator+(const Counters& a, const Counters& b) {
+  return {a.Windows + b.Windows, a.GdiObjects + b.GdiObjects, a.KernelHandles + b.KernelHandles,
+          a.HeapBlocks + b.HeapBlocks, a.Atoms + b.Atoms};
 }
 
 Counters operator-(const Counters& a, const Counters& b) {
   return {a.Windows - b.Windows, a.GdiObjects - b.GdiObjects, a.KernelHandles - b.KernelHandles,
-          a.HeapBlocks - b.HeapBlocks};
+          a.HeapBlocks - b.HeapBlocks, a.Atoms - b.Atoms};
 }
 
 std::string ToString(const Counters& counters) {
   return "windows " + std::to_string(counters.Windows) + ", graphics objects " +
          std::to_string(counters.GdiObjects) + ", handles " +
          std::to_string(counters.KernelHandles) + ", heap blocks " +
-         std::to_string(counters.HeapBlocks);
+         std::to_string(counters.HeapBlocks) + ", atoms " + std::to_string(counters.Atoms);
 }
 
 }  // namespace krx::soak

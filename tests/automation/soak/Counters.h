@@ -11,10 +11,15 @@ struct Counters {
   long GdiObjects = 0;
   long KernelHandles = 0;
   long HeapBlocks = 0;
+  long Atoms = 0;  // of the whole session; they carry the names of windows
 
   static Counters Now();
 };
 
+long CountKernelHandles();
+long CountHeapBlocks();
+
+Counters operator+(const Counters& a, const Counters& b);
 Counters operator-(const Counters& a, const Counters& b);
 std::string ToString(const Counters& counters);
 

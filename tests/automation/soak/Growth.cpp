@@ -2,41 +2,58 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
-
-#include "soak/Forms.h"
 
 namespace krx::soak {
 
-Counters Growth(int warm_up, int cycles, const std::function<void(int)>& open) {
+namespace {
+
+constexpr int kRounds = 5;
+
+long Median(const std::vector<Counters>& rounds, long Counters::*kind) {
+  std::vector<long> growth;
+  for (const Counters& round : rounds)
+    growth.push_back(round.*kind);
+  std::sort(growth.begin(), growth.end());
+  return growth.at(growth.size() / 2);
+}
+
+}  // namespace
+
+Counters Growth::Usual() const {
+  return {Median(Rounds, &Counters::Windows), Median(Rounds, &Counters::GdiObjects),
+          Median(Rounds, &Counters::KernelHandles), Median(Rounds, &Counters::HeapBlocks),
+          Median(Rounds, &Counters::Atoms)};
+}
+
+std::string Growth::Leak() const {
+  Counters all;
+  for (const Counters& round : Rounds)
+    all = all + round;
+  const Counters usual = Usual();
+  const long tolerated = Calls / 20;
+  const bool leak = all.Windows > 0 || usual.GdiObjects > 0 || usual.Atoms > 0 ||
+                    usual.KernelHandles > tolerated || usual.HeapBlocks > tolerated;
+  return leak ? ToString(usual) + " per " + std::to_string(Calls) + " calls" : std::string();
+}
+
+Growth GrowthOver(const std::string& what, int warm_up, int calls,
+                  const std::function<void(int)>& open) {
+  Growth growth{calls / kRounds, {}};
   open(warm_up);
-  const Counters before = Counters::Now();
-  open(cycles);
-  return Counters::Now() - before;
-}
-
-void OpenWindows(int count, SIZE size, const std::function<void(HWND)>& fill) {
-  for (int i = 0; i < count; ++i) {
-    const HWND form = CreateWindowExW(0, L"STATIC", L"Control", WS_POPUP, 0, 0, size.cx, size.cy,
-                                      nullptr, nullptr, nullptr, nullptr);
-    fill(form);
-    ShowWindow(form, SW_SHOW);
-    UpdateWindow(form);
-    HandlePending();
-    DestroyWindow(form);
+  Counters before = Counters::Now();
+  for (int i = 0; i < kRounds; ++i) {
+    open(growth.Calls);
+    const Counters now = Counters::Now();
+    growth.Rounds.push_back(now - before);
+    before = now;
+    const std::string text = ToString(growth.Rounds.back());
+    std::printf("%d times %s: %s\n", growth.Calls, what.c_str(), text.c_str());
+    std::fflush(stdout);
+    testing::Test::RecordProperty("round" + std::to_string(i), text);
   }
-}
-
-void ExpectNothingLeft(const std::string& what, const Counters& growth, const Counters& control,
-                       int tolerated) {
-  testing::Test::RecordProperty("growth", ToString(growth));
-  testing::Test::RecordProperty("control", ToString(control));
-  std::printf("growth over %s: %s\n  control run: %s\n", what.c_str(), ToString(growth).c_str(),
-              ToString(control).c_str());
-  EXPECT_EQ(growth.Windows, 0);
-  EXPECT_EQ(growth.GdiObjects, 0);
-  EXPECT_LE(growth.KernelHandles - control.KernelHandles, tolerated);
-  EXPECT_LE(growth.HeapBlocks - control.HeapBlocks, tolerated);
+  return growth;
 }
 
 }  // namespace krx::soak

@@ -1,25 +1,29 @@
 #pragma once
 
-#include <windows.h>
-
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "soak/Counters.h"
 
 namespace krx::soak {
 
-// What `open` leaves behind when it is called for so many cycles, after others to warm up.
-Counters Growth(int warm_up, int cycles, const std::function<void(int)>& open);
+// What many calls leave behind, counted in rounds: what the platform's own threads bring or free by
+// themselves shows in a round or two, what every call leaves shows in each.
+struct Growth {
+  int Calls = 0;  // of each round
+  std::vector<Counters> Rounds;
 
-// The same number of windows without the component: what grows there the platform loses itself.
-// This comes second: what the platform frees some seconds after the start would count as a negative
-// loss.
-void OpenWindows(int count, SIZE size, const std::function<void(HWND)>& fill);
+  // The median of the rounds.
+  Counters Usual() const;
+  // What the calls have left behind, in words; empty when it is nothing. One window is too many; of
+  // everything else one per call is a leak, and a twentieth of that is tolerated.
+  std::string Leak() const;
+};
 
-// Prints and records both, and expects no growth beyond that of the control run. The platform's own
-// threads come and go with a few handles and blocks, of which so many are tolerated.
-void ExpectNothingLeft(const std::string& what, const Counters& growth, const Counters& control,
-                       int tolerated);
+// Counts what `open`, which is given a number of calls to make, leaves behind in so many calls
+// after others to warm up. Prints and records every round.
+Growth GrowthOver(const std::string& what, int warm_up, int calls,
+                  const std::function<void(int)>& open);
 
 }  // namespace krx::soak

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
-
 namespace krx::test {
 namespace {
 
@@ -46,9 +44,7 @@ TEST(FilePatternTest, ManyStarsTakeNoExponentialTime) {
   for (int i = 0; i < 60; ++i)
     stars += u"*a";
   const ui::FilePattern pattern(stars + u"b");
-  const auto start = std::chrono::steady_clock::now();
-  EXPECT_FALSE(pattern.Matches(String(5000, u'a')));
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+  EXPECT_FALSE(pattern.Matches(String(5000, u'a')));  // with exponential time this never ends
 }
 
 }  // namespace

@@ -43,7 +43,7 @@ class PosixLock : public runtime::FileLock {
  public:
   explicit PosixLock(const std::filesystem::path& file) : handle_(file, O_RDWR | O_CREAT) {
     using std::chrono::steady_clock;
-    const auto end = steady_clock::now() + std::chrono::seconds(60);
+    const auto end = steady_clock::now() + std::chrono::minutes(5);
     while (flock(handle_.Get(), LOCK_EX | LOCK_NB) != 0) {
       if (errno != EWOULDBLOCK || steady_clock::now() > end) Fail(file);
       std::this_thread::sleep_for(std::chrono::microseconds(200));
