@@ -75,7 +75,7 @@ each_component() {
     loader=$wine32 tool='C:\windows\syswow64\regsvr32.exe'
   fi
   for component in KorvelRuntime KRXDialogs; do
-    "$loader" "$tool" "$@" "$(windows_path "build/$preset/bin/$component.dll")" ||
+    "$loader" "$tool" "$@" "$(windows_path "build/$preset/bin/$component.dll")" 2> /dev/null ||
       { echo "$component.dll ($preset): regsvr32 $* fails" >&2; return 1; }
   done
 }
