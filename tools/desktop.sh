@@ -63,14 +63,20 @@ open_prefix() {
 }
 
 # register PRESET: registers both components of a build.
-register() {
-  local loader=$wine64 tool='C:\windows\system32\regsvr32.exe' component
-  if [[ $1 == win32 ]]; then
+register() { each_component "$1" /s; }
+
+# unregister PRESET: takes them away again, also where they are not registered.
+unregister() { each_component "$1" /s /u; }
+
+each_component() {
+  local preset=$1 loader=$wine64 tool='C:\windows\system32\regsvr32.exe' component
+  shift
+  if [[ $preset == win32 ]]; then
     loader=$wine32 tool='C:\windows\syswow64\regsvr32.exe'
   fi
   for component in KorvelRuntime KRXDialogs; do
-    "$loader" "$tool" /s "$(windows_path "build/$1/bin/$component.dll")" ||
-      { echo "$component.dll ($1) cannot be registered" >&2; return 1; }
+    "$loader" "$tool" "$@" "$(windows_path "build/$preset/bin/$component.dll")" 2> /dev/null ||
+      { echo "$component.dll ($preset): regsvr32 $* fails" >&2; return 1; }
   done
 }
 

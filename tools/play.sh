@@ -34,16 +34,17 @@ picture() {
   return 1
 }
 
-# Every dialog has a title; a busy client may take its time to tell it.
-is_menu() {
+# read_text CONTROL: a text that every dialog has; a busy client may take its time to tell it.
+read_text() {
   local attempt
   for ((attempt = 0; attempt < 1800; ++attempt)); do
-    ask read idxCaption || return 1
-    [[ -z $answer ]] || break
+    ask read "$1" || return 1
+    [[ -z $answer ]] || return 0
     sleep 0.1
   done
-  [[ $answer == "$menu_title" ]]
 }
+
+is_menu() { read_text idxCaption && [[ $answer == "$menu_title" ]]; }
 
 # fill TEXT...: types each text into a field and Enter after it.
 fill() {
@@ -132,7 +133,7 @@ play() {
   ask wait FMessageBox
   picture "$1/00-menu.png"
   while true; do
-    ask read idxMessage
+    read_text idxMessage
     [[ $answer =~ ^Entry\ ([0-9]+)\ of\ ([0-9]+)\\n(.*)$ ]] ||
       { echo "this is not the menu: $answer" >&2; return 1; }
     number=${BASH_REMATCH[1]} count=${BASH_REMATCH[2]} entry=${BASH_REMATCH[3]}

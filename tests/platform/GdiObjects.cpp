@@ -38,12 +38,20 @@ std::uint64_t Block() {
   return reinterpret_cast<std::uint64_t>(process.PebBaseAddress);
 }
 #else
+struct ThreadInformation {
+  NTSTATUS ExitStatus;
+  std::uintptr_t Block;
+  std::uintptr_t Rest[5];
+};
+
 // A 32-bit thread knows its 64-bit side, and that one the block.
 std::uint64_t Block() {
+  constexpr auto kBasic = static_cast<THREADINFOCLASS>(0);
   constexpr std::size_t kOtherSide = 0xF70;
   constexpr std::size_t kBlockInThread = 0x60;
-  const auto thread = reinterpret_cast<std::uintptr_t>(NtCurrentTeb());
-  const auto other_side = At<std::uint32_t>(thread + kOtherSide);
+  ThreadInformation thread{};
+  NtQueryInformationThread(GetCurrentThread(), kBasic, &thread, sizeof thread, nullptr);
+  const auto other_side = At<std::uint32_t>(thread.Block + kOtherSide);
   if (!other_side) throw std::runtime_error("graphics objects cannot be counted on this system");
   return At<std::uint64_t>(other_side + kBlockInThread);
 }

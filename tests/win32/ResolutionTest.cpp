@@ -6,6 +6,7 @@
 
 #include "SelfProcess.h"
 #include "driver/Resolution.h"
+#include "platform/Differences.h"
 #include "ports/win32/Win32Platform.h"
 
 namespace krx::test {
@@ -20,6 +21,14 @@ TEST(Resolution, IsTheOneThatTheTestRunsAt) {
     GTEST_SKIP() << "not started by the test of all resolutions";
   win32::Win32Platform platform;
   EXPECT_EQ(platform.TwipsPerPixel(), 1440.0f / static_cast<float>(std::stoi(wanted.data())));
+}
+
+TEST(ResolutionOfTheScreen, IsTheDesktopsOrTheOneNotedOfTheScreen) {
+  const drive::Resolution resolution(144, 120);
+  const int expected = Expected(kScreensNoteTheirResolution, 120, 144);
+  EXPECT_EQ(RunSelf(L"Resolution.*", kExpected, std::to_wstring(expected)), 0u)
+      << ThisPlatform().Name() << " shows no longer what is known of "
+      << kScreensNoteTheirResolution.Where << ": " << kScreensNoteTheirResolution.Reason;
 }
 
 class EveryResolution : public testing::TestWithParam<DWORD> {};

@@ -24,11 +24,10 @@ std::vector<std::wstring> Screens() {
 
 }  // namespace
 
-// Older systems read the desktop's number, newer ones what they have noted of each screen.
-Resolution::Resolution(DWORD dpi) {
-  Set(HKEY_CURRENT_USER, kDesktop, L"LogPixels", dpi);
+Resolution::Resolution(DWORD desktop, DWORD screens) {
+  Set(HKEY_CURRENT_USER, kDesktop, L"LogPixels", desktop);
   for (const std::wstring& screen : Screens())
-    Set(HKEY_CURRENT_CONFIG, screen, L"Dpi", dpi);
+    Set(HKEY_CURRENT_CONFIG, screen, L"Dpi", screens);
 }
 
 Resolution::~Resolution() {

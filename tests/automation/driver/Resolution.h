@@ -10,7 +10,9 @@ namespace krx::drive {
 // Programs started while it lives find a screen of this resolution; the one before comes back.
 class Resolution {
  public:
-  explicit Resolution(DWORD dpi);
+  explicit Resolution(DWORD dpi) : Resolution(dpi, dpi) {}
+  // What the desktop says and what is noted of the screens; platforms differ in what they read.
+  Resolution(DWORD desktop, DWORD screens);
   ~Resolution();
   Resolution(const Resolution&) = delete;
   Resolution& operator=(const Resolution&) = delete;
