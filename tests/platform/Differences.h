@@ -11,4 +11,9 @@ inline constexpr Difference kScreensNoteTheirResolution{
     "each screen's resolution is noted once the display is up; the desktop's number, which older "
     "versions read in every process, no longer counts from then on"};
 
+inline constexpr Difference kHeapsGroupBlocks{
+    "wine10-x64, wine10-x86", [](const Platform& platform) { return platform.Wine >= 10; },
+    "once a heap has given out some 2,048 blocks of a size, it takes that size from groups of 31 "
+    "blocks, which it keeps and shows as one block each"};
+
 }  // namespace krx::test

@@ -67,26 +67,26 @@ void Use(const LoadedComponent& module) {
 }
 
 TEST(ModuleLifetimeTest, LoadedAndUnloadedModulesLeaveNothing) {
-  ExpectNothingLeft(LoadCycles(), [] {
+  EXPECT_TRUE(LeavesNothing(LoadCycles(), [] {
     const LoadedComponent module;
     Use(module);
     EXPECT_EQ(module.CanUnload(), S_OK);
-  });
+  }));
   EXPECT_EQ(GetModuleHandleW(L"KRXDialogs.dll"), nullptr);
 }
 
 TEST(ModuleLifetimeTest, AThreadThatGoesOnAfterTheModuleKeepsNothingOfIt) {
-  ExpectNothingLeft(LoadCycles(), [] {
+  EXPECT_TRUE(LeavesNothing(LoadCycles(), [] {
     auto module = std::make_unique<LoadedComponent>();
     Use(*module);
     std::thread([&] { module.reset(); }).join();
     EXPECT_EQ(GetModuleHandleW(L"KRXDialogs.dll"), nullptr);
-  });
+  }));
 }
 
 TEST(ModuleLifetimeTest, ThreadsThatEndBeforeTheModuleLeaveNothing) {
   const LoadedComponent module;
-  ExpectNothingLeft(LoadCycles(), [&] { std::thread([&] { Use(module); }).join(); });
+  EXPECT_TRUE(LeavesNothing(LoadCycles(), [&] { std::thread([&] { Use(module); }).join(); }));
 }
 
 }  // namespace

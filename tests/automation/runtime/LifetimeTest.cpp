@@ -26,13 +26,13 @@ void Use(HMODULE module) {
 
 TEST(ModuleLifetimeTest, LoadedAndUnloadedModulesLeaveNothing) {
   ASSERT_EQ(S_OK, CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
-  tests::ExpectNothingLeft(tests::LoadCycles(), [] {
+  EXPECT_TRUE(tests::LeavesNothing(tests::LoadCycles(), [] {
     const HMODULE module = LoadLibraryW(ComponentFile().c_str());
     ASSERT_NE(nullptr, module) << GetLastError();
     Use(module);
     EXPECT_EQ(S_OK, Entry<LPFNCANUNLOADNOW>(module, "DllCanUnloadNow")());
     EXPECT_TRUE(FreeLibrary(module));
-  });
+  }));
   EXPECT_EQ(nullptr, GetModuleHandleW(L"KorvelRuntime.dll"));
   CoUninitialize();
 }

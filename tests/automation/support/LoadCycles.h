@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <functional>
 
 namespace krx::tests {
@@ -8,7 +10,7 @@ namespace krx::tests {
 // environment variable KRX_LOAD_CYCLES says.
 int LoadCycles();
 
-// Expects that the process holds no more after so many cycles than after the first hundred.
-void ExpectNothingLeft(int cycles, const std::function<void()>& cycle);
+// Whether the process holds no more after so many cycles than after the first hundred.
+testing::AssertionResult LeavesNothing(int cycles, const std::function<void()>& cycle);
 
 }  // namespace krx::tests
