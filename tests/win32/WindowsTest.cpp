@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "Person.h"
 #include "TestForm.h"
 #include "ports/win32/Screen.h"
@@ -86,6 +88,51 @@ TEST(Windows, AppearWhenAControlBecomesVisible) {
     person.Click(person.Control(window, u"keyTwo"));
   });
   EXPECT_EQ(form.Answer, u"keyTwo");
+}
+
+RECT WorkAreaOf(HWND window) {
+  return win32::Screen::Of(window).WorkArea;
+}
+
+// Moves a form of this size while it is shown and returns where its window stands then.
+RECT PlaceAfterMove(SIZE pixels, POINT to) {
+  win32::Win32Platform platform;
+  const Twips pixel = platform.TwipsPerPixel();
+  TestForm form(platform);
+  form.Width = static_cast<Twips>(pixels.cx) * pixel;
+  form.Height = static_cast<Twips>(pixels.cy) * pixel;
+  RECT place{};
+  form.Soon([&] {
+    form.Move(static_cast<Twips>(to.x) * pixel, static_cast<Twips>(to.y) * pixel);
+    GetWindowRect(GetActiveWindow(), &place);
+    EXPECT_EQ(std::lround(form.Left() / pixel), place.left);
+    EXPECT_EQ(std::lround(form.Top() / pixel), place.top);
+    form.Unload();
+  });
+  ShowWith(form, [](Person&) {});
+  return place;
+}
+
+// A dialog that stood beside the screen could be neither answered nor given up.
+TEST(Windows, CannotBeMovedOutOfReach) {
+  const RECT area = WorkAreaOf(nullptr);
+  const RECT above = PlaceAfterMove({300, 200}, {-5000, -5000});
+  EXPECT_EQ(above.left, area.left);
+  EXPECT_EQ(above.top, area.top);
+  const RECT below = PlaceAfterMove({300, 200}, {area.right - 10, area.bottom - 10});
+  EXPECT_EQ(below.right, area.right);
+  EXPECT_EQ(below.bottom, area.bottom);
+}
+
+TEST(Windows, ThatAreLargerThanTheScreenCanBeMovedToShowEachPart) {
+  const RECT area = WorkAreaOf(nullptr);
+  const SIZE size{area.right - area.left + 200, area.bottom - area.top + 100};
+  const RECT first = PlaceAfterMove(size, {area.left, area.top});
+  EXPECT_EQ(first.left, area.left);
+  EXPECT_EQ(first.top, area.top);
+  const RECT last = PlaceAfterMove(size, {-5000, -5000});
+  EXPECT_EQ(last.right, area.right);
+  EXPECT_EQ(last.bottom, area.bottom);
 }
 
 TEST(Windows, FollowTheMouseWithoutDrifting) {

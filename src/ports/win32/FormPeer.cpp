@@ -56,21 +56,28 @@ SIZE FormPeer::WindowSize() const {
 
 void FormPeer::AdoptPosition(const RECT& window) {
   place_ = window;
+  TellPosition(window);
+}
+
+void FormPeer::TellPosition(const RECT& window) {
   form_.Left.Adopt(scale_.ToTwips(window.left));
   form_.Top.Adopt(scale_.ToTwips(window.top));
 }
 
 // The model's position stays as it was set: the next move counts from there, so rounding to pixels
-// never adds up.
+// never adds up. Only where a drag would take the buttons off the screen it is corrected: a dialog
+// that is modal and out of reach would hold its client for good.
 void FormPeer::UpdateBounds() {
   const SIZE size = WindowSize();
   const POINT at{scale_.Pixels(form_.Left()), scale_.Pixels(form_.Top())};
-  const RECT wanted{at.x, at.y, at.x + size.cx, at.y + size.cy};
+  const RECT asked{at.x, at.y, at.x + size.cx, at.y + size.cy};
+  const RECT wanted = KeptInReach(asked);
+  if (!EqualRect(&wanted, &asked)) TellPosition(wanted);
   if (EqualRect(&wanted, &place_)) return;
   const bool resized =
       size.cx != place_.right - place_.left || size.cy != place_.bottom - place_.top;
   place_ = wanted;
-  SetWindowPos(Window(), nullptr, at.x, at.y, size.cx, size.cy,
+  SetWindowPos(Window(), nullptr, wanted.left, wanted.top, size.cx, size.cy,
                SWP_NOZORDER | SWP_NOACTIVATE | (resized ? 0u : SWP_NOSIZE));
 }
 

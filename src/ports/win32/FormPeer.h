@@ -54,6 +54,7 @@ class FormPeer final : public WindowPeer {
   HWND FocusWindow() const;
   SIZE WindowSize() const;
   void AdoptPosition(const RECT& window);
+  void TellPosition(const RECT& window);
   void UpdateBounds();
   void PaintEdge() const;
   void PaintForm();

@@ -26,6 +26,20 @@ const DpiFunctions& Functions() {
   return functions;
 }
 
+RECT WorkAreaOf(HMONITOR monitor) {
+  MONITORINFO info{};
+  info.cbSize = sizeof info;
+  if (!GetMonitorInfoW(monitor, &info)) throw SystemError(u"The screen cannot be examined");
+  return info.rcWork;
+}
+
+// How far a stretch has to move to lie in an area, or to cover it where it is longer.
+LONG WayInto(LONG from, LONG to, LONG area_from, LONG area_to) {
+  const LONG at_begin = area_from - from;
+  const LONG at_end = area_to - to;
+  return std::clamp(0L, std::min(at_begin, at_end), std::max(at_begin, at_end));
+}
+
 int DpiOf(HMONITOR monitor) {
   UINT x = 0;
   UINT y = 0;
@@ -63,10 +77,7 @@ int Scale::Thickness(int pixels) const {
 
 Screen Screen::Of(HWND window) {
   const HMONITOR monitor = MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY);
-  MONITORINFO info{};
-  info.cbSize = sizeof info;
-  if (!GetMonitorInfoW(monitor, &info)) throw SystemError(u"The screen cannot be examined");
-  return {{DpiOf(monitor)}, info.rcWork};
+  return {{DpiOf(monitor)}, WorkAreaOf(monitor)};
 }
 
 HWND WindowInUse() {
@@ -90,6 +101,14 @@ RECT MovedInside(const RECT& work_area, RECT window) {
   OffsetRect(&window, std::min(0L, work_area.right - window.right),
              std::min(0L, work_area.bottom - window.bottom));
   return window;
+}
+
+RECT KeptInReach(const RECT& window) {
+  const RECT area = WorkAreaOf(MonitorFromRect(&window, MONITOR_DEFAULTTONEAREST));
+  RECT kept = window;
+  OffsetRect(&kept, WayInto(window.left, window.right, area.left, area.right),
+             WayInto(window.top, window.bottom, area.top, area.bottom));
+  return kept;
 }
 
 }  // namespace krx::win32

@@ -48,5 +48,8 @@ RECT Centred(const RECT& work_area, SIZE size);
 // The rectangle moved into the work area. One that is larger keeps its right and bottom edge
 // inside, because there are the close button and the answer buttons.
 RECT MovedInside(const RECT& work_area, RECT window);
+// The rectangle where an operator may move it: within the work area of the monitor that it is on
+// most. Of one that is larger, any part may be brought into sight.
+RECT KeptInReach(const RECT& window);
 
 }  // namespace krx::win32
