@@ -42,7 +42,8 @@ class Platform {
   virtual void RunModal(Form& form) = 0;
   // Drives, folders and files of the machine.
   virtual FileSystem& Files() = 0;
-  // Handles the events that are pending now and returns.
+  // Handles the events that are pending now, paints included, and returns whatever comes meanwhile.
+  // The operator's input waits until the handler that called has returned.
   virtual void ProcessEvents() = 0;
 
   // A stock icon of the system by identifier (32513 stop, 32514 question, 32515 exclamation,

@@ -30,15 +30,12 @@ bool HeldTooLong(const ui::Form& form, const MSG& message) {
 bool KeyFilter::Uses(FormPeer& form, MSG& message) noexcept {
   if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
   if (message.hwnd != form.Window() && !IsChild(form.Window(), message.hwnd)) return false;
-  ++handling_;
-  bool used = true;
   try {
-    used = Key(form, message);
+    return Key(form, message);
   } catch (...) {
     form.Fail(std::current_exception());
+    return true;
   }
-  --handling_;
-  return used;
 }
 
 bool KeyFilter::Key(FormPeer& peer, MSG& message) {

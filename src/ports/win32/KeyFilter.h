@@ -15,8 +15,6 @@ class KeyFilter {
  public:
   // Whether the message is used up. Errors of handlers are kept for the form's modal call.
   bool Uses(FormPeer& form, MSG& message) noexcept;
-  // Whether a handler of a key is running now.
-  bool Handling() const { return handling_ > 0; }
 
  private:
   bool Key(FormPeer& peer, MSG& message);
@@ -26,7 +24,6 @@ class KeyFilter {
 
   // The last key pressed came from SendKeys; the character that follows is not the operator's.
   bool own_key_ = false;
-  int handling_ = 0;
 };
 
 }  // namespace krx::win32

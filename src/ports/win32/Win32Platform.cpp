@@ -86,25 +86,41 @@ ui::FileSystem& Win32Platform::Files() {
 
 namespace {
 
-// The next message of the queue; without the keyboard's ones where these have to wait.
-bool TakeMessage(MSG& message, bool keys) {
-  if (keys) return PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE;
-  return PeekMessageW(&message, nullptr, 0, WM_KEYFIRST - 1, PM_REMOVE) != FALSE ||
-         PeekMessageW(&message, nullptr, WM_KEYLAST + 1, 0xFFFFFFFF, PM_REMOVE) != FALSE;
+// The system's tick count may be behind the stamps that messages bear.
+constexpr DWORD kStampsAhead = 20;  // milliseconds
+
+bool CameLater(const MSG& message, DWORD begin) {
+  return static_cast<LONG>(message.time - begin - kStampsAhead) > 0;
+}
+
+// Handles what was posted before `begin`, and timers that are due. False when the thread is to end.
+bool HandlePosted(Toolkit& toolkit, UINT first, UINT last, DWORD begin) {
+  MSG message{};
+  message.time = begin;
+  constexpr UINT kPosted = PM_REMOVE | PM_QS_POSTMESSAGE | PM_QS_SENDMESSAGE;
+  while (!CameLater(message, begin) && PeekMessageW(&message, nullptr, first, last, kPosted)) {
+    if (message.message == WM_QUIT) {
+      PostQuitMessage(static_cast<int>(message.wParam));
+      return false;
+    }
+    ModalLoop::Dispatch(toolkit, message);
+  }
+  return true;
 }
 
 }  // namespace
 
-// A key's handler runs before its window gets the key. What the keyboard sent behind it, above all
-// its own release, must not overtake it.
+// Ends whatever comes meanwhile: a handler that waited for an empty queue would never get one where
+// something goes on asking for paints. Each window is painted once. The operator's input waits for
+// the handler, in the order in which he gave it: above all, what he did after a key must not
+// overtake the key's own window.
 void Win32Platform::ProcessEvents() {
-  MSG message;
-  while (TakeMessage(message, !toolkit_->Keys.Handling())) {
-    if (message.message == WM_QUIT) {
-      PostQuitMessage(static_cast<int>(message.wParam));
-      return;
-    }
-    ModalLoop::Dispatch(*toolkit_, message);
+  const DWORD begin = GetTickCount();
+  if (!HandlePosted(*toolkit_, 0, WM_KEYFIRST - 1, begin)) return;
+  if (!HandlePosted(*toolkit_, WM_KEYLAST + 1, 0xFFFFFFFF, begin)) return;
+  for (const ModalLoop* const loop : toolkit_->Loops) {
+    if (const HWND form = loop->Peer().Window())
+      RedrawWindow(form, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
   }
 }
 
