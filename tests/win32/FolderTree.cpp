@@ -97,10 +97,14 @@ bool RunHostShell(const std::string& line) {
   return DeleteFileW(win32::Wide(mark + u".ok")) != 0;
 }
 
+// A run that was ended may have left folders of this process's number behind.
 FolderTree::FolderTree() {
   static int number = 0;
-  path_ = TemporaryFolder() + u"krx tree " + UniqueNumber(++number);
-  if (!CreateDirectoryW(win32::Wide(path_), nullptr)) throw std::runtime_error("no folder");
+  do {
+    path_ = TemporaryFolder() + u"krx tree " + UniqueNumber(++number);
+    if (CreateDirectoryW(win32::Wide(path_), nullptr)) return;
+  } while (GetLastError() == ERROR_ALREADY_EXISTS);
+  throw std::runtime_error("no folder");
 }
 
 FolderTree::~FolderTree() {

@@ -21,11 +21,12 @@ LONG Normalised(LONG pixel, int metric) {
   return (pixel * 65536 + size - 1) / size;
 }
 
-void SendMouse(DWORD flags, POINT at, DWORD time = 0) {
+void SendMouse(DWORD flags, POINT at, DWORD time = 0, int data = 0) {
   INPUT input{};
   input.type = INPUT_MOUSE;
   input.mi.dx = Normalised(at.x, SM_CXSCREEN);
   input.mi.dy = Normalised(at.y, SM_CYSCREEN);
+  input.mi.mouseData = static_cast<DWORD>(data);
   input.mi.dwFlags = flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
   input.mi.time = time;
   Send(input);
@@ -141,11 +142,23 @@ void DragMouse(MouseButton button, POINT from, POINT to) {
   ReleaseMouse(button, to);
 }
 
-void PressKey(WORD key, WORD modifier) {
-  if (modifier) SendKey(modifier, 0, 0);
+void TurnWheel(int notches, POINT at) {
+  SendMouse(MOUSEEVENTF_WHEEL, at, 0, notches * WHEEL_DELTA);
+}
+
+void HoldKey(WORD key) {
   SendKey(key, 0, 0);
+}
+
+void ReleaseKey(WORD key) {
   SendKey(key, 0, KEYEVENTF_KEYUP);
-  if (modifier) SendKey(modifier, 0, KEYEVENTF_KEYUP);
+}
+
+void PressKey(WORD key, WORD modifier) {
+  if (modifier) HoldKey(modifier);
+  HoldKey(key);
+  ReleaseKey(key);
+  if (modifier) ReleaseKey(modifier);
 }
 
 void PressKey(const std::wstring& name) {

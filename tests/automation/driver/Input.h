@@ -24,6 +24,12 @@ void DoubleClickMouse(MouseButton button, POINT at);
 void ClickMouseTwice(MouseButton button, POINT first, POINT second);
 // Presses at `from`, moves to `to` in steps, releases there.
 void DragMouse(MouseButton button, POINT from, POINT to);
+// Turns the wheel by notches, away from the hand when positive.
+void TurnWheel(int notches, POINT at);
+
+// The halves of a stroke: a key that is held stays down until it is released.
+void HoldKey(WORD key);
+void ReleaseKey(WORD key);
 
 // Presses and releases a key by its virtual code while the modifier is held (0: none).
 void PressKey(WORD key, WORD modifier = 0);

@@ -140,6 +140,16 @@ std::vector<Window> Forms(const std::wstring& name) {
   return forms;
 }
 
+std::vector<Window> WindowsOf(DWORD process) {
+  std::vector<Window> windows = TopLevelWindows();
+  std::erase_if(windows, [process](const Window& window) {
+    DWORD owner = 0;
+    GetWindowThreadProcessId(window.Handle(), &owner);
+    return owner != process || !window.Visible();
+  });
+  return windows;
+}
+
 Window WaitForForm(const std::wstring& name, HWND before, Milliseconds limit) {
   return WaitForTopLevel(Narrow(name), limit, [&](const Window& window) {
     return window.Handle() != before && window.Name() == name;

@@ -53,6 +53,9 @@ class Window {
 // Visible top-level windows that carry this name; an empty name stands for any name.
 std::vector<Window> Forms(const std::wstring& name);
 
+// Visible top-level windows of a process, the topmost one first: its forms, open lists and boxes.
+std::vector<Window> WindowsOf(DWORD process);
+
 // The form of this name that is not `before`; throws when none opens in time.
 Window WaitForForm(const std::wstring& name, HWND before = nullptr, Milliseconds limit = kPatience);
 

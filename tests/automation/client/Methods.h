@@ -1,0 +1,32 @@
+#pragma once
+
+#include <functional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "client/Dialogs.h"
+
+namespace krx::client {
+
+// What the selection dialogs are given.
+struct Selection {
+  const BasicString Folder;
+  VARIANT_BOOL AllowChangeUp;
+};
+
+// A dialog method, called with arguments that suit any test; its result is dropped.
+struct Method {
+  std::string Name;
+  std::function<HRESULT(IKRXDialog&, const Selection&)> Open;
+};
+
+// Names it where a test fails.
+inline void PrintTo(const Method& method, std::ostream* out) {
+  *out << method.Name;
+}
+
+// All of them, in the order of the interface.
+const std::vector<Method>& Methods();
+
+}  // namespace krx::client

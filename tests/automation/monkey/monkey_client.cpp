@@ -1,0 +1,57 @@
+// A client that never has enough: opens one dialog method again as soon as it returns, until it is
+// ended. Arguments: the method, and the folder for the selection dialogs, which confine the
+// operator every other time. Prints a line when it is ready, and one for each call that fails.
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <optional>
+#include <string>
+
+#include "client/Methods.h"
+#include "soak/Administrator.h"
+
+namespace {
+
+using krx::client::Method;
+using krx::client::Methods;
+
+void Say(const char* line) {
+  std::puts(line);
+  std::fflush(stdout);
+}
+
+void Serve(const Method& method, const wchar_t* folder) {
+  krx::client::Dialogs dialogs;
+  if (!dialogs) return Say("failed: no dialog object");
+  Say("ready");
+  for (bool confined = false;; confined = !confined) {
+    const HRESULT status =
+        method.Open(*dialogs.operator->(),
+                    {krx::client::BasicString(folder), confined ? VARIANT_FALSE : VARIANT_TRUE});
+    if (FAILED(status)) std::printf("failed: %08lX\n", static_cast<unsigned long>(status));
+    if (FAILED(status)) std::fflush(stdout);
+  }
+}
+
+}  // namespace
+
+int wmain(int count, wchar_t** arguments) {
+  if (count != 3) return 2;
+  const std::wstring name = arguments[1];
+  const auto method = std::find_if(Methods().begin(), Methods().end(), [&](const Method& m) {
+    return std::wstring(m.Name.begin(), m.Name.end()) == name;
+  });
+  if (method == Methods().end()) return 2;
+  const krx::client::Automation automation;
+  try {
+    // Some dialogs open for an administrator only.
+    const krx::soak::Administrator administrator;
+    Serve(*method, arguments[2]);
+  } catch (const std::exception& error) {
+    Say(error.what());
+  }
+  return 1;
+}
