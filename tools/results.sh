@@ -10,7 +10,7 @@ mkdir -p "$results"
 # A program that says no word for so many looks, one each second, stands still. However slow the machine, a
 # program says more: every test tells its beginning and its end, and a long one its rounds. The looks
 # are counted and no clock is read: a machine that sleeps is no program that stands still.
-standstill=1800
+standstill=900
 look=1
 
 # watched LOG COMMAND...: runs a program with its output in LOG, however long it takes, and ends it
