@@ -90,10 +90,6 @@ TEST(Windows, AppearWhenAControlBecomesVisible) {
   EXPECT_EQ(form.Answer, u"keyTwo");
 }
 
-RECT WorkAreaOf(HWND window) {
-  return win32::Screen::Of(window).WorkArea;
-}
-
 // Moves a form of this size while it is shown and returns where its window stands then.
 RECT PlaceAfterMove(SIZE pixels, POINT to) {
   win32::Win32Platform platform;
@@ -103,6 +99,7 @@ RECT PlaceAfterMove(SIZE pixels, POINT to) {
   form.Height = static_cast<Twips>(pixels.cy) * pixel;
   RECT place{};
   form.Soon([&] {
+    const win32::DpiScope scope;
     form.Move(static_cast<Twips>(to.x) * pixel, static_cast<Twips>(to.y) * pixel);
     GetWindowRect(GetActiveWindow(), &place);
     EXPECT_EQ(std::lround(form.Left() / pixel), place.left);
@@ -115,7 +112,8 @@ RECT PlaceAfterMove(SIZE pixels, POINT to) {
 
 // A dialog that stood beside the screen could be neither answered nor given up.
 TEST(Windows, CannotBeMovedOutOfReach) {
-  const RECT area = WorkAreaOf(nullptr);
+  const win32::DpiScope scope;
+  const RECT area = win32::Screen::Of(nullptr).WorkArea;
   const RECT above = PlaceAfterMove({300, 200}, {-5000, -5000});
   EXPECT_EQ(above.left, area.left);
   EXPECT_EQ(above.top, area.top);
@@ -126,7 +124,8 @@ TEST(Windows, CannotBeMovedOutOfReach) {
 
 // Worked out without a window: window managers place one that is larger than the screen themselves.
 TEST(Windows, ThatAreLargerThanTheScreenCanBeMovedToShowEachPart) {
-  const RECT area = WorkAreaOf(nullptr);
+  const win32::DpiScope scope;
+  const RECT area = win32::Screen::Of(nullptr).WorkArea;
   const LONG width = area.right - area.left + 200;
   const LONG height = area.bottom - area.top + 100;
   const RECT first =
