@@ -137,6 +137,20 @@ TEST(Windows, ThatAreLargerThanTheScreenCanBeMovedToShowEachPart) {
   EXPECT_EQ(last.bottom, area.bottom);
 }
 
+TEST(Windows, ThatOthersMoveTellTheFormWhereTheyAre) {
+  win32::Win32Platform platform;
+  const Twips pixel = platform.TwipsPerPixel();
+  TestForm form(platform);
+  form.Soon([&] {
+    const win32::DpiScope scope;
+    SetWindowPos(GetActiveWindow(), nullptr, 40, 30, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    EXPECT_EQ(std::lround(form.Left() / pixel), 40);
+    EXPECT_EQ(std::lround(form.Top() / pixel), 30);
+    form.Unload();
+  });
+  ShowWith(form, [](Person&) {});
+}
+
 TEST(Windows, FollowTheMouseWithoutDrifting) {
   win32::Win32Platform platform;
   TestForm form(platform);

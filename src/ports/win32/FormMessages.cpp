@@ -64,6 +64,11 @@ LRESULT FormPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       if (!toolkit_.Pointer) break;
       SetCursor(toolkit_.Pointer);
       return TRUE;
+    case WM_WINDOWPOSCHANGED: {
+      const LRESULT result = Default(message, w, l);
+      FollowWindow();
+      return result;
+    }
     case WM_DPICHANGED:
       ChangeResolution(HIWORD(w), *reinterpret_cast<const RECT*>(l));
       return 0;

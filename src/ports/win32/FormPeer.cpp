@@ -59,6 +59,14 @@ void FormPeer::AdoptPosition(const RECT& window) {
   TellPosition(window);
 }
 
+// Others move windows as well, a window manager above all, and while a drag is on its way it may
+// set the window back for a moment: a form that did not know would be dragged from the wrong place.
+void FormPeer::FollowWindow() {
+  const DpiScope scope;
+  RECT now{};
+  if (GetWindowRect(Window(), &now) && !EqualRect(&now, &place_)) AdoptPosition(now);
+}
+
 void FormPeer::TellPosition(const RECT& window) {
   form_.Left.Adopt(scale_.ToTwips(window.left));
   form_.Top.Adopt(scale_.ToTwips(window.top));

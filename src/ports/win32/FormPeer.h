@@ -55,6 +55,7 @@ class FormPeer final : public WindowPeer {
   SIZE WindowSize() const;
   void AdoptPosition(const RECT& window);
   void TellPosition(const RECT& window);
+  void FollowWindow();
   void UpdateBounds();
   void PaintEdge() const;
   void PaintForm();

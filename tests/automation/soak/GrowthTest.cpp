@@ -63,9 +63,11 @@ INSTANTIATE_TEST_SUITE_P(
                              CloseHandle(event);
                            };
                          }},
+                    // Large enough to be shown by itself where small blocks are grouped; there only
+                    // the other platforms see a small one.
                     Kind{"HeapBlocks", &Counters::HeapBlocks,
                          [](int) {
-                           return [block = HeapAlloc(GetProcessHeap(), 0, 100)] {
+                           return [block = HeapAlloc(GetProcessHeap(), 0, 4000)] {
                              HeapFree(GetProcessHeap(), 0, block);
                            };
                          }},
