@@ -80,6 +80,8 @@ void GiveUp(const Window& dialog) {
 class MonkeyTest : public testing::TestWithParam<client::Method> {
  protected:
   void SetUp() override {
+    // This also brings the desktop up, which a client would lend its output to for good.
+    ASSERT_TRUE(Forms(L"").empty()) << "a dialog of an earlier test is open";
     for (const char16_t* const folder : {u"Alpha", u"Logs", u"Logs\\Old", u"Logs\\Old\\Older"})
       tree_.AddFolder(folder);
     tree_.AddFolders(u"Alpha", 30);
