@@ -47,8 +47,7 @@ void Monkey::Mouse(POINT at) {
     case 3:
       return ClickMouse(button, at);
     case 4:
-      ClickMouse(button, at);
-      return ClickMouse(button, at);
+      return DoubleClickMouse(button, at);
     case 5:
       return MoveMouse(at);
     case 6:

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <exception>
-#include <optional>
 #include <string>
 
 #include "client/Methods.h"
