@@ -12,7 +12,6 @@ namespace krx::drive {
 
 namespace {
 
-constexpr auto kAnswerWithin = static_cast<UINT>(kPatience.count());
 constexpr std::size_t kLongestText = 4096;
 
 // Memory of another process, in which a message of the list finds its argument.
@@ -51,7 +50,8 @@ class ForeignMemory {
 
 DWORD_PTR Send(HWND window, UINT message, WPARAM w, LPARAM l) {
   DWORD_PTR answer = 0;
-  if (!SendMessageTimeoutW(window, message, w, l, SMTO_NORMAL, kAnswerWithin, &answer))
+  if (!SendMessageTimeoutW(window, message, w, l, SMTO_NORMAL, static_cast<UINT>(kPatience.count()),
+                           &answer))
     throw std::runtime_error("the list does not answer");
   return answer;
 }

@@ -11,9 +11,6 @@ namespace krx::drive {
 
 namespace {
 
-// A window that does not answer has no text. One that is busy is waited for like anything else.
-constexpr auto kAnswerWithin = static_cast<UINT>(kPatience.count());
-
 BOOL CALLBACK AddToList(HWND handle, LPARAM list) {
   reinterpret_cast<std::vector<Window>*>(list)->emplace_back(handle);
   return TRUE;
@@ -57,11 +54,12 @@ std::wstring Window::Name() const {
   return {name.data(), length};
 }
 
+// A window that does not answer has no text. One that is busy is waited for like anything else.
 std::wstring Window::Text() const {
   std::array<wchar_t, 8192> text{};
   DWORD_PTR length = 0;
   if (!SendMessageTimeoutW(handle_, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
-                           SMTO_NORMAL, kAnswerWithin, &length))
+                           SMTO_NORMAL, static_cast<UINT>(kPatience.count()), &length))
     return {};
   return {text.data(), std::min<std::size_t>(length, text.size() - 1)};
 }

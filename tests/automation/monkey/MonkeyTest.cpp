@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <cstdlib>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -15,6 +14,7 @@
 #include "client/Methods.h"
 #include "driver/Client.h"
 #include "monkey/Monkey.h"
+#include "platform/Wish.h"
 
 namespace krx::drive {
 namespace {
@@ -27,15 +27,8 @@ constexpr unsigned kSeed = 20261121;
 
 // Longer runs say in the environment how many actions, from which seed, and how many milliseconds
 // Cancel may take; without that only standstill fails, for a busy machine may take its time.
-long Wish(const char* variable, long otherwise) {
-  std::array<char, 16> text{};
-  GetEnvironmentVariableA(variable, text.data(), static_cast<DWORD>(text.size()));
-  const long wish = std::atol(text.data());
-  return wish > 0 ? wish : otherwise;
-}
-
 Milliseconds Limit() {
-  return Milliseconds(Wish("KRX_MONKEY_LIMIT", static_cast<long>(kPatience.count())));
+  return Milliseconds(test::Wish("KRX_MONKEY_LIMIT", static_cast<long>(kPatience.count())));
 }
 
 std::wstring KindOf(const Window& window) {
@@ -152,8 +145,8 @@ class MonkeyTest : public testing::TestWithParam<client::Method> {
 };
 
 TEST_P(MonkeyTest, WhateverWasDoneCancelEndsTheDialog) {
-  Monkey monkey(static_cast<unsigned>(Wish("KRX_MONKEY_SEED", kSeed)));
-  const long actions = Wish("KRX_MONKEY_ACTIONS", kActions);
+  Monkey monkey(static_cast<unsigned>(test::Wish("KRX_MONKEY_SEED", kSeed)));
+  const long actions = test::Wish("KRX_MONKEY_ACTIONS", kActions);
   int cancels = 0;
   for (int action = 1; action <= actions; ++action) {
     monkey.Act(Process());

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <sstream>
 #include <string>
 
 #include "client/Methods.h"
@@ -17,9 +18,15 @@ namespace {
 using krx::client::Method;
 using krx::client::Methods;
 
-void Say(const char* line) {
-  std::puts(line);
+void Say(const std::string& line) {
+  std::puts(line.c_str());
   std::fflush(stdout);
+}
+
+std::string Hexadecimal(HRESULT status) {
+  std::ostringstream text;
+  text << std::hex << status;
+  return text.str();
 }
 
 void Serve(const Method& method, const wchar_t* folder) {
@@ -30,8 +37,7 @@ void Serve(const Method& method, const wchar_t* folder) {
     const HRESULT status =
         method.Open(*dialogs.operator->(),
                     {krx::client::BasicString(folder), confined ? VARIANT_FALSE : VARIANT_TRUE});
-    if (FAILED(status)) std::printf("failed: %08lX\n", static_cast<unsigned long>(status));
-    if (FAILED(status)) std::fflush(stdout);
+    if (FAILED(status)) Say("failed: " + Hexadecimal(status));
   }
 }
 

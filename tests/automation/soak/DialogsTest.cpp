@@ -3,12 +3,11 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <array>
-#include <cstdlib>
 #include <optional>
 #include <string>
 
 #include "client/Methods.h"
+#include "platform/Wish.h"
 #include "soak/Administrator.h"
 #include "soak/Forms.h"
 #include "soak/Growth.h"
@@ -19,12 +18,8 @@ namespace {
 constexpr int kWarmUp = 30;
 constexpr int kCycles = 200;
 
-// Longer runs say how many in the environment.
 int Cycles() {
-  std::array<char, 16> wanted{};
-  GetEnvironmentVariableA("KRX_SOAK_CYCLES", wanted.data(), static_cast<DWORD>(wanted.size()));
-  const int cycles = std::atoi(wanted.data());
-  return cycles > 0 ? cycles : kCycles;
+  return static_cast<int>(test::Wish("KRX_SOAK_CYCLES", kCycles));
 }
 
 bool shown = false;  // the dialog of the call that is running

@@ -3,8 +3,8 @@
 #include <windows.h>
 
 #include <cstdio>
-#include <cstdlib>
 
+#include "platform/Wish.h"
 #include "soak/Counters.h"
 #include "support/HeapCount.h"
 
@@ -40,8 +40,7 @@ void Run(int cycles, const std::function<void()>& cycle) {
 }  // namespace
 
 int LoadCycles() {
-  const char* const cycles = std::getenv("KRX_LOAD_CYCLES");
-  return cycles ? std::atoi(cycles) : 500;
+  return static_cast<int>(test::Wish("KRX_LOAD_CYCLES", 500));
 }
 
 testing::AssertionResult LeavesNothing(int cycles, const std::function<void()>& cycle) {
