@@ -28,6 +28,8 @@ HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void** object)
   if (!object) return E_POINTER;
   *object = nullptr;
   if (outer) return CLASS_E_NOAGGREGATION;
+  // An object that nobody can use is not made: its end would clear what all objects share.
+  if (!info_.Offers(iid)) return E_NOINTERFACE;
   return Guard(IID_IClassFactory, [&] {
     const auto created = ComPtr<IUnknown>::Attach(info_.Create());
     return created->QueryInterface(iid, object);

@@ -15,6 +15,8 @@ struct ClassInfo {
   const wchar_t* Description;  // shown by tools that list classes
   // A new object with one reference for the caller; failures are raised.
   IUnknown* (*Create)();
+  // Whether such an object has an interface.
+  bool (*Offers)(REFIID iid) = nullptr;
 };
 
 // What a component offers: its classes and the type library that describes them.

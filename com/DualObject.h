@@ -21,6 +21,12 @@ class DualObject : public Interface, public ISupportErrorInfo {
   DualObject(const DualObject&) = delete;
   DualObject& operator=(const DualObject&) = delete;
 
+  // Whether objects of this class have an interface, without one being made.
+  static bool Offers(REFIID iid) {
+    return iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(Interface) ||
+           iid == IID_ISupportErrorInfo;
+  }
+
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
     if (!object) return E_POINTER;
     *object = Find(iid);
@@ -87,11 +93,9 @@ class DualObject : public Interface, public ISupportErrorInfo {
   static ComPtr<ITypeInfo> Description() { return TypeDescription(__uuidof(Interface)); }
 
   void* Find(REFIID iid) {
-    if (iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(Interface)) {
-      return static_cast<Interface*>(this);
-    }
+    if (!Offers(iid)) return nullptr;
     if (iid == IID_ISupportErrorInfo) return static_cast<ISupportErrorInfo*>(this);
-    return nullptr;
+    return static_cast<Interface*>(this);
   }
 
   const ModuleLock lock_;

@@ -21,19 +21,26 @@ IUnknown* Create() {
   return static_cast<Interface*>(new Object);
 }
 
+template <class Object, class Interface>
+com::ClassInfo Class(const CLSID& id, const wchar_t* name, const wchar_t* description) {
+  return {id, name, description, Create<Object, Interface>, Object::Offers};
+}
+
 const com::ClassInfo kClasses[] = {
-    {__uuidof(::TextService), L"KorvelRuntime.TextService", L"Korvel Runtime language texts",
-     Create<TextService, ITextService>},
-    {__uuidof(::FontService), L"KorvelRuntime.FontService", L"Korvel Runtime font classes",
-     Create<FontService, IFontService>},
-    {__uuidof(::RuntimeSettings), L"KorvelRuntime.RuntimeSettings", L"Korvel Runtime settings",
-     Create<RuntimeSettings, IRuntimeSettings>},
-    {__uuidof(::UserSession), L"KorvelRuntime.UserSession", L"Korvel Runtime log-on",
-     Create<UserSession, IUserSession>},
-    {__uuidof(::UserAdministration), L"KorvelRuntime.UserAdministration", L"Korvel Runtime users",
-     Create<UserAdministration, IUserAdministration>},
-    {__uuidof(::UserClassAdministration), L"KorvelRuntime.UserClassAdministration",
-     L"Korvel Runtime user classes", Create<UserClassAdministration, IUserClassAdministration>},
+    Class<TextService, ITextService>(__uuidof(::TextService), L"KorvelRuntime.TextService",
+                                     L"Korvel Runtime language texts"),
+    Class<FontService, IFontService>(__uuidof(::FontService), L"KorvelRuntime.FontService",
+                                     L"Korvel Runtime font classes"),
+    Class<RuntimeSettings, IRuntimeSettings>(
+        __uuidof(::RuntimeSettings), L"KorvelRuntime.RuntimeSettings", L"Korvel Runtime settings"),
+    Class<UserSession, IUserSession>(__uuidof(::UserSession), L"KorvelRuntime.UserSession",
+                                     L"Korvel Runtime log-on"),
+    Class<UserAdministration, IUserAdministration>(__uuidof(::UserAdministration),
+                                                   L"KorvelRuntime.UserAdministration",
+                                                   L"Korvel Runtime users"),
+    Class<UserClassAdministration, IUserClassAdministration>(
+        __uuidof(::UserClassAdministration), L"KorvelRuntime.UserClassAdministration",
+        L"Korvel Runtime user classes"),
 };
 const com::Component kComponent{kClasses, LIBID_KorvelRuntime};
 

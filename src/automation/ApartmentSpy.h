@@ -18,6 +18,11 @@ class ApartmentSpy : public IInitializeSpy {
   // Begins and ends the watching, on the thread of the apartment. Start raises Error.
   void Start();
   void Stop() noexcept;
+  // The thread has ended, and what COM kept for it with it: there is nothing to be stopped.
+  void Forget() noexcept {
+    watched_ = nullptr;
+    started_ = false;
+  }
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
   ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }

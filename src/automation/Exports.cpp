@@ -15,17 +15,19 @@ namespace {
 
 const krx::com::ClassInfo kClasses[] = {
     {__uuidof(KRXDialog), L"KRXDialogs.KRXDialog", L"KorvelSuite KRXDialogs",
-     &krx::automation::KRXDialogObject::Create},
+     &krx::automation::KRXDialogObject::Create, &krx::automation::KRXDialogObject::Offers},
 };
 const krx::com::Component kComponent{kClasses, LIBID_KRXDialogs};
 
 }  // namespace
 
 STDAPI DllGetClassObject(REFCLSID id, REFIID iid, void** object) {
+  krx::automation::ThreadApartment::BuryDead();
   return krx::com::GetClassObject(kComponent, id, iid, object);
 }
 
 STDAPI DllCanUnloadNow() {
+  krx::automation::ThreadApartment::BuryDead();
   return krx::com::CanUnloadNow();
 }
 

@@ -1,5 +1,6 @@
 #include "automation/ThreadApartment.h"
 
+#include <atomic>
 #include <utility>
 
 #include "automation/ApartmentSpy.h"
@@ -12,6 +13,7 @@ namespace krx::automation {
 namespace {
 
 DWORD slot = TLS_OUT_OF_INDEXES;
+std::atomic<ThreadApartment*> dead{nullptr};
 
 }  // namespace
 
@@ -24,10 +26,21 @@ void ThreadApartment::ModuleEnds() noexcept {
   TlsFree(slot);
 }
 
+// The loader's lock is held, under which neither COM nor windows and foreign code may be called:
+// the apartment is only remembered.
 void ThreadApartment::ThreadEnds() noexcept {
-  if (auto* const apartment = static_cast<ThreadApartment*>(TlsGetValue(slot))) {
-    apartment->Abandon();
+  auto* const apartment = static_cast<ThreadApartment*>(TlsGetValue(slot));
+  if (!apartment) return;
+  apartment->spy_->Forget();
+  apartment->next_dead_ = dead.load();
+  while (!dead.compare_exchange_weak(apartment->next_dead_, apartment)) {
   }
+}
+
+void ThreadApartment::BuryDead() noexcept {
+  ThreadApartment* next = dead.exchange(nullptr);
+  while (next)
+    std::exchange(next, next->next_dead_)->Bury();
 }
 
 ThreadApartment::ThreadApartment() {
@@ -45,7 +58,9 @@ ThreadApartment::~ThreadApartment() {
 
 ThreadApartment& ThreadApartment::OfThread() {
   auto* const apartment = static_cast<ThreadApartment*>(TlsGetValue(slot));
-  return apartment ? *apartment : *new ThreadApartment;
+  if (apartment) return *apartment;
+  BuryDead();
+  return *new ThreadApartment;
 }
 
 ThreadApartment::Use::Use() : apartment_(OfThread()) {
@@ -71,9 +86,10 @@ void ThreadApartment::End() {
   Leave();
 }
 
-// The thread ends without having left COM. Its objects of other components cannot be called any
-// more, so the reference to the host application is given up, not released; what is our own goes.
-void ThreadApartment::Abandon() noexcept {
+// The thread has ended without having left COM. Its objects of other components cannot be called
+// any more, so the reference to the host application is given up, not released; what is our own
+// goes.
+void ThreadApartment::Bury() noexcept {
   ++uses_;
   new (std::nothrow) auto(std::move(service_.Shared.HostApplication));
   { const service::SharedSettings last = std::exchange(service_.Shared, {}); }

@@ -43,6 +43,9 @@ class ThreadApartment {
   static bool ModuleStarts() noexcept;
   static void ModuleEnds() noexcept;
   static void ThreadEnds() noexcept;
+  // Lets go of the apartments of threads that have ended without leaving COM; to be called where
+  // the module is free to call others.
+  static void BuryDead() noexcept;
 
  private:
   ThreadApartment();
@@ -50,7 +53,7 @@ class ThreadApartment {
 
   static ThreadApartment& OfThread();
   void Leave();
-  void Abandon() noexcept;
+  void Bury() noexcept;
   void Detach() noexcept;
   void DeleteIfUnused();
 
@@ -61,6 +64,7 @@ class ThreadApartment {
   service::Apartment service_{platform_, runtime_};
   com::ComPtr<ApartmentSpy> spy_;
   int uses_ = 0;
+  ThreadApartment* next_dead_ = nullptr;
 };
 
 }  // namespace krx::automation

@@ -46,6 +46,16 @@ TEST_F(ClassFactoryTest, AnObjectWithoutTheWantedInterfaceIsNotLeftBehind) {
   EXPECT_EQ(object, nullptr);
 }
 
+// The end of any object clears what all of them share, so none is made that nobody can use.
+TEST_F(ClassFactoryTest, ARequestForAnInterfaceThatIsNotThereLeavesTheSettingsAlone) {
+  const auto dialog = Module.Create();
+  float height = 555;
+  EXPECT_EQ(dialog->put_ButtonMinHeight(&height), S_OK);
+  void* object = this;
+  EXPECT_EQ(Factory()->CreateInstance(nullptr, IID_IPersist, &object), E_NOINTERFACE);
+  EXPECT_EQ(ButtonMinHeight(*dialog), 555);
+}
+
 TEST_F(ClassFactoryTest, AHeldClassObjectKeepsTheModule) {
   auto factory = Factory();
   EXPECT_EQ(Module.CanUnload(), S_FALSE);

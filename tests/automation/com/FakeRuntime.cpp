@@ -45,9 +45,11 @@ class FakeFonts : public com::DualObject<IFontService> {
 
 const com::ClassInfo kClasses[] = {
     {__uuidof(::TextService), L"", L"",
-     [] { return static_cast<IUnknown*>(static_cast<ITextService*>(new FakeTexts)); }},
+     [] { return static_cast<IUnknown*>(static_cast<ITextService*>(new FakeTexts)); },
+     FakeTexts::Offers},
     {__uuidof(::FontService), L"", L"",
-     [] { return static_cast<IUnknown*>(static_cast<IFontService*>(new FakeFonts)); }},
+     [] { return static_cast<IUnknown*>(static_cast<IFontService*>(new FakeFonts)); },
+     FakeFonts::Offers},
 };
 
 DWORD Offer(const com::ClassInfo& info) {

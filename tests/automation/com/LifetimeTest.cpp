@@ -3,6 +3,7 @@
 
 #include "ComponentTest.h"
 #include "FakeRuntime.h"
+#include "ImportSpy.h"
 #include "MockApplication.h"
 #include "support/LoadCycles.h"
 
@@ -51,6 +52,30 @@ TEST_F(LifetimeTest, AThreadThatEndsWithoutLeavingComKeepsNothing) {
   }).join();
   EXPECT_EQ(Module.CanUnload(), S_OK);
   EXPECT_EQ(application->References(), 2u) << "no call may reach an object of a dead apartment";
+}
+
+// The thread ends under the loader's lock. Its fonts, its windows and its place in COM wait for a
+// moment in which they can be let go without harm.
+TEST_F(LifetimeTest, AThreadThatEndsWithoutLeavingComCallsNothingFromTheLoader) {
+  ImportSpy imports(L"KRXDialogs.dll");
+  std::thread([&] {
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    {
+      const FakeRuntime runtime{[](const char*) { return S_OK; }};
+      const auto dialog = Module.Create();
+      const com::Bstr text(u"text");
+      const LateResult answer =
+          CallByName(*dialog, L"KRMsgBoxEx", DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                     {Text(text.Get()), Int(0), Text(text.Get()), Missing(), Missing(), Missing(),
+                      Missing(), Missing(), Int(1)});
+      EXPECT_EQ(answer.Status, S_OK);
+    }
+    EXPECT_GT(imports.Calls(), 0) << "the box was shown";
+    imports.Reset();
+  }).join();
+  EXPECT_EQ(imports.Calls(), 0);
+  EXPECT_EQ(Module.CanUnload(), S_OK);
+  EXPECT_GT(imports.Calls(), 0) << "the fonts are given back now";
 }
 
 // Creates an object and lets a call of it fail, which throws and catches inside the component.
