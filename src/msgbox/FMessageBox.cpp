@@ -8,6 +8,7 @@
 #include "host/TextService.h"
 #include "service/Layout.h"
 #include "service/MKRXDialog.h"
+#include "service/Skip.h"
 
 namespace krx::msgbox {
 
@@ -79,7 +80,8 @@ FMessageBox::FMessageBox(service::Apartment& apartment)
     key.Click = [this, &key] { Answer(key); };
   }
   // Two characters, not the function key: this box is meant to send them so.
-  keyHelp.Click = [this] { ThePlatform().SendKeys(u"F1"); };
+  // Where no keys can be sent, as to a locked session, the box waits for its answer all the same.
+  keyHelp.Click = [this] { service::Skip([this] { ThePlatform().SendKeys(u"F1"); }); };
   keyClose.Click = [this] { Unload(); };
   tmrAutoActivation.Tick = [this] { CountDown(); };
 }

@@ -28,7 +28,7 @@ FAddUser::FAddUser(service::Apartment& apartment)
 
   LoadStep = [this] {
     LoadTexts();
-    service::Skip([this] { ListClasses(); });
+    ListClasses();
   };
   keyOK.Click = [this] { Save(); };
   keyCancel.Click = [this] { Unload(); };
@@ -73,19 +73,26 @@ void FAddUser::LoadTexts() {
   LayOut(InputRows(), keys);
 }
 
+// A statement that fails leaves its value as it is, and the others go on: where the mode cannot be
+// had the operator is restricted.
 void FAddUser::ListClasses() {
-  const std::int32_t mode = administration_->GetAdministrationMode();
+  using service::Skip;
+  std::int32_t mode = 0;
+  std::int32_t own_level = 0;
+  host::CurrentUser current;
+  host::UserClasses all;
+  Skip([&] { mode = administration_->GetAdministrationMode(); });
   if (mode < 0 || mode > 2) return;
   const bool restricted = mode == 0;
-  std::int32_t own_level = 0;
   if (restricted) {
-    const host::CurrentUser current = administration_->GetCurrentUser();
-    own_level = classes_->GetUserClassInfo(current.ClassName).Level;
+    Skip([&] { current = administration_->GetCurrentUser(); });
+    Skip([&] { own_level = classes_->GetUserClassInfo(current.ClassName).Level; });
   }
-  const host::UserClasses all = classes_->GetUserClasses();
+  Skip([&] { all = classes_->GetUserClasses(); });
   for (std::size_t i = 0; i < all.Names.size(); ++i) {
     const bool below = i < all.Levels.size() && all.Levels[i] < own_level;
-    if (below || !restricted) cboUserClass.AddItem(all.Names[i], ui::ComboBox::kAtEnd);
+    if (!below && restricted) continue;
+    Skip([&] { cboUserClass.AddItem(all.Names[i], ui::ComboBox::kAtEnd); });
   }
 }
 
@@ -110,7 +117,10 @@ bool FAddUser::AddUser() {
 
 bool FAddUser::ChangeUser(const String& user) {
   Open(Mode::Change, u"capChangeUser");
+  // The name can be read and copied by keyboard, but work begins at the first field to be changed.
   MakeDisplayField(txtName);
+  txtName.TabStop = true;
+  FocusControl = &txtFullName;
   const host::CurrentUser current = administration_->GetCurrentUser();
   const host::UserClassOfUser user_class = administration_->GetUserClass(user);
   const host::UserInfo info = administration_->GetUserInfo(user);
