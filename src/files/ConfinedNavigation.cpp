@@ -20,28 +20,38 @@ bool Contains(const String& text, StringView part) {
 
 ConfinedNavigation::ConfinedNavigation(ui::DirListBox& list, Dialog dialog)
     : list_(list), dialog_(std::move(dialog)) {
-  list_.Change = [this] { dialog_.Show(list_.Path()); };
-  list_.Highlighted = [this] { dialog_.Show(Entry()); };
+  list_.Change = [this] { Show(list_.Path()); };
+  list_.Highlighted = [this] { Show(Entry()); };
   list_.KeyDown = [this](int& key, int) { KeyDown(key); };
   list_.KeyUp = [this](int&, int) { KeyUp(); };
+  list_.MouseDown = [this](int, int, Twips, Twips) { Settle(); };
   list_.RowClick = [this](int) { Click(); };
-  list_.RowDoubleClick = [this](int) { DoubleClick(); };
+  list_.RowLeft = [this] { ShowInside(); };
   list_.GotFocus = [this] { pressed_here_ = false; };
+  list_.LostFocus = [this] { Settle(); };
 }
 
-void ConfinedNavigation::Start(String directory) {
+void ConfinedNavigation::Start(String directory, String whole) {
   start_ = std::move(directory);
-  const String levels = start_ + u'\\';
+  whole_ = std::move(whole);
+  const String levels = whole_ + u'\\';
   for (std::size_t end = 0; (end = levels.find(u'\\', end)) != String::npos; ++end) {
     const StringView level = StringView(levels).substr(0, end);
     // One separator at the end is tried; more of them name nothing else.
     if (!level.ends_with(u"\\\\")) Open(level);
   }
   opened_ = list_.Path();
+  shown_ = opened_;
+  Settled();
 }
 
 bool ConfinedNavigation::Open(StringView path) {
   return Skip([&] { list_.Path = path; });
+}
+
+void ConfinedNavigation::Show(const String& entry) {
+  shown_ = entry;
+  dialog_.Show(entry);
 }
 
 bool ConfinedNavigation::ContainsStart(const String& entry) const {
@@ -51,10 +61,28 @@ bool ConfinedNavigation::ContainsStart(const String& entry) const {
 // True when the start directory is open again. Where it is gone, the list goes back to where it
 // was at the beginning.
 bool ConfinedNavigation::TurnBack() {
-  const bool back = Open(start_);
+  const bool back = Open(whole_);
   if (!back) Open(opened_);
   Skip([&] { list_.ListIndex = ui::DirListBox::kOpenEntry; });
   return back;
+}
+
+// Where not even the place of the beginning can be opened any more, at least its name is shown.
+void ConfinedNavigation::ShowInside() {
+  const bool outside = dialog_.Confined() && !ContainsStart(Entry());
+  const bool lost = outside && !TurnBack() && list_.Path() != opened_;
+  Show(lost ? opened_ : Entry());
+  Settled();
+}
+
+void ConfinedNavigation::Settled() {
+  settled_entry_ = Entry();
+  settled_ = shown_;
+}
+
+void ConfinedNavigation::Settle() {
+  if (!dialog_.Confined() || (Entry() == settled_entry_ && shown_ == settled_)) return;
+  ShowInside();
 }
 
 // Runs before the list's own handling, so the entry shown is the one before an arrow moves on; the
@@ -66,7 +94,7 @@ void ConfinedNavigation::KeyDown(int& key) {
   if (key == ui::kKeyLeft) GoLeft();
   if (stop || key == ui::kKeyRight || key == ui::kKeyLeft) key = 0;
   list_.Parent().ThePlatform().ProcessEvents();
-  dialog_.Show(Entry());
+  Show(Entry());
 }
 
 void ConfinedNavigation::GoLeft() {
@@ -88,26 +116,18 @@ void ConfinedNavigation::GoLeft() {
 // A key that went down elsewhere, as Tab on its way in does, is no key of this list and leaves a
 // typed path alone.
 void ConfinedNavigation::KeyUp() {
-  if (!pressed_here_) return;
-  if (dialog_.Confined() && !ContainsStart(Entry())) TurnBack();
-  dialog_.Show(Entry());
+  if (pressed_here_) ShowInside();
 }
 
-// The path field counts as it was before the click.
+// The path field counts as it was before the click, and before any key that is still down.
 void ConfinedNavigation::Click() {
-  String entry = Entry();
-  const std::optional<String> field = dialog_.PathField();
-  const bool inside =
-      !dialog_.Confined() || ContainsStart(entry) || (field && Contains(entry, *field));
-  moved_ = Open(entry) || !inside;
-  if (!inside) entry = TurnBack() ? start_ : Entry();
-  dialog_.Show(entry);
-}
-
-// The first click has opened an entry; the second one fell on whatever came to lie there.
-void ConfinedNavigation::DoubleClick() {
-  if (moved_) Skip([&] { list_.ListIndex = ui::DirListBox::kOpenEntry; });
-  dialog_.Show(Entry());
+  const String entry = Entry();
+  const bool named = dialog_.HasPathField && Contains(entry, settled_);
+  const bool inside = !dialog_.Confined() || ContainsStart(entry) || named;
+  Open(entry);
+  if (!inside && !Open(whole_)) return ShowInside();
+  Show(inside ? entry : start_);
+  Settled();
 }
 
 }  // namespace krx::files

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 
 #include "ui/DirListBox.h"
 
@@ -17,20 +16,28 @@ class ConfinedNavigation {
     std::function<bool()> Confined;
     // Shows an entry as the one that the operator is at.
     std::function<void(const String&)> Show;
-    // The path field, if there is one: an entry clicked on that contains its text is not turned
-    // back, though it does not contain the start directory.
-    std::function<std::optional<String>()> PathField;
+    // Whether a path field shows it, which the operator may not write to while he is confined: an
+    // entry clicked on that contains the field's text is not turned back, though it does not
+    // contain the start directory.
+    bool HasPathField;
   };
 
   // Binds the list's handlers.
   ConfinedNavigation(ui::DirListBox& list, Dialog dialog);
 
-  // Opens the start directory level by level; of one that does not exist the deepest ancestor that
-  // does. The text is kept as it is and compared case-sensitively.
-  void Start(String directory);
+  // Opens the start directory, whose whole path this is, level by level; of one that does not
+  // exist the deepest ancestor that does. Its text is kept as it is and compared case-sensitively.
+  void Start(String directory, String whole);
+
+  // Ends what the operator has left half done: an entry outside that a key still down, or a press
+  // without its click, has led to is turned back. Runs before anybody takes what is shown.
+  void Settle();
 
  private:
   String Entry() const { return list_.List(list_.ListIndex()); }
+  void Show(const String& entry);
+  void ShowInside();
+  void Settled();
   bool Open(StringView path);
   bool ContainsStart(const String& entry) const;
   bool TurnBack();
@@ -39,14 +46,16 @@ class ConfinedNavigation {
   void GoLeft();
   void KeyUp();
   void Click();
-  void DoubleClick();
 
   ui::DirListBox& list_;
   const Dialog dialog_;
   String start_;
+  String whole_;               // the same, wherever the process may go
   String opened_;              // what the start directory came to
+  String shown_;               // what the dialog was told last
+  String settled_;             // the same, when click or key had ended
+  String settled_entry_;       // the highlighted entry at that time
   bool pressed_here_ = false;  // a key went down while the list had the focus
-  bool moved_ = false;         // the last click made other rows of the list
 };
 
 }  // namespace krx::files

@@ -17,7 +17,8 @@ constexpr Twips kColumnInFieldHeights = 12;
 
 }  // namespace
 
-FFileSelect::FFileSelect(service::Apartment& apartment) : SelectForm(apartment, u"FFileSelect") {
+FFileSelect::FFileSelect(service::Apartment& apartment)
+    : SelectForm(apartment, u"FFileSelect", PathField::None) {
   // Each heading stands before its field, so that its access key leads there.
   int position = 0;
   for (ui::Control* const control :
@@ -59,7 +60,7 @@ void FFileSelect::SetTexts(const String& file_name, const String& start_director
 
 void FFileSelect::SetFilter(const String& filter) {
   String text = filter;
-  if (filter.starts_with(u'@')) Skip([&] { text = Texts().ResolveText(filter); });
+  Skip([&] { text = Resolved(filter); });
   FileTypes types = ParseFilter(text);
   for (String& description : types.Descriptions)
     cboFileType[0].AddItem(std::move(description), ui::ComboBox::kAtEnd);

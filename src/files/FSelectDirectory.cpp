@@ -12,7 +12,7 @@ constexpr Twips kWidthInFieldHeights = 18;  // wider for large fonts
 }  // namespace
 
 FSelectDirectory::FSelectDirectory(service::Apartment& apartment)
-    : SelectForm(apartment, u"FSelectDirectory") {
+    : SelectForm(apartment, u"FSelectDirectory", PathField::Shown) {
   // Each heading stands before its field, so that its access key leads there.
   int position = 0;
   for (ui::Control* const control : std::initializer_list<ui::Control*>{

@@ -26,7 +26,6 @@ class FSelectDirectory : public SelectForm {
   void ShowEntry(const String& path) override { txtDirectory.Text = path; }
   void DriveChosen(const String& drive) override { txtDirectory.Text = drive.substr(0, 2); }
   String Chosen() const override { return txtDirectory.Text(); }
-  std::optional<String> PathField() const override { return txtDirectory.Text(); }
 };
 
 }  // namespace krx::files

@@ -5,6 +5,7 @@
 
 #include "service/MKRXDialog.h"
 #include "service/Skip.h"
+#include "ui/FolderPath.h"
 
 namespace krx::files {
 
@@ -25,14 +26,15 @@ constexpr char16_t kEnter = 13;
 
 }  // namespace
 
-SelectForm::SelectForm(service::Apartment& apartment, String name)
+SelectForm::SelectForm(service::Apartment& apartment, String name, PathField field)
     : DialogForm(apartment, std::move(name), host::kDialogTexts),
-      navigation_(dirSelect, {[this] { return !drvSelect.Enabled(); },
-                              [this](const String& path) { ShowEntry(path); },
-                              [this] { return PathField(); }}) {
+      navigation_(dirSelect,
+                  {[this] { return !drvSelect.Enabled(); },
+                   [this](const String& path) { ShowEntry(path); }, field != PathField::None}) {
   idxFileListBox.Visible = false;
   LoadStep = [this] { LoadLists(); };
   keyOK.Click = [this] {
+    navigation_.Settle();
     Result = Chosen();
     Unload();
   };
@@ -96,8 +98,10 @@ void SelectForm::LoadTexts(Headings headings, StringView ok_key) {
 void SelectForm::OpenStart(const String& directory) {
   StartDirectory = directory;
   if (directory.empty()) Skip([&] { StartDirectory = ThePlatform().Files().CurrentDirectory(); });
-  Skip([&] { drvSelect.Drive = StartDirectory + u'\\'; });
-  navigation_.Start(StartDirectory);
+  String whole = StartDirectory;
+  Skip([&] { whole = ui::WholePath(StartDirectory, ThePlatform().Files()); });
+  Skip([&] { drvSelect.Drive = whole + u'\\'; });
+  navigation_.Start(StartDirectory, std::move(whole));
 }
 
 // Layout

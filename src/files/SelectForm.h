@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <span>
 
 #include "files/ConfinedNavigation.h"
@@ -34,7 +33,9 @@ class SelectForm : public service::DialogForm {
   };
   using Headings = std::span<const Heading>;
 
-  SelectForm(service::Apartment& apartment, String name);
+  enum class PathField { None, Shown };
+
+  SelectForm(service::Apartment& apartment, String name, PathField field);
 
   // Shows an entry of the directory list as the one that the operator is at.
   virtual void ShowEntry(const String& path) = 0;
@@ -42,8 +43,6 @@ class SelectForm : public service::DialogForm {
   virtual void DriveChosen(const String& drive) = 0;
   // The path that OK returns.
   virtual String Chosen() const = 0;
-  // The text of the path field, in a form that has one.
-  virtual std::optional<String> PathField() const { return std::nullopt; }
 
   // What Enter does in a control.
   static void OnEnter(ui::Control& control, std::function<void()> act);

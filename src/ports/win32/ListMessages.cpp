@@ -117,8 +117,7 @@ LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
     // away; so the button is ours.
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
-      HandleMouse(message, w, l);
-      if (form_.Form().Visible()) Press(l, message == WM_LBUTTONDBLCLK);
+      Press(message, w, l);
       return 0;
     case WM_LBUTTONUP:
       Release(w, l);
@@ -133,7 +132,7 @@ LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       return ControlPeer::Handle(message, w, l);
     case WM_CAPTURECHANGED:
     case WM_CANCELMODE:
-      LetGo();
+      GiveUp();
       return ControlPeer::Handle(message, w, l);
     case WM_TIMER:
       if (w != kGlideTimer) return ControlPeer::Handle(message, w, l);
@@ -182,19 +181,25 @@ int ListPeer::RowAt(LPARAM point) const {
   return static_cast<int>(Send(LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
 }
 
-void ListPeer::Press(LPARAM point, bool again) {
-  const int row = RowAt(point);
-  pressed_ = row;
-  twice_ = again && row == clicked_;
+void ListPeer::Press(UINT message, WPARAM w, LPARAM point) {
+  const int under = RowAt(point);
+  const int rows = list_.Replacements();
+  // A double click is one by time and place; the first click may have moved the rows under it.
+  const bool twice = message == WM_LBUTTONDBLCLK && clicked_ != ui::RowList::kNoRow;
+  HandleMouse(message, w, point);
+  if (!form_.Form().Visible()) return;
   SetCapture(Window());
   if (GetFocus() != Window()) ::SetFocus(Window());
+  // The release belongs to whatever is on the screen by then, and a row that has come under the
+  // pointer by these handlers is not the one that the operator meant.
+  if (!form_.Form().Visible() || list_.Replacements() != rows) return LetGo();
+  pressed_ = {twice ? clicked_ : under, under, twice};
   if (list_.DragScrolls) {
     // What is touched is not selected before it is certain that it is not dragged.
     Touch(point);
-  } else if (row >= 0) {
-    Select(row);
+  } else if (under >= 0 && !twice) {
+    Select(under);
   }
-  // The release belongs to whatever is on the screen by then.
   if (!form_.Form().Visible()) LetGo();
 }
 
@@ -216,23 +221,34 @@ void ListPeer::Drag(LPARAM point) {
 // By the time that anybody hears of the release the row is selected.
 void ListPeer::Release(WPARAM w, LPARAM point) {
   if (!pressed_) return;  // the button went down elsewhere
-  const int row = *pressed_;
-  bool click = row >= 0 && RowAt(point) == row;
+  const Pressed press = *pressed_;
+  bool click = press.Row >= 0 && RowAt(point) == press.Under;
   if (list_.DragScrolls) {
     click = drag_.End(Now()) && click;
     if (drag_.Gliding()) SetTimer(Window(), kGlideTimer, kGlideStep, nullptr);
   }
   LetGo();
-  clicked_ = click ? row : ui::RowList::kNoRow;
-  if (click && list_.DragScrolls) Select(row);
+  const int rows_of_click = press.Twice ? clicked_rows_ : list_.Replacements();
+  clicked_ = click && !press.Twice ? press.Row : ui::RowList::kNoRow;
+  clicked_rows_ = list_.Replacements();
+  if (click && list_.DragScrolls && !press.Twice) Select(press.Row);
   HandleMouse(WM_LBUTTONUP, w, point);
+  if (!form_.Form().Visible()) return;
+  if (!click && !press.Twice && press.Row >= 0 && !list_.DragScrolls) list_.OperatorLeftRow();
   // A handler may have put other rows in the place of those that were clicked.
-  if (!click || !form_.Form().Visible() || list_.SelectedRow() != row) return;
-  if (std::exchange(twice_, false)) {
-    list_.OperatorDoubleClicked(row);
+  if (!click || list_.Replacements() != rows_of_click || list_.SelectedRow() != press.Row) return;
+  if (press.Twice) {
+    list_.OperatorDoubleClicked(press.Row);
   } else {
-    list_.OperatorClicked(row);
+    list_.OperatorClicked(press.Row);
   }
+}
+
+// The system takes the mouse away, so no release will come.
+void ListPeer::GiveUp() {
+  const bool selected = pressed_ && pressed_->Row >= 0 && !pressed_->Twice && !list_.DragScrolls;
+  LetGo();
+  if (selected && form_.Form().Visible()) list_.OperatorLeftRow();
 }
 
 void ListPeer::LetGo() {

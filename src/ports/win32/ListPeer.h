@@ -57,11 +57,12 @@ class ListPeer final : public ControlPeer {
   LRESULT KeyDown(WPARAM key, LPARAM l);
   bool BeginWalk(WPARAM key);
   void Select(int row) const;
-  void Press(LPARAM point, bool again);
+  void Press(UINT message, WPARAM w, LPARAM point);
   void Touch(LPARAM point);
   void Drag(LPARAM point);
   void Release(WPARAM w, LPARAM point);
   void LetGo();
+  void GiveUp();
   void Glide();
   void StopGliding();
   void StopGlideTimer() const;
@@ -75,9 +76,15 @@ class ListPeer final : public ControlPeer {
   bool showing_ = false;  // the window follows the model; its reports are no news
 
   ui::DragScroll drag_;
-  std::optional<int> pressed_;         // row on which the left button went down
+  // A row by which the left button went down.
+  struct Pressed {
+    int Row;     // that the press belongs to
+    int Under;   // that lies under it
+    bool Twice;  // the second press of a double click belongs to the row of the first
+  };
+  std::optional<Pressed> pressed_;
   int clicked_ = ui::RowList::kNoRow;  // row of the click before
-  bool twice_ = false;                 // the button went down for the second time
+  int clicked_rows_ = 0;               // RowList::Replacements at that time
 };
 
 }  // namespace krx::win32

@@ -15,10 +15,11 @@ struct Selection {
   VARIANT_BOOL AllowChangeUp;
 };
 
-// A dialog method, called with arguments that suit any test; its result is dropped.
+// A dialog method, called with arguments that suit any test. `chosen` is the path that a selection
+// dialog returns; other results are dropped.
 struct Method {
   std::string Name;
-  std::function<HRESULT(IKRXDialog&, const Selection&)> Open;
+  std::function<HRESULT(IKRXDialog&, const Selection&, std::wstring& chosen)> Open;
 };
 
 // Names it where a test fails.

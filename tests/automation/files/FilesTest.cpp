@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+#include "driver/Input.h"
+
 namespace krx::drive {
 
 namespace {
@@ -86,6 +88,20 @@ void FilesTest::Choose(const Window& form, const std::wstring& combo, wchar_t be
   }
   TypeText(std::wstring(1, beginning));
   if (!focused) PressKey(L"Enter");
+}
+
+void FilesTest::PressFirstRowAndLeave(const Window& form, const std::wstring& label) {
+  const List list(form, L"dirSelect");
+  const Window heading = form.Child(label);
+  constexpr int kToTheTop = 10;
+  TurnWheel(kToTheTop, form.Child(L"dirSelect").Centre());
+  if (!Within(kPatience, [&] { return list.Top() == 0; }))
+    throw std::runtime_error("the list does not scroll to its top");
+  const RECT row = list.RowBounds(0);
+  DragMouse(MouseButton::Left, {row.left + 30, (row.top + row.bottom) / 2}, heading.Centre());
+  const std::wstring caption = heading.Text();
+  PressKey(std::wstring(L"Alt+") + caption[caption.find(L'&') + 1]);
+  form.WaitForFocusOn(L"dirSelect");
 }
 
 void FilesTest::ExpectRows(const Window& form, const std::wstring& list,

@@ -155,5 +155,16 @@ TEST_F(LargeFolder, CanBeLeftWhileItIsRead) {
   EXPECT_TRUE(left) << "no dialog was there before all of its files";
 }
 
+TEST_F(OpenFile, ConfinedNoFileOutsideComesIntoReach) {
+  const Window form =
+      Open({.Method = L"open", .Start = PathOf(L"Logs"), .Filter = L"All|*.*", .Free = false});
+  PressFirstRowAndLeave(form, L"lbl(1)");
+  form.Child(L"txtFileName").Click();
+  form.WaitForFocusOn(L"txtFileName");
+  TypeText(L"name");
+  form.Child(L"keyOK").Click();
+  EXPECT_EQ(Result(), PathOf(L"Logs\\name"));
+}
+
 }  // namespace
 }  // namespace krx::drive

@@ -1,5 +1,8 @@
 // The directory dialog with real mouse and keyboard on real folders.
 
+#include <algorithm>
+
+#include "driver/Input.h"
 #include "files/FilesTest.h"
 
 namespace krx::drive {
@@ -87,6 +90,22 @@ TEST_F(SelectDirectory, ADoubleClickOpensOneFolderOnly) {
   EXPECT_EQ(Result(), PathOf(L"Logs"));
 }
 
+// The list scrolls when the first click has opened the folder, so that one of its subfolders comes
+// to lie under the second press.
+TEST_F(SelectDirectory, ADoubleClickOpensOneFolderThoughTheListScrollsUnderIt) {
+  AddFolder(L"Deep");
+  for (int i = 0; i < 20; ++i)
+    AddFolder(L"Deep\\S" + std::to_wstring(i));
+  const Window form = OpenTree();
+  const List list(form, L"dirSelect");
+  list.DoubleClick(list.Find(L"Deep"));
+  WaitForText(form, L"txtDirectory", PathOf(L"Deep"));
+  PressKey(L"Down");
+  WaitForText(form, L"txtDirectory", PathOf(L"Deep\\S0"));
+  form.Child(L"keyOK").Click();
+  EXPECT_EQ(Result(), PathOf(L"Deep\\S0"));
+}
+
 TEST_F(SelectDirectory, TypedLettersLookFoldersUp) {
   const Window form = OpenTree();
   TypeText(L"ze");
@@ -122,6 +141,35 @@ TEST_F(SelectDirectory, ConfinedTheOperatorStaysAtTheStartDirectoryAndBelow) {
   TypeText(L"x");
   form.Child(L"keyOK").Click();
   EXPECT_EQ(Result(), PathOf(L"Alpha"));
+}
+
+// The press selects the root; the access key goes down in the list before the focus is set anew.
+TEST_F(SelectDirectory, ConfinedAPressThatEndsOnAHeadingLeadsNowhere) {
+  const Window form = OpenTree(false);
+  PressFirstRowAndLeave(form, L"lbl(2)");
+  form.Child(L"keyOK").Click();
+  EXPECT_EQ(Result(), PathOf(L""));
+}
+
+TEST_F(SelectDirectory, ConfinedAKeyStillHeldLeadsNowhere) {
+  const Window form = OpenTree(false);
+  HoldKey(VK_HOME);
+  HoldKey(VK_RIGHT);
+  form.Child(L"keyOK").Click();
+  EXPECT_EQ(Result(), PathOf(L""));
+  ReleaseKey(VK_RIGHT);
+  ReleaseKey(VK_HOME);
+}
+
+TEST_F(SelectDirectory, AStartDirectoryIsTakenHoweverItIsWritten) {
+  std::wstring slashes = PathOf(L"Logs");
+  std::replace(slashes.begin(), slashes.end(), L'\\', L'/');
+  for (const std::wstring& start : {slashes, PathOf(L"Zeta\\..\\Logs")}) {
+    const Window form = Open({L"directory", start});
+    WaitForText(form, L"txtDirectory", PathOf(L"Logs"));
+    form.Child(L"keyCancel").Click();
+    EXPECT_EQ(Result(), L"");
+  }
 }
 
 TEST_F(SelectDirectory, ADriveIsChosenFromTheList) {

@@ -2,7 +2,10 @@
 
 #include <windows.h>
 
+#include <algorithm>
+
 #include "FolderTree.h"
+#include "RealDisk.h"
 #include "driver/List.h"
 #include "support/DialogTest.h"
 
@@ -70,6 +73,36 @@ class TouchDialogs : public DialogTest {
 
   test::FolderTree tree_;
 };
+
+TEST_F(TouchDialogs, AShareIsBrowsedFromItsRoot) {
+  const test::LocalShare share(tree_.Path());
+  if (!share.Made()) GTEST_SKIP() << "no share can be made here";
+  const std::wstring root(test::LocalShare::kPath.begin(), test::LocalShare::kPath.end());
+  const Window form = OpenDirectory(root);
+  const List folders = Folders(form);
+  WaitForText(form, L"txtDirectory", root);
+  EXPECT_EQ(folders.Column(1), (std::vector<std::wstring>{L"Alpha", L"Logs", L"Zeta"}));
+  OpenRow(folders, L"Logs");
+  folders.WaitForCount(2);
+  EXPECT_EQ(folders.Column(1), (std::vector<std::wstring>{L"..", L"Old"}));
+  OpenRow(folders, L"..");
+  folders.WaitForCount(3);
+  WaitForText(form, L"txtDirectory", root);
+  Touch(folders, L"Zeta");
+  WaitForText(form, L"txtDirectory", root + L"\\Zeta");
+  form.Child(L"keyOK").Click();
+  ExpectResult(root + L"\\Zeta");
+}
+
+TEST_F(TouchDialogs, ASlashedStartDirectoryIsHighlighted) {
+  std::wstring start = PathOf(L"Logs");
+  std::replace(start.begin(), start.end(), L'\\', L'/');
+  const Window form = OpenDirectory(start);
+  WaitForText(form, L"txtDirectory", PathOf(L""));
+  EXPECT_EQ(Folders(form).Selected(), 2);
+  form.Child(L"keyCancel").Click();
+  ExpectResult(L"");
+}
 
 TEST_F(TouchDialogs, ATouchNamesAFolderAndASecondOneOpensIt) {
   const Window form = OpenDirectory(PathOf(L"Logs"));

@@ -80,6 +80,7 @@ class MonkeyTest : public testing::TestWithParam<client::Method> {
     tree_.AddFolders(u"Alpha", 30);
     tree_.AddFiles(u"Logs", 40);
     const String folder = tree_.PathOf(u"Logs");
+    folder_ = Narrow(std::wstring(folder.begin(), folder.end()));
     client_.emplace((ProgramFolder() / "monkey_client.exe").wstring() + L" " +
                     Widen(GetParam().Name) + L" \"" + std::wstring(folder.begin(), folder.end()) +
                     L'"');
@@ -121,6 +122,18 @@ class MonkeyTest : public testing::TestWithParam<client::Method> {
     return story.str();
   }
 
+  // Whoever is confined chooses nothing outside; touch confines nobody. Returns how often he chose.
+  int ExpectInside() {
+    constexpr std::string_view kConfined = "confined: ";
+    int chosen = 0;
+    for (const std::string& line : client_->Lines()) {
+      if (!line.starts_with(kConfined) || GetParam().Name.ends_with("Touch")) continue;
+      ++chosen;
+      EXPECT_NE(line.find(folder_, kConfined.size()), std::string::npos) << line;
+    }
+    return chosen;
+  }
+
   Milliseconds slowest_{0};
 
  private:
@@ -141,6 +154,7 @@ class MonkeyTest : public testing::TestWithParam<client::Method> {
   }
 
   test::FolderTree tree_;
+  std::string folder_;  // that confines
   std::optional<Client> client_;
 };
 
@@ -159,8 +173,9 @@ TEST_P(MonkeyTest, WhateverWasDoneCancelEndsTheDialog) {
   }
   EXPECT_EQ(Story(0).find("failed"), std::string::npos) << Story(0);
   EXPECT_GT(cancels, 0);
-  std::printf("%s: %ld actions, %d times cancelled, at most %lld ms\n", GetParam().Name.c_str(),
-              actions, cancels, static_cast<long long>(slowest_.count()));
+  std::printf("%s: %ld actions, %d times cancelled, at most %lld ms, %d paths chosen inside\n",
+              GetParam().Name.c_str(), actions, cancels, static_cast<long long>(slowest_.count()),
+              ExpectInside());
 }
 
 INSTANTIATE_TEST_SUITE_P(Dialogs, MonkeyTest, testing::ValuesIn(client::Methods()),

@@ -1,6 +1,7 @@
 // A client that never has enough: opens one dialog method again as soon as it returns, until it is
 // ended. Arguments: the method, and the folder for the selection dialogs, which confine the
-// operator every other time. Prints a line when it is ready, and one for each call that fails.
+// operator every other time. Prints a line when it is ready, one for each call that fails, and one
+// for each path that a confined operator has chosen.
 
 #include <windows.h>
 
@@ -11,6 +12,7 @@
 #include <string>
 
 #include "client/Methods.h"
+#include "driver/Window.h"
 #include "soak/Administrator.h"
 
 namespace {
@@ -33,11 +35,13 @@ void Serve(const Method& method, const wchar_t* folder) {
   krx::client::Dialogs dialogs;
   if (!dialogs) return Say("failed: no dialog object");
   Say("ready");
+  std::wstring chosen;
   for (bool confined = false;; confined = !confined) {
-    const HRESULT status =
-        method.Open(*dialogs.operator->(),
-                    {krx::client::BasicString(folder), confined ? VARIANT_FALSE : VARIANT_TRUE});
+    const HRESULT status = method.Open(
+        *dialogs.operator->(),
+        {krx::client::BasicString(folder), confined ? VARIANT_FALSE : VARIANT_TRUE}, chosen);
     if (FAILED(status)) Say("failed: " + Hexadecimal(status));
+    if (confined && !chosen.empty()) Say("confined: " + krx::drive::Narrow(chosen));
   }
 }
 

@@ -56,13 +56,14 @@ TEST_P(DialogSoak, LeavesNothingBehind) {
   client::Dialogs dialogs;
   ASSERT_TRUE(dialogs);
   const client::Selection selection{client::BasicString(L"C:\\windows"), VARIANT_TRUE};
+  std::wstring chosen;
   int failed = 0;
   int unseen = 0;
   const Answering answering(Cancel, 10);
   const Growth growth = GrowthOver(GetParam().Name, kWarmUp, Cycles(), [&](int count) {
     for (int i = 0; i < count; ++i) {
       shown = false;
-      if (GetParam().Open(*dialogs.operator->(), selection) != S_OK) ++failed;
+      if (GetParam().Open(*dialogs.operator->(), selection, chosen) != S_OK) ++failed;
       if (!shown) ++unseen;
     }
   });

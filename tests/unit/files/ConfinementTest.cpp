@@ -98,30 +98,96 @@ TEST_F(ConfinementTest, AClickOutsideTakesTheStartDirectoryAsItIsWritten) {
             u"C:\\Data\\");
 }
 
-// While a key is down its entry may lie outside; OK in that very moment returns it.
-TEST_F(ConfinementTest, BetweenPressAndReleaseOfKeysTheOperatorIsFree) {
+// While keys are down their entry may lie outside, until one of them is released.
+TEST_F(ConfinementTest, TheReleaseOfAKeyTurnsBackWhatTheKeysBeforeItOpened) {
+  Confined(u"C:\\Data", [](Operator& op) {
+    const auto& list = List(op);
+    op.KeyDown(kKeyHome);
+    op.KeyDown(kKeyRight);
+    EXPECT_EQ(list.Path(), u"C:\\");
+    op.KeyUp(kKeyRight);
+    EXPECT_EQ(list.Path(), u"C:\\Data");
+    EXPECT_EQ(TextOf(op, u"txtDirectory"), u"C:\\Data");
+    op.Click(u"keyCancel");
+  });
+}
+
+// Whoever presses OK without releasing the key gets the start directory all the same, also where
+// nothing takes the focus from the list.
+TEST_F(ConfinementTest, OKReturnsNothingThatAKeyStillDownHasOpened) {
+  const Script open_root = [](Operator& op) {
+    List(op);
+    op.KeyDown(kKeyHome);
+    op.KeyDown(kKeyRight);
+  };
+  EXPECT_EQ(Confined(u"C:\\Data",
+                     [&](Operator& op) {
+                       open_root(op);
+                       op.Click(u"keyOK");
+                     }),
+            u"C:\\Data");
+  EXPECT_EQ(Confined(u"C:\\Data",
+                     [&](Operator& op) {
+                       open_root(op);
+                       op.Get<ui::KRXKey>(u"keyOK").Click();
+                     }),
+            u"C:\\Data");
+}
+
+// A press selects the row under it. Released on a heading it is no click, and the access key that
+// follows goes down in the list before the focus has moved.
+TEST_F(ConfinementTest, APressThatEndsElsewhereIsTurnedBack) {
+  EXPECT_EQ(Confined(u"C:\\Data",
+                     [](Operator& op) {
+                       const auto& list = List(op);
+                       op.PressRow(u"dirSelect", RowOf(list, u"C:\\"));
+                       EXPECT_EQ(Entry(list), u"C:\\");
+                       op.ReleaseElsewhere(u"dirSelect");
+                       EXPECT_EQ(Entry(list), u"C:\\Data");
+                       op.Click(u"keyOK");
+                     }),
+            u"C:\\Data");
+}
+
+TEST_F(ConfinementTest, APressWithoutReleaseIsTurnedBackAfterAnAccessKey) {
+  constexpr int kKeyAlt = 18;
   EXPECT_EQ(Confined(u"C:\\Data",
                      [](Operator& op) {
                        auto& list = List(op);
-                       int key = kKeyHome;
-                       list.KeyDown(key, 0);
-                       list.OperatorSelected(0);  // the list's own move to C:\.
-                       key = kKeyRight;
-                       list.KeyDown(key, 0);
-                       EXPECT_EQ(list.Path(), u"C:\\");
-                       op.Click(u"keyOK");
+                       op.PressRow(u"dirSelect", RowOf(list, u"C:\\"));
+                       op.KeyDown(kKeyAlt, ui::kAlt);
+                       op.Get<ui::KRXKey>(u"keyOK").Click();
                      }),
-            u"C:\\");
+            u"C:\\Data");
+}
+
+// The field shows what a key has opened, and any entry contains the root's text; but the rule is
+// about what the field showed when the operator was inside.
+TEST_F(ConfinementTest, AClickWhileAKeyIsDownDoesNotGoByWhatTheKeyShowed) {
   Confined(u"C:\\Data", [](Operator& op) {
-    auto& list = List(op);
-    int key = kKeyHome;
-    list.KeyDown(key, 0);
-    list.OperatorSelected(0);
-    key = kKeyRight;
-    list.KeyDown(key, 0);
-    list.KeyUp(key, 0);
+    const auto& list = List(op);
+    op.KeyDown(kKeyHome);
+    op.KeyDown(kKeyRight);
+    ClickDirectory(op, u"C:\\Windows");
     EXPECT_EQ(list.Path(), u"C:\\Data");
-    EXPECT_EQ(TextOf(op, u"txtDirectory"), u"C:\\Data");
+    op.PressRow(u"dirSelect", RowOf(list, u"C:\\"));
+    op.KeyDown(kKeyDown);
+    op.Get<ui::RowList>(u"dirSelect").OperatorClicked(RowOf(list, u"C:\\"));
+    EXPECT_EQ(list.Path(), u"C:\\Data");
+    op.Click(u"keyCancel");
+  });
+}
+
+TEST_F(ConfinementTest, LeavingTheListTurnsBackBeforeAFileCanBeChosen) {
+  OpenFile({{}, u"C:\\Data", u"All|*", false, {}}, [](Operator& op) {
+    const auto& files = op.Get<ui::FileListBox>(u"filSelect");
+    List(op);
+    op.KeyDown(kKeyHome);
+    op.KeyDown(kKeyRight);
+    EXPECT_EQ(FilesShown(files), std::vector<std::string>{"boot.ini"});
+    op.ClickRow(u"filSelect", 0);
+    EXPECT_EQ(files.Path(), u"C:\\Data");
+    EXPECT_EQ(files.SelectedRow(), ui::RowList::kNoRow) << "the file pressed on is gone";
     op.Click(u"keyCancel");
   });
 }

@@ -64,19 +64,12 @@ class NavigationModel {
     const String entry = Entry;
     const bool inside =
         !confined_ || Contains(entry, start_) || (path_field_ && Contains(entry, Shown));
-    const bool opened = OpenFolder(entry);
-    stays_ = inside && !opened;
+    OpenFolder(entry);
     if (inside) {
       Shown = entry;
     } else {
       Shown = TurnBack() ? start_ : Entry;
     }
-  }
-
-  void DoubleClick(std::size_t row) {
-    Click(row);
-    if (row >= Rows().size() || stays_) return;
-    Entry = Shown = Open;
   }
 
   // Returns whether the drive is ready.
@@ -153,7 +146,6 @@ class NavigationModel {
   const bool path_field_;
   String start_;
   String at_start_;
-  bool stays_ = false;         // the entry clicked on cannot be opened
   std::vector<String> below_;  // as it was when the folder was opened
 };
 
