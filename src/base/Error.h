@@ -29,6 +29,10 @@ class Error : public std::exception {
 // A numbered runtime error; it reaches the client as 0x800A0000 + number.
 Error RuntimeError(std::int32_t number, String description);
 
+// The exception that is being handled, to be called in a catch block. What is no Error is lack of
+// memory (runtime error 7) or an internal error (51).
+Error ErrorInFlight();
+
 Error TypeMismatch();    // runtime error 13: a text that should be a number is none
 Error ObjectNotSet();    // runtime error 91: an object that is needed has been cleared
 Error NotImplemented();  // 0x80004001: the dialog of this method does not exist yet

@@ -37,7 +37,7 @@ String FDirectorySelectTouch::SelectDirectory(const String& start_directory, boo
   Confirmed = false;
   StartDirectory = start_directory;
   AllowChangeUp = allow_change_up;
-  SetCaption(title.empty() ? Text(u"TitleSelectDirectory") : title);
+  SetCaption(title.empty() ? Text(u"TitleSelectDirectory") : Resolved(title));
   Load();
   ShowModal();
   String result = Confirmed ? txtDirectory.Text() : String();

@@ -27,14 +27,6 @@ std::vector<String> Split(StringView text, StringView at) {
   return parts;
 }
 
-// The text behind the last dot in lower case; the whole text without one.
-String Extension(StringView name) {
-  String extension(name.substr(name.rfind(u'.') + 1));
-  for (char16_t& unit : extension)
-    unit = ui::FoldCase(unit);
-  return extension;
-}
-
 }  // namespace
 
 FFileSelectTouch::FFileSelectTouch(service::Apartment& apartment)
@@ -74,7 +66,7 @@ bool FFileSelectTouch::SetTexts(const String& file_name, const String& start_dir
   const bool open = file_dialog == service::kFileOpen;
   const bool save = file_dialog == service::kFileSave;
   if (!title.empty()) {
-    SetCaption(title);
+    SetCaption(Resolved(title));
   } else if (open || save) {
     SetCaption(Text(open ? u"TitleOpen" : u"TitleSaveAs"));
   }
@@ -92,8 +84,7 @@ bool FFileSelectTouch::SetTexts(const String& file_name, const String& start_dir
 }
 
 void FFileSelectTouch::SetFilter(const String& filter) {
-  String text = filter.empty() ? String(kAllFiles) : filter;
-  if (text.starts_with(u'@')) text = Texts().ResolveText(text);
+  const String text = Resolved(filter.empty() ? String(kAllFiles) : filter);
   const std::vector<String> fields = Split(text, u"|");
   for (std::size_t i = 0; i + 1 < fields.size(); i += 2)
     cboExtention.AddItem(fields[i] + String(kBlanks) + fields[i + 1], ui::ComboBox::kAtEnd);
@@ -130,6 +121,11 @@ void FFileSelectTouch::CalcPositions() {
 
 // Files
 
+// The text behind the last dot in lower case; the whole text without one.
+String FFileSelectTouch::Extension(StringView name) const {
+  return ThePlatform().Folding()(name.substr(name.rfind(u'.') + 1));
+}
+
 void FFileSelectTouch::ReadExtention(const String& entry) {
   Report(u"ReadExtention", [&] {
     extensions_.clear();
@@ -144,7 +140,16 @@ void FFileSelectTouch::ReadExtention(const String& entry) {
 }
 
 bool FFileSelectTouch::FilterFile(StringView file_name) {
-  return extensions_.contains(String(kEverything)) || extensions_.contains(Extension(file_name));
+  bool passes = false;
+  Report(u"FilterFile", [&] {
+    passes =
+        extensions_.contains(String(kEverything)) || extensions_.contains(Extension(file_name));
+  });
+  return passes;
+}
+
+bool FFileSelectTouch::RefreshPath(StringView folder) {
+  return Report(u"RefreshPath", [&] { TouchForm::RefreshPath(folder); });
 }
 
 void FFileSelectTouch::GetFiles() {

@@ -34,6 +34,7 @@ class FFileSelectTouch : public TouchForm {
   void ReadExtention(const String& entry);
   // Whether the chosen file type shows a file of this name.
   bool FilterFile(StringView file_name);
+  bool RefreshPath(StringView folder) override;
   void GetFiles();
   // Shows the path of a file, or that of the folder for the empty name.
   bool RefreshFullPath(StringView file_name);
@@ -47,6 +48,7 @@ class FFileSelectTouch : public TouchForm {
   void FoldersFailed(const Error& error) override;
 
  private:
+  String Extension(StringView name) const;
   void LoadLook();
   void CalcPositions();
   void FileTouched(int row);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "service/Skip.h"
+#include "ui/FolderPath.h"
 
 namespace krx::files {
 
@@ -19,12 +20,23 @@ constexpr std::chrono::milliseconds kAtOnce{20};  // small folders are complete 
 constexpr std::chrono::milliseconds kSlice{1000};
 constexpr char16_t kEnter = 13;
 
-std::int32_t Parts(StringView path) {
-  return static_cast<std::int32_t>(std::count(path.begin(), path.end(), u'\\')) + 1;
-}
+constexpr StringView kNetwork = u"\\\\";
+constexpr std::int32_t kSeparatorsOfShare = 3;  // \\server\share
 
 bool IsBareDrive(StringView path) {
   return path.size() == 2 && path.ends_with(u':');
+}
+
+// Number of parts below the drive or the share.
+std::int32_t LevelsBelowRoot(StringView path) {
+  const auto separators = std::count(path.begin(), path.end(), u'\\');
+  const std::int32_t of_root = path.starts_with(kNetwork) ? kSeparatorsOfShare : 0;
+  return static_cast<std::int32_t>(separators) - of_root;
+}
+
+bool IsRoot(StringView path) {
+  if (!path.starts_with(kNetwork)) return IsBareDrive(path);
+  return LevelsBelowRoot(path) == 0 && !path.ends_with(u'\\');
 }
 
 String UpToLast(StringView path) {
@@ -73,7 +85,8 @@ bool TouchForm::Report(StringView procedure, const std::function<void()>& body) 
   try {
     body();
     return true;
-  } catch (const Error& error) {
+  } catch (...) {
+    const Error error = ErrorInFlight();
     ThePlatform().ShowMessageBox(NumberOf(error) + u": " + error.Description(), 0, procedure);
     return false;
   }
@@ -85,7 +98,8 @@ void TouchForm::GetDrives() {
   Report(u"GetDrives", [this] {
     ui::FileSystem& files = ThePlatform().Files();
     drives_.Clear();
-    const String start = StartDirectory.substr(0, 2);
+    start_ = ui::WholePath(StartDirectory, files);
+    const String start = start_.substr(0, 2);
     const std::vector<ui::Drive> all = files.Drives();
     int otherwise = -1;
     for (const ui::Drive& drive : all) {
@@ -104,7 +118,7 @@ void TouchForm::GetDrives() {
 void TouchForm::DriveChanged() {
   ui::FileSystem& files = ThePlatform().Files();
   Depth = 0;
-  if (!started_ && files.FolderExists(StartDirectory)) return OpenStart();
+  if (!started_ && files.FolderExists(start_)) return OpenStart();
   path_.Text = drives_.Text();
   PathReplaced();
   bool ready = false;
@@ -122,12 +136,12 @@ void TouchForm::DriveChanged() {
 // The folder above the start directory is listed, with the start directory highlighted in it.
 void TouchForm::OpenStart() {
   String folder;
-  if (IsBareDrive(StartDirectory)) {
-    path_.Text = StartDirectory;
+  if (IsRoot(start_)) {
+    path_.Text = start_;
   } else {
-    Depth = Parts(StartDirectory) - 2;
-    path_.Text = UpToLast(StartDirectory);
-    folder = StartDirectory.substr(path_.Text().size() + 1);
+    Depth = LevelsBelowRoot(start_) - 1;
+    path_.Text = UpToLast(start_);
+    folder = start_.substr(path_.Text().size() + 1);
   }
   PathReplaced();
   ListFolders();
@@ -156,12 +170,13 @@ bool TouchForm::ListFolders() {
   try {
     const std::vector<String> folders = ReadWhole(path + u'\\').Folders;
     if (folders.empty()) {
-      if (IsBareDrive(path) && ThePlatform().Files().DriveExists(path)) ClearFolders();
+      const bool drive = IsBareDrive(path) && ThePlatform().Files().DriveExists(path);
+      if (drive || (IsRoot(path) && !IsBareDrive(path))) ClearFolders();
       return false;
     }
     std::vector<std::vector<String>> rows;
     rows.reserve(folders.size() + 1);
-    if (!IsBareDrive(path)) rows.push_back({String(), String(kParent)});
+    if (!IsRoot(path)) rows.push_back({String(), String(kParent)});
     for (const String& folder : folders)
       rows.push_back({String(), folder});
     DropMarkers();
@@ -171,8 +186,8 @@ bool TouchForm::ListFolders() {
     FollowMarkers(folders);
     grdFolders.ResumeDrawing();
     return true;
-  } catch (const Error& error) {
-    FoldersFailed(error);
+  } catch (...) {
+    FoldersFailed(ErrorInFlight());
     return false;
   }
 }
@@ -211,7 +226,7 @@ void TouchForm::DropMarkers() {
 
 bool TouchForm::RefreshPath(StringView folder) {
   const String path = path_.Text();
-  const std::int32_t level = Parts(path) - 1;
+  const std::int32_t level = LevelsBelowRoot(path);
   const bool has_parts = path.find(u'\\') != String::npos;
   if (folder == kParent) {
     if (level > Depth && has_parts) path_.Text = UpToLast(path);

@@ -21,15 +21,15 @@ class TouchForm : public service::DialogForm {
   ui::KRXKey keyCancel{*this, u"keyCancel"};
 
   String StartDirectory;  // as it was passed
-  // Number of parts of the listed folder below its drive; 0 for a drive root. While a folder is
-  // named in the path as well, the path has one part more.
+  // Number of parts of the listed folder below its drive or share; 0 for such a root. While a
+  // folder is named in the path as well, the path has one part more.
   std::int32_t Depth = 0;
 
   // Lists the folders of the path. False when there are none or they cannot be read; then the grid
-  // keeps its rows, or is emptied for a drive.
+  // keeps its rows, or is emptied for a drive or share.
   bool ListFolders();
   // Names a folder of the grid in the path, or takes the name away again for "..".
-  bool RefreshPath(StringView folder);
+  virtual bool RefreshPath(StringView folder);
   // Selects the row of a folder and brings it into sight; without such a row nothing happens.
   bool SelectFolder(StringView folder);
   // Fills the list of drives and selects that of the start directory, or else the first fixed drive
@@ -91,6 +91,7 @@ class TouchForm : public service::DialogForm {
   void TakeMarkers(std::chrono::milliseconds patience);
   void DropMarkers();
 
+  String start_;  // the start directory as a whole path
   ui::Timer tmrMarkers_;
   std::unique_ptr<ui::SubfolderProbe> probe_;
   int next_marker_ = 0;  // row of the next answer

@@ -44,6 +44,10 @@ String DialogForm::Text(StringView key) {
   return Texts().GetText(key, text_group_);
 }
 
+String DialogForm::Resolved(const String& text) {
+  return text.starts_with(u'@') ? Texts().ResolveText(text) : text;
+}
+
 host::TextService& DialogForm::Texts() {
   if (!texts_) texts_ = apartment_.Runtime.CreateTextService();
   return *texts_;

@@ -27,6 +27,8 @@ class DialogForm : public ui::Form {
 
   // Text of a key in the form's text group.
   String Text(StringView key);
+  // A text of the caller; one that begins with "@" is a reference to a text of the runtime.
+  String Resolved(const String& text);
   // The services are created on first use and kept until the form is unloaded.
   host::TextService& Texts();
   host::FontService& Fonts();

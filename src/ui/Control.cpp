@@ -56,7 +56,7 @@ String WithoutAccessKey(StringView caption) {
 char16_t AccessKeyOf(StringView caption) {
   for (std::size_t i = 0; i + 1 < caption.size(); ++i) {
     if (caption[i] != u'&') continue;
-    if (caption[i + 1] != u'&') return FoldCase(caption[i + 1]);
+    if (caption[i + 1] != u'&') return caption[i + 1];
     ++i;
   }
   return 0;

@@ -57,7 +57,7 @@ class Control : public Component {
 
   // The text as the operator sees it: no access-key marks, line breaks as line feeds.
   virtual String DisplayedText() const { return {}; }
-  // The character that reaches the control together with Alt; 0 without one.
+  // The character that reaches the control together with Alt, in either case; 0 without one.
   virtual char16_t AccessKey() const { return 0; }
   // Whether typed characters are the control's own input, so that they are no access keys.
   virtual bool TakesText() const { return false; }

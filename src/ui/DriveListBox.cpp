@@ -24,7 +24,7 @@ String LabelOf(FileSystem& files, const Drive& drive) {
 
 String SmallDrive(StringView path) {
   String drive(path.substr(0, 2));
-  std::transform(drive.begin(), drive.end(), drive.begin(), FoldCase);
+  if (!drive.empty() && drive[0] >= u'A' && drive[0] <= u'Z') drive[0] += u'a' - u'A';
   return drive;
 }
 

@@ -15,7 +15,7 @@ FileListBox::PathProperty& FileListBox::PathProperty::operator=(StringView path)
 FileListBox::PatternProperty& FileListBox::PatternProperty::operator=(StringView pattern) {
   if (pattern == list_.pattern_text_) return *this;
   list_.pattern_text_ = pattern;
-  list_.pattern_ = FilePattern(pattern);
+  list_.pattern_ = FilePattern(pattern, list_.Parent().ThePlatform().Folding());
   list_.ShowRows();
   return *this;
 }

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "ui/Keyboard.h"
-
 namespace krx::ui {
 
 namespace {
@@ -33,7 +31,7 @@ bool Fits(StringView pattern, StringView name) {
     } else if (p < pattern.size() && pattern[p] == u'?') {
       n += IsPair(name, n) ? 2 : 1;
       ++p;
-    } else if (p < pattern.size() && pattern[p] == FoldCase(name[n])) {
+    } else if (p < pattern.size() && pattern[p] == name[n]) {
       ++n;
       ++p;
     } else if (star != StringView::npos) {
@@ -55,13 +53,12 @@ StringView BeforeLastDot(StringView pattern) {
 
 }  // namespace
 
-FilePattern::FilePattern(StringView pattern) {
+FilePattern::FilePattern(StringView pattern, const CaseFolding& folding) : folding_(&folding) {
   while (!pattern.empty()) {
     const std::size_t end = std::min(pattern.find(u';'), pattern.size());
-    String alternative(Trimmed(pattern.substr(0, end)));
+    String alternative = folding(Trimmed(pattern.substr(0, end)));
     pattern.remove_prefix(std::min(end + 1, pattern.size()));
     if (alternative.empty()) continue;
-    std::transform(alternative.begin(), alternative.end(), alternative.begin(), FoldCase);
     alternatives_.push_back(std::move(alternative));
   }
   const auto everything = [](const String& a) { return a == u"*" || a == u"*.*"; };
@@ -70,11 +67,12 @@ FilePattern::FilePattern(StringView pattern) {
 
 bool FilePattern::Matches(StringView name) const {
   if (MatchesAll()) return true;
+  folding_->Into(name, name_);
   const bool dotless = name.find(u'.') == StringView::npos;
   return std::any_of(alternatives_.begin(), alternatives_.end(), [&](StringView alternative) {
-    if (Fits(alternative, name)) return true;
+    if (Fits(alternative, name_)) return true;
     const StringView rest = BeforeLastDot(alternative);
-    return dotless && rest.size() < alternative.size() && Fits(rest, name);
+    return dotless && rest.size() < alternative.size() && Fits(rest, name_);
   });
 }
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "base/String.h"
+#include "ui/CaseFolding.h"
 
 namespace krx::ui {
 
@@ -11,14 +11,18 @@ namespace krx::ui {
 // so "*.*" means every name and "*." those without an extension. An empty pattern means all.
 class FilePattern {
  public:
-  explicit FilePattern(StringView pattern = {});
+  FilePattern() = default;
+  // The folding outlives the pattern.
+  FilePattern(StringView pattern, const CaseFolding& folding);
 
   // Takes time at most in proportion to the product of both lengths.
   bool Matches(StringView name) const;
   bool MatchesAll() const { return alternatives_.empty(); }
 
  private:
-  std::vector<String> alternatives_;  // lower case; none: everything matches
+  const CaseFolding* folding_ = nullptr;
+  std::vector<String> alternatives_;  // folded; none: everything matches
+  mutable String name_;               // folded, kept for its memory
 };
 
 }  // namespace krx::ui

@@ -45,27 +45,52 @@ String TakeShare(StringView& rest) {
   return root;
 }
 
-String TakeRoot(StringView& rest, FileSystem& files) {
-  if (rest.starts_with(kNetwork)) return TakeShare(rest);
-  if (HasDrive(rest)) {
-    const bool bare = rest.size() == 2;
-    const String root{bare ? UpperLetter(rest[0]) : rest[0], u':', kSeparator};
-    rest.remove_prefix(2);
-    return root;
+using Current = std::function<String()>;
+
+String TakeDrive(StringView& rest, const Current& current_directory) {
+  const bool bare = rest.size() == 2;
+  const char16_t letter = rest[0];
+  rest.remove_prefix(2);
+  if (!bare && !rest.starts_with(kSeparator)) {
+    const String current = current_directory();
+    if (HasDrive(current) && UpperLetter(current[0]) == UpperLetter(letter))
+      return letter + current.substr(1);
   }
-  const String current = files.CurrentDirectory();
+  return {bare ? UpperLetter(letter) : letter, u':', kSeparator};
+}
+
+String TakeRoot(StringView& rest, const Current& current_directory) {
+  if (rest.starts_with(kNetwork)) return TakeShare(rest);
+  if (HasDrive(rest)) return TakeDrive(rest, current_directory);
+  const String current = current_directory();
   if (current.empty()) throw NoSuchPath();
   return rest.starts_with(kSeparator) ? current.substr(0, RootLength(current)) : current;
+}
+
+// Whether a path begins at a root and has backslashes and names alone.
+bool IsWhole(StringView path) {
+  const bool from_root =
+      path.starts_with(kNetwork) || (HasDrive(path) && (path.size() == 2 || path[2] == kSeparator));
+  if (!from_root || path.find(u'/') != StringView::npos) return false;
+  while (!path.empty()) {
+    const StringView name = TakeName(path);
+    if (name == u"." || name == u"..") return false;
+  }
+  return true;
 }
 
 }  // namespace
 
 String FullPath(StringView path, FileSystem& files) {
+  return FullPath(path, [&files] { return files.CurrentDirectory(); });
+}
+
+String FullPath(StringView path, const Current& current_directory) {
   if (path.empty()) throw NoSuchPath();
   String text(path);
   std::replace(text.begin(), text.end(), u'/', kSeparator);
   StringView rest = text;
-  String full = TakeRoot(rest, files);
+  String full = TakeRoot(rest, current_directory);
   const std::size_t root = RootLength(full);
   while (!rest.empty()) {
     const StringView name = TakeName(rest);
@@ -78,6 +103,15 @@ String FullPath(StringView path, FileSystem& files) {
     }
   }
   return full;
+}
+
+String WholePath(StringView path, FileSystem& files) {
+  if (path.empty() || IsWhole(path)) return String(path);
+  try {
+    return FullPath(path, files);
+  } catch (const Error&) {
+    return String(path);
+  }
 }
 
 std::size_t RootLength(StringView path) {

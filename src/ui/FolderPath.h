@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "ui/FileSystem.h"
@@ -10,9 +11,15 @@ namespace krx::ui {
 // the end but at the root of a drive. Names are kept as they are, trailing dots and blanks too.
 
 // The normal form of a path. A bare drive ("d:") is its root, spelled as the system spells drives
-// ("D:\"); what names neither drive nor share is taken from the current directory. Runtime error 76
-// for what cannot name a folder: the empty text, a server without a share.
+// ("D:\"); what does not begin at the root of a drive or share is taken from the current directory,
+// or from the root of a drive that is not the current one. Runtime error 76 for what cannot name a
+// folder: the empty text, a server without a share.
 String FullPath(StringView path, FileSystem& files);
+String FullPath(StringView path, const std::function<String()>& current_directory);
+
+// A path as a caller may write it, as a whole one with backslashes: a relative one, or one with
+// slashes, "." or "..", in normal form; any other as it is, and so is what cannot name a folder.
+String WholePath(StringView path, FileSystem& files);
 
 // Length of the root of a path in normal form: of "C:\" or of "\\server\share".
 std::size_t RootLength(StringView path);

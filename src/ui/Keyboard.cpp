@@ -5,6 +5,7 @@
 #include "ui/Control.h"
 #include "ui/Form.h"
 #include "ui/KRXKey.h"
+#include "ui/Platform.h"
 
 namespace krx::ui {
 
@@ -77,9 +78,10 @@ bool DispatchKey(Form& form, int key, int shift) {
 bool DispatchAccessKey(Form& form, char16_t character, bool alt) {
   Control* const active = form.ActiveControl();
   if (!alt && active && active->TakesText()) return false;
-  const char16_t wanted = FoldCase(character);
+  const CaseFolding& fold = form.ThePlatform().Folding();
+  const char16_t wanted = fold(character);
   const auto marked = [&](const Control& c) {
-    return c.Visible() && c.Enabled() && c.AccessKey() == wanted;
+    return c.Visible() && c.Enabled() && fold(c.AccessKey()) == wanted;
   };
   Control* const found = NextInTabOrder(form, active, 1, marked);
   if (!found || wanted == 0) return false;
@@ -96,15 +98,6 @@ bool DispatchAccessKey(Form& form, char16_t character, bool alt) {
   });
   if (field) field->SetFocus();
   return field != nullptr;
-}
-
-char16_t FoldCase(char16_t c) {
-  const auto in = [c](char16_t first, char16_t last) { return c >= first && c <= last; };
-  const bool latin = in(u'A', u'Z') || (in(0x00C0, 0x00DE) && c != 0x00D7);
-  if (latin || in(0x0391, 0x03A9) || in(0x0410, 0x042F)) return static_cast<char16_t>(c + 0x20);
-  if (in(0x0400, 0x040F)) return static_cast<char16_t>(c + 0x50);
-  if (in(0x0100, 0x0137) || in(0x014A, 0x0177)) return static_cast<char16_t>(c | 1);
-  return c;
 }
 
 }  // namespace krx::ui

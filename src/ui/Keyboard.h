@@ -44,9 +44,6 @@ bool DispatchKey(Form& form, int key, int shift);
 // takes no text.
 bool DispatchAccessKey(Form& form, char16_t character, bool alt);
 
-// Lower case of the letters that access keys are made of (Latin, Greek, Cyrillic).
-char16_t FoldCase(char16_t character);
-
 // A keystroke to be sent: a character to be typed, or a named key (Code not 0).
 struct Keystroke {
   int Code = 0;

@@ -5,6 +5,7 @@
 
 #include "base/Font.h"
 #include "base/Geometry.h"
+#include "ui/CaseFolding.h"
 #include "ui/Color.h"
 #include "ui/Component.h"
 #include "ui/FileSystem.h"
@@ -21,6 +22,11 @@ enum class Pointer { Default = 0, Hourglass = 11 };
 class Platform {
  public:
   virtual ~Platform() = default;
+
+  // Unicode's simple case folding of a character, by the platform's own table. `Folding` is the
+  // quick way to it.
+  virtual char32_t FoldCase(char32_t character) = 0;
+  const CaseFolding& Folding() const { return folding_; }
 
   // Extent of a text in a font; the empty text is one line high and has no width.
   virtual Size MeasureText(const Font& font, StringView text) = 0;
@@ -56,6 +62,9 @@ class Platform {
   virtual void SendKeys(StringView keys) = 0;
   // The platform's own message box with the standard style and result values.
   virtual int ShowMessageBox(StringView text, int style, StringView title) = 0;
+
+ private:
+  const CaseFolding folding_{[this](char32_t character) { return FoldCase(character); }};
 };
 
 // Shows the operator that he has to wait, as long as it lives.

@@ -6,7 +6,6 @@
 
 #include "base/Error.h"
 #include "ui/Form.h"
-#include "ui/Keyboard.h"
 #include "ui/Platform.h"
 
 namespace krx::ui {
@@ -19,12 +18,6 @@ constexpr Twips kTitlePadding = 240;
 // In the order of their telling: a row can be selected or scrolled to once the port knows it.
 constexpr std::array kOfRows{Aspect::Items, Aspect::MoreItems, Aspect::Selection, Aspect::Scroll,
                              Aspect::RowInView};
-
-bool BeginsWith(StringView text, StringView beginning) {
-  return text.size() >= beginning.size() &&
-         std::equal(beginning.begin(), beginning.end(), text.begin(),
-                    [](char16_t a, char16_t b) { return FoldCase(a) == FoldCase(b); });
-}
 
 }  // namespace
 
@@ -63,10 +56,14 @@ int RowList::FindRow(StringView beginning, int start) const {
 }
 
 int RowList::FindBeginning(StringView beginning, int start) const {
+  const CaseFolding& folding = Parent().ThePlatform().Folding();
+  const String wanted = folding(beginning);
+  String text;
   const int count = RowCount();
   for (int i = 0; i < count; ++i) {
     const int row = (std::max(start, 0) + i) % count;
-    if (BeginsWith(Cell(row, MainColumn()), beginning)) return row;
+    folding.Into(Cell(row, MainColumn()).substr(0, wanted.size()), text);
+    if (text == wanted) return row;
   }
   return kNoRow;
 }
@@ -129,6 +126,7 @@ void RowList::RowsAdded() {
 void RowList::RowsReplaced() {
   const bool lost = std::exchange(selected_, kNoRow) != kNoRow;
   in_view_ = kNoRow;
+  ++replacements_;
   RowsChanged();
   if (lost) SelectionChanged();
 }

@@ -31,7 +31,11 @@ class RowList : public FontClassControl {
 
   // The operator released the left button on a row, which is selected by then.
   Event<int> RowClick;
+  // The second of two quick presses was released where the first one was clicked, on a list whose
+  // rows and selection are still those of that click. It selects nothing itself.
   Event<int> RowDoubleClick;
+  // A press that has selected a row ended without a click on it.
+  Event<> RowLeft;
   // The selected row is another one, for whatever reason.
   Event<> SelectionChanged;
 
@@ -51,6 +55,8 @@ class RowList : public FontClassControl {
   // Scrolls as little as needed to have the row in sight.
   void EnsureVisible(int row);
   int RowInView() const { return in_view_; }
+  // Counts how often the rows became other ones, for who must not take one row for another.
+  int Replacements() const { return replacements_; }
 
   // The next row at or behind `start` (around the end) whose main cell begins with the text, in any
   // case; kNoRow without one. A letter that is repeated leads to the row behind `start`.
@@ -73,6 +79,7 @@ class RowList : public FontClassControl {
   void OperatorSelected(int row);
   void OperatorClicked(int row);
   void OperatorDoubleClicked(int row);
+  void OperatorLeftRow() { RowLeft(); }
 
  protected:
   RowList(Form& parent, String name);
@@ -89,6 +96,7 @@ class RowList : public FontClassControl {
 
   int selected_ = kNoRow;
   int in_view_ = kNoRow;
+  int replacements_ = 0;
   int suspended_ = 0;
   std::set<Aspect> changed_;  // while drawing was suspended
 };

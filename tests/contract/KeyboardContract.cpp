@@ -60,6 +60,74 @@ TEST_F(KeyboardContract, AccessKeysPressButtonsAndLeadToTheFieldsOfLabels) {
   EXPECT_EQ(log, "two");
 }
 
+// The order in which handlers hear of a key, of what it types and of what it does.
+class KeyOrder : public ContractTest {
+ protected:
+  void NoteKeys(ui::Control& control) {
+    control.KeyDown = [this](int& key, int) { Note("D", key); };
+    control.KeyPress = [this](char16_t& character) { Note("P", character); };
+    // The key that closed the form before may be released here.
+    control.KeyUp = [this](int& key, int) {
+      if (key != ui::kKeyEscape) Note("U", key);
+    };
+  }
+  void Note(const char* what, int key) { log += what + std::to_string(key) + ' '; }
+};
+
+TEST_F(KeyOrder, ALetterGoesDownIsTypedChangesTheTextAndIsReleased) {
+  NoteKeys(form.txtName);
+  form.txtName.Change = [this] { log += "change "; };
+  Show([this](Hand& hand) {
+    hand.AwaitFocus(u"txtName");
+    hand.Type(u"a");
+    hand.Await([this] { return log.ends_with("U65 "); });
+    Leave(hand);
+  });
+  EXPECT_EQ(log, "D65 P97 change U65 ");
+}
+
+TEST_F(KeyOrder, AKeyTakenAsItGoesDownTypesNothing) {
+  NoteKeys(form.txtName);
+  form.txtName.KeyDown = [this](int& key, int) { Note("D", std::exchange(key, 0)); };
+  Show([this](Hand& hand) {
+    hand.AwaitFocus(u"txtName");
+    hand.Type(u"a");
+    hand.Await([this] { return log.ends_with("U65 "); });
+    Leave(hand);
+  });
+  EXPECT_EQ(log, "D65 U65 ");
+  EXPECT_EQ(form.txtName.Text(), u"");
+}
+
+TEST_F(KeyOrder, SpacePressesAButtonOnceItIsReleased) {
+  form.keyOne.TabIndex = 0;
+  NoteKeys(form.keyOne);
+  form.keyOne.Click = [this] { log += "click "; };
+  Show([this](Hand& hand) {
+    hand.AwaitFocus(u"keyOne");
+    hand.Press(ui::kKeySpace);
+    hand.Await([this] { return log.ends_with("click "); });
+    Leave(hand);
+  });
+  EXPECT_EQ(log, "D32 P32 U32 click ");
+}
+
+TEST_F(KeyboardContract, TheFocusMovesOnFromAControlThatIsDisabledOrHidden) {
+  form.txtName.LostFocus = [&] { log += "lost name "; };
+  form.txtPassword.LostFocus = [&] { log += "lost password "; };
+  form.txtPassword.KeyPress = [&](char16_t&) { form.txtPassword.Visible = false; };
+  form.txtName.KeyPress = [&](char16_t&) { form.txtName.Enabled = false; };
+  Show([&](Hand& hand) {
+    hand.AwaitFocus(u"txtName");
+    hand.Type(u"a");
+    hand.AwaitFocus(u"txtPassword");
+    hand.Type(u"b");
+    hand.AwaitFocus(u"keyOne");
+    Leave(hand);
+  });
+  EXPECT_EQ(log, "lost name lost password ");
+}
+
 TEST_F(KeyboardContract, ADisabledButtonIsNeitherPressedNorReached) {
   form.keyOne.Enabled = false;
   form.keyOne.Click = [&] { log += "one"; };

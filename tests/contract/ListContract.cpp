@@ -126,6 +126,27 @@ TEST_F(ListContract, ClicksOnRowsThatAHandlerExchangedAreNoClicks) {
   EXPECT_EQ(log, "S0S-1U");
 }
 
+TEST_F(ListContract, OtherRowsThatTheFirstClickBroughtGetNoDoubleClick) {
+  lists.lvw.RowClick = [this](int row) {
+    Note("C", row);
+    lists.lvw.SetRows({{u"dora"}, {u"emil"}, {u"fritz"}});
+  };
+  Show([this](Hand& hand) {
+    hand.DoubleClickRow(u"lvw", 1);
+    hand.Await([this] { return log.ends_with("U-1"); });
+  });
+  EXPECT_EQ(log, "S1U1C1S-1U-1");
+}
+
+TEST_F(ListContract, APressThatEndsElsewhereSelectsAndIsNoClick) {
+  lists.lvw.RowLeft = [this] { Note("L", lists.lvw.SelectedRow()); };
+  Show([this](Hand& hand) {
+    hand.PressRowAndLeave(u"lvw", 2);
+    hand.Await([this] { return log.ends_with("L2"); });
+  });
+  EXPECT_EQ(log, "S2U2L2");
+}
+
 TEST_F(ListContract, AHandlerOfAClickMayCloseTheForm) {
   lists.lvw.RowClick = [this](int row) {
     Note("C", row);

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 
+#include "Disk.h"
 #include "base/String.h"
 #include "ui/Controls.h"
 #include "ui/Platform.h"
@@ -24,6 +25,8 @@ class Hand {
   virtual void Click(StringView key) = 0;
   virtual void ClickRow(StringView list, int row) = 0;
   virtual void DoubleClickRow(StringView list, int row) = 0;
+  // Presses on a row and lets go outside the list.
+  virtual void PressRowAndLeave(StringView list, int row) = 0;
   // Clicks a button whose handler shows another form, in which the script works until it is gone.
   virtual void Open(StringView key, StringView form, const HandScript& script) = 0;
   virtual void AwaitFocus(StringView control) = 0;
@@ -35,6 +38,7 @@ class Port {
  public:
   virtual ~Port() = default;
   virtual ui::Platform& Platform() = 0;
+  virtual std::unique_ptr<Disk> MakeDisk() = 0;
   // Shows the form modally; the script works with it and must close it.
   virtual void Show(ui::Form& form, const HandScript& script) = 0;
 };

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "Person.h"
+#include "RealDisk.h"
 #include "contract/Port.h"
 #include "driver/List.h"
 #include "ports/win32/Win32Platform.h"
@@ -31,6 +32,12 @@ class RealHand final : public Hand {
   void Click(StringView key) override { person_.Click(person_.Control(window_, key)); }
   void ClickRow(StringView list, int row) override { ListNamed(list).Click(row); }
   void DoubleClickRow(StringView list, int row) override { ListNamed(list).DoubleClick(row); }
+  void PressRowAndLeave(StringView list, int row) override {
+    const drive::List rows = ListNamed(list);
+    const RECT at = rows.RowBounds(row);
+    const RECT form = drive::Window(window_).Bounds();
+    person_.DragTo({at.left + 20, (at.top + at.bottom) / 2}, {form.left + 3, form.top + 3});
+  }
   void Open(StringView key, StringView form, const HandScript& script) override {
     Click(key);
     RealHand inside(person_, form);
@@ -57,6 +64,7 @@ class RealHand final : public Hand {
 class Win32Port final : public Port {
  public:
   ui::Platform& Platform() override { return platform_; }
+  std::unique_ptr<Disk> MakeDisk() override { return std::make_unique<RealDisk>(); }
   void Show(ui::Form& form, const HandScript& script) override {
     ShowWith(form, [&](Person& person) {
       RealHand hand(person, form.Name());

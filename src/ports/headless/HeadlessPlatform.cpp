@@ -6,6 +6,7 @@
 
 #include "base/Error.h"
 #include "ports/headless/ControlPeer.h"
+#include "ports/headless/FoldCase.h"
 #include "ports/headless/TimerPeer.h"
 #include "ui/Keyboard.h"
 
@@ -50,6 +51,10 @@ void HeadlessPlatform::Advance(Milliseconds time) {
     (*next)->Fire();
   }
   now_ = std::max(now_, end);
+}
+
+char32_t HeadlessPlatform::FoldCase(char32_t character) {
+  return headless::FoldCase(character);
 }
 
 Size HeadlessPlatform::MeasureText(const Font& font, StringView text) {

@@ -62,6 +62,7 @@ class HeadlessPlatform : public ui::Platform {
   // Moves the clock on; timers of shown forms tick at their exact times, in order.
   void Advance(Milliseconds time);
 
+  char32_t FoldCase(char32_t character) override;
   Size MeasureText(const Font& font, StringView text) override;
   Twips WidestText(const Font& font, std::size_t count,
                    const std::function<StringView(std::size_t)>& text) override;
@@ -109,8 +110,15 @@ class Operator {
   // Into the focused control, character by character; a list looks rows up by what is typed.
   void Type(StringView text);
   void Press(int key, int shift = 0);  // a list that has the focus follows the arrow keys
+  // The two halves of Press, which need not both come, nor reach the same control.
+  void KeyDown(int key, int shift = 0);
+  void KeyUp(int key, int shift = 0);
   void ClickRow(StringView list, int row);
   void DoubleClickRow(StringView list, int row);
+  // Presses the left button on a row of a list that is not dragged; released anywhere else that is
+  // no click.
+  void PressRow(StringView list, int row);
+  void ReleaseElsewhere(StringView list);
   void AccessKey(char16_t character, bool alt = true);
   void MouseDown(StringView control, int button, Twips x, Twips y);
   void MouseMove(StringView control, int button, Twips x, Twips y);
@@ -126,15 +134,20 @@ class Operator {
   // The control that hears of keys; null when nothing does.
   ui::Control* UsableFocus() const;
   void PressFocused(int key, int shift);
-  // Presses and releases the left button on a row; null when that closes the form or leaves
-  // another row selected.
-  ui::RowList* PressRow(StringView list, int row);
+  ui::RowList& RowsWith(StringView list, int row);
+  // False when that closes the form or puts other rows in place.
+  bool PressOn(ui::RowList& list);
+  // False when that closes the form, puts other rows in place or selects another one.
+  bool Release(ui::RowList& list, int row);
   static void MoveSelection(ui::RowList& list, int key);
-  void LookUp(ui::RowList& list, StringView beginning) const;
-  static void TypeCharacter(ui::EditBox& box, char16_t character);
+  void LookUp(ui::RowList& list, StringView beginning);
+  // Tells the focused control of a key and its character; false when a handler takes it.
+  bool HearsOf(char16_t& character);
+  void TypeCharacter(char16_t character);
 
   HeadlessPlatform& platform_;
   ui::Form& form_;
+  const ui::Control* space_down_ = nullptr;  // the button that Space holds down
 };
 
 }  // namespace krx::headless

@@ -1,10 +1,23 @@
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include "ports/headless/HeadlessPlatform.h"
 #include "ui/Keyboard.h"
 
 namespace krx::headless {
+
+namespace {
+
+// The key of a character; 0 for those that no key of every keyboard has.
+int KeyOf(char16_t character) {
+  if (character >= u'a' && character <= u'z') return character - u'a' + u'A';
+  const bool plain = character == u' ' || (character >= u'0' && character <= u'9') ||
+                     (character >= u'A' && character <= u'Z');
+  return plain ? character : 0;
+}
+
+}  // namespace
 
 ui::Control& Operator::Find(StringView name) {
   auto* const control = dynamic_cast<ui::Control*>(form_.Find(name));
@@ -35,29 +48,54 @@ void Operator::Type(StringView text) {
   ui::Control* const focused = form_.ActiveControl();
   if (focused && focused->Kind() == ui::Kind::RowList)
     return LookUp(static_cast<ui::RowList&>(*focused), text);
-  for (const char16_t character : text) {
-    NeedOpenForm();
-    auto* const box = dynamic_cast<ui::EditBox*>(form_.ActiveControl());
-    if (!box) throw std::logic_error("nothing takes text");
-    TypeCharacter(*box, character);
-  }
+  for (const char16_t character : text)
+    TypeCharacter(character);
 }
 
-void Operator::TypeCharacter(ui::EditBox& box, char16_t character) {
-  box.KeyPress(character);
-  if (character < u' ' || box.Locked()) return;
-  const int start = box.SelStart();
-  const auto length = static_cast<std::size_t>(box.SelLength());
-  box.SelStart = start + 1;
-  box.SelLength = 0;
-  box.Edited(static_cast<std::size_t>(start), length, StringView(&character, 1));
+// Handlers hear of the key going down, of its character, and of its release.
+bool Operator::HearsOf(char16_t& character) {
+  NeedOpenForm();
+  ui::Control& focused = *form_.ActiveControl();
+  int key = KeyOf(character);
+  const bool known = key != 0;
+  if (known) focused.KeyDown(key, 0);
+  if ((known && key == 0) || !form_.Visible()) return false;
+  focused.KeyPress(character);
+  return character != 0 && form_.Visible();
+}
+
+void Operator::TypeCharacter(char16_t character) {
+  NeedOpenForm();
+  auto* const box = dynamic_cast<ui::EditBox*>(form_.ActiveControl());
+  if (!box) throw std::logic_error("nothing takes text");
+  const int key = KeyOf(character);
+  if (HearsOf(character) && character >= u' ' && !box->Locked()) {
+    const int start = box->SelStart();
+    const auto length = static_cast<std::size_t>(box->SelLength());
+    box->SelStart = start + 1;
+    box->SelLength = 0;
+    box->Edited(static_cast<std::size_t>(start), length, StringView(&character, 1));
+  }
+  if (key != 0) KeyUp(key);
+}
+
+void Operator::Press(int key, int shift) {
+  KeyDown(key, shift);
+  KeyUp(key, shift);
+}
+
+void Operator::KeyDown(int key, int shift) {
+  NeedOpenForm();
+  if (!ui::DispatchKey(form_, key, shift)) PressFocused(key, shift);
 }
 
 // The release goes to whichever control has the focus by then.
-void Operator::Press(int key, int shift) {
-  NeedOpenForm();
-  if (!ui::DispatchKey(form_, key, shift)) PressFocused(key, shift);
-  if (ui::Control* const focused = UsableFocus()) focused->KeyUp(key, shift);
+void Operator::KeyUp(int key, int shift) {
+  ui::Control* const focused = UsableFocus();
+  const bool pressed = key == ui::kKeySpace && std::exchange(space_down_, nullptr) == focused;
+  if (!focused) return;
+  focused->KeyUp(key, shift);
+  if (pressed && UsableFocus() == focused) static_cast<ui::KRXKey*>(focused)->Click();
 }
 
 ui::Control* Operator::UsableFocus() const {
@@ -69,9 +107,10 @@ void Operator::PressFocused(int key, int shift) {
   ui::Control* const focused = UsableFocus();
   if (!focused) return;
   focused->KeyDown(key, shift);
-  const bool pressed = key == ui::kKeySpace && focused->Kind() == ui::Kind::Key;
-  if (pressed) {
-    static_cast<ui::KRXKey*>(focused)->Click();
+  if (key == ui::kKeySpace && focused->Kind() == ui::Kind::Key) {
+    char16_t character = u' ';
+    focused->KeyPress(character);
+    space_down_ = focused;
   } else if (key == ui::kKeyEnter) {
     char16_t character = ui::kKeyEnter;
     focused->KeyPress(character);
@@ -101,38 +140,64 @@ void Operator::MoveSelection(ui::RowList& list, int key) {
 }
 
 // The first letter looks behind the selected row, every further one at it.
-void Operator::LookUp(ui::RowList& list, StringView beginning) const {
+void Operator::LookUp(ui::RowList& list, StringView beginning) {
   for (std::size_t length = 1; length <= beginning.size(); ++length) {
-    NeedOpenForm();
     char16_t character = beginning[length - 1];
-    list.KeyPress(character);
-    if (character == 0) continue;
-    const int start = list.SelectedRow() + (length == 1 ? 1 : 0);
-    const int row = list.FindRow(beginning.substr(0, length), start);
-    if (row != ui::RowList::kNoRow) list.OperatorSelected(row);
+    const int key = KeyOf(character);
+    if (HearsOf(character)) {
+      const int start = list.SelectedRow() + (length == 1 ? 1 : 0);
+      const int row = list.FindRow(beginning.substr(0, length), start);
+      if (row != ui::RowList::kNoRow) list.OperatorSelected(row);
+    }
+    if (key != 0) KeyUp(key);
   }
 }
 
-ui::RowList* Operator::PressRow(StringView list, int row) {
+ui::RowList& Operator::RowsWith(StringView list, int row) {
   auto& rows = dynamic_cast<ui::RowList&>(Reachable(list));
   if (row < 0 || row >= rows.RowCount()) throw std::logic_error("no such row in " + ToUtf8(list));
-  rows.MouseDown(ui::kLeftButton, 0, 0, 0);
-  if (!form_.Visible()) return nullptr;
-  rows.SetFocus();
-  rows.OperatorSelected(row);
+  return rows;
+}
+
+bool Operator::PressOn(ui::RowList& list) {
+  const int rows = list.Replacements();
+  list.MouseDown(ui::kLeftButton, 0, 0, 0);
+  if (form_.Visible()) list.SetFocus();
+  return form_.Visible() && list.Replacements() == rows;
+}
+
+bool Operator::Release(ui::RowList& list, int row) {
+  const int rows = list.Replacements();
+  list.MouseUp(ui::kLeftButton, 0, 0, 0);
+  return form_.Visible() && list.Replacements() == rows && list.SelectedRow() == row;
+}
+
+void Operator::PressRow(StringView list, int row) {
+  ui::RowList& rows = RowsWith(list, row);
+  if (PressOn(rows)) rows.OperatorSelected(row);
+}
+
+void Operator::ReleaseElsewhere(StringView list) {
+  auto& rows = dynamic_cast<ui::RowList&>(Reachable(list));
   rows.MouseUp(ui::kLeftButton, 0, 0, 0);
-  return form_.Visible() && rows.SelectedRow() == row ? &rows : nullptr;
+  if (form_.Visible()) rows.OperatorLeftRow();
 }
 
 void Operator::ClickRow(StringView list, int row) {
-  if (ui::RowList* const rows = PressRow(list, row)) rows->OperatorClicked(row);
+  ui::RowList& rows = RowsWith(list, row);
+  if (!PressOn(rows)) return;
+  rows.OperatorSelected(row);
+  if (Release(rows, row)) rows.OperatorClicked(row);
 }
 
+// The second press belongs to the row of the first, whatever lies under it by then.
 void Operator::DoubleClickRow(StringView list, int row) {
+  const int rows = RowsWith(list, row).Replacements();
   ClickRow(list, row);
-  // The first click may have changed the rows or closed the form; then the second one hits nothing.
-  if (!form_.Visible() || row >= Get<ui::RowList>(list).RowCount()) return;
-  if (ui::RowList* const rows = PressRow(list, row)) rows->OperatorDoubleClicked(row);
+  if (!form_.Visible()) return;
+  auto& again = Get<ui::RowList>(list);
+  const bool clicked = PressOn(again) && Release(again, row);
+  if (clicked && again.Replacements() == rows) again.OperatorDoubleClicked(row);
 }
 
 void Operator::AccessKey(char16_t character, bool alt) {

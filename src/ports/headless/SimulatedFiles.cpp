@@ -4,7 +4,8 @@
 #include <stdexcept>
 
 #include "base/Error.h"
-#include "ui/Keyboard.h"
+#include "ports/headless/FoldCase.h"
+#include "ui/FolderPath.h"
 
 namespace krx::headless {
 
@@ -12,7 +13,7 @@ namespace {
 
 bool SameName(StringView a, StringView b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char16_t x, char16_t y) { return ui::FoldCase(x) == ui::FoldCase(y); });
+                    [](char16_t x, char16_t y) { return FoldCase(x) == FoldCase(y); });
 }
 
 template <class Named>
@@ -96,18 +97,19 @@ SimulatedFiles::Volume& SimulatedFiles::AddVolume(ui::Drive drive, bool ready, S
   return volumes_.emplace_back(Volume{std::move(drive), std::move(label), ready, NewFolder()});
 }
 
+// As the machine does, relative paths, slashes and dots are taken for what they mean.
 SimulatedFiles::Place SimulatedFiles::Find(StringView path) {
   Place place;
-  String root;
-  if (path.size() >= 2 && path[1] == u':') {
-    root = path.substr(0, 2);
-    place.Names = Split(path.substr(2));
-  } else if (path.starts_with(u"\\\\")) {
-    place.Names = Split(path);
-    if (place.Names.size() < 2) return {};
-    root = u"\\\\" + place.Names[0] + u"\\" + place.Names[1];
-    place.Names.erase(place.Names.begin(), place.Names.begin() + 2);
+  String full;
+  try {
+    full = ui::FullPath(path, [this] { return CurrentFolder; });
+  } catch (const Error&) {
+    return {};
   }
+  place.Named = true;
+  const std::size_t end = full.starts_with(u"\\\\") ? ui::RootLength(full) : 2;
+  const StringView root = StringView(full).substr(0, end);
+  place.Names = Split(StringView(full).substr(end));
   const auto found = std::find_if(volumes_.begin(), volumes_.end(), [&](const Volume& volume) {
     return SameName(volume.Drive.Path, root);
   });
@@ -169,6 +171,10 @@ void SimulatedFiles::AddFile(StringView path) {
   Make(place).Files.push_back(name);
 }
 
+void SimulatedFiles::AddShare(StringView share, StringView target) {
+  AddVolume({String(share), ui::DriveType::Network}, true, {}).Root = FolderAt(Find(target));
+}
+
 void SimulatedFiles::AddLink(StringView path, StringView target) {
   Place place = Find(path);
   const String name = place.Names.back();
@@ -200,7 +206,8 @@ std::vector<ui::Drive> SimulatedFiles::Drives() {
 
 bool SimulatedFiles::DriveExists(StringView path) {
   Call("DriveExists", path);
-  return Find(path).On != nullptr;
+  const bool has_root = path.starts_with(u"\\\\") || (path.size() >= 2 && path[1] == u':');
+  return has_root && Find(path).On != nullptr;
 }
 
 bool SimulatedFiles::DriveReady(StringView drive) {
@@ -239,6 +246,7 @@ bool SimulatedFiles::FileExists(StringView path) {
 std::unique_ptr<ui::FolderReader> SimulatedFiles::ReadFolder(StringView path) {
   Call("ReadFolder", path);
   const Place place = Find(path);
+  if (!place.Named) throw RuntimeError(76, u"Path not found");
   if (!place.On || !place.On->Ready) throw RuntimeError(68, u"Device unavailable");
   const Folder* const folder = FolderAt(place);
   if (!folder) throw RuntimeError(76, u"Path not found");

@@ -31,6 +31,8 @@ class SimulatedFiles : public ui::FileSystem {
   // Makes the folders on the way, also a share ("\\server\share").
   void AddFolder(StringView path);
   void AddFile(StringView path);
+  // The root of the share ("\\server\share") holds what `target` holds, which exists.
+  void AddShare(StringView share, StringView target);
   // The folder `path` holds what `target` holds, which exists.
   void AddLink(StringView path, StringView target);
   void Remove(StringView path);
@@ -62,6 +64,7 @@ class SimulatedFiles : public ui::FileSystem {
   };
   // A path taken apart: its volume (none: there is none) and the names below it.
   struct Place {
+    bool Named = false;  // it can be the path of something
     Volume* On = nullptr;
     std::vector<String> Names;
   };

@@ -5,6 +5,12 @@
 
 namespace krx::win32 {
 
+namespace {
+
+constexpr WPARAM kControlA = 0x01;  // what the Control key makes of the letter
+
+}  // namespace
+
 EditBoxPeer::EditBoxPeer(Toolkit& toolkit, FormPeer& form, ui::EditBox& box)
     : ControlPeer(toolkit, form, box), box_(box) {}
 
@@ -58,6 +64,12 @@ LRESULT EditBoxPeer::FromParent(UINT message, WPARAM w, LPARAM l) {
 LRESULT EditBoxPeer::Handle(UINT message, WPARAM w, LPARAM l) {
   // One line of input has no use for these; the system's edit control would beep.
   if (message == WM_CHAR && (w == VK_RETURN || w == VK_ESCAPE || w == VK_TAB)) return 0;
+  // Not every version of it knows this key.
+  if (message == WM_CHAR && w == kControlA) {
+    Default(EM_SETSEL, 0, -1);
+    AdoptSelection();
+    return 0;
+  }
   const LRESULT result = ControlPeer::Handle(message, w, l);
   switch (message) {
     case WM_KEYDOWN:

@@ -1,5 +1,6 @@
 #include "ports/win32/Win32Platform.h"
 
+#include <array>
 #include <exception>
 
 #include "ports/win32/ModalLoop.h"
@@ -12,6 +13,24 @@ namespace {
 
 constexpr int kInputPadding = 2;  // pixels at 96 dpi, between text and border of an input box
 
+constexpr char32_t kDottedI = 0x130;
+constexpr char32_t kDotlessI = 0x131;
+
+// A character in another case; itself where the system knows none.
+char32_t MappedCase(char32_t character, DWORD mapping) {
+  const bool pair = character >= 0x10000;
+  const char32_t rest = character - 0x10000;
+  const std::array<wchar_t, 2> from{static_cast<wchar_t>(pair ? 0xD800 + (rest >> 10) : character),
+                                    static_cast<wchar_t>(0xDC00 + (rest & 0x3FF))};
+  std::array<wchar_t, 2> to{};
+  const int units = pair ? 2 : 1;
+  if (LCMapStringEx(LOCALE_NAME_INVARIANT, mapping | LCMAP_LINGUISTIC_CASING, from.data(), units,
+                    to.data(), units, nullptr, nullptr, 0) != units)
+    return character;
+  if (!pair) return to[0];
+  return 0x10000 + ((to[0] & 0x3FFu) << 10) + (to[1] & 0x3FFu);
+}
+
 Error WindowLost(const String& name) {
   return Error(static_cast<std::uint32_t>(HRESULT_FROM_WIN32(ERROR_INVALID_WINDOW_HANDLE)),
                u"The window of " + name + u" has been destroyed");
@@ -22,6 +41,13 @@ Error WindowLost(const String& name) {
 Win32Platform::Win32Platform() : toolkit_(std::make_unique<Toolkit>()) {}
 
 Win32Platform::~Win32Platform() = default;
+
+// Lower case of the upper case: letters with two lower-case forms, such as the final sigma, come
+// out the same. The two letters of Turkish alone belong to no other letter.
+char32_t Win32Platform::FoldCase(char32_t character) {
+  if (character == kDotlessI || character == kDottedI) return character;
+  return MappedCase(MappedCase(character, LCMAP_UPPERCASE), LCMAP_LOWERCASE);
+}
 
 Size Win32Platform::MeasureText(const Font& font, StringView text) {
   const DpiScope scope;

@@ -15,6 +15,7 @@ class Win32Platform : public ui::Platform {
   Win32Platform();
   ~Win32Platform() override;
 
+  char32_t FoldCase(char32_t character) override;
   Size MeasureText(const Font& font, StringView text) override;
   Twips WidestText(const Font& font, std::size_t count,
                    const std::function<StringView(std::size_t)>& text) override;

@@ -49,6 +49,39 @@ TEST(FolderPathTest, EveryPathHasOneNormalForm) {
     EXPECT_EQ(ToUtf8(FullPath(c.Given, files)), ToUtf8(c.Full)) << ToUtf8(c.Given);
 }
 
+TEST(FolderPathTest, ARelativePathOfTheCurrentDriveBeginsAtTheCurrentDirectory) {
+  headless::SimulatedFiles files;
+  files.CurrentFolder = u"C:\\Plant\\One";
+  EXPECT_EQ(FullPath(u"C:Data", files), u"C:\\Plant\\One\\Data");
+  EXPECT_EQ(FullPath(u"c:..\\Two", files), u"c:\\Plant\\Two");
+  EXPECT_EQ(FullPath(u"C:\\Data", files), u"C:\\Data");
+}
+
+TEST(FolderPathTest, AWholePathStaysAsItIsWritten) {
+  headless::SimulatedFiles files;
+  for (const StringView path : {u"", u"C:", u"d:", u"c:\\data\\", u"C:\\\\Data",
+                                u"\\\\server\\share", u"\\\\server\\share\\a\\", u"\\\\server"})
+    EXPECT_EQ(ToUtf8(ui::WholePath(path, files)), ToUtf8(path));
+}
+
+TEST(FolderPathTest, WhateverElseIsPassedIsMadeAWholePath) {
+  headless::SimulatedFiles files;
+  files.CurrentFolder = u"C:\\Plant\\One";
+  const Case cases[] = {
+      {u"C:/bar/Data", u"C:\\bar\\Data"},
+      {u".", u"C:\\Plant\\One"},
+      {u"..", u"C:\\Plant"},
+      {u"Data", u"C:\\Plant\\One\\Data"},
+      {u"C:Data", u"C:\\Plant\\One\\Data"},
+      {u"D:Data", u"D:\\Data"},
+      {u"\\Data", u"C:\\Data"},
+      {u"C:\\Data\\..\\Logs", u"C:\\Logs"},
+      {u"//server/share/a", u"\\\\server\\share\\a"},
+  };
+  for (const Case& c : cases)
+    EXPECT_EQ(ToUtf8(ui::WholePath(c.Given, files)), ToUtf8(c.Full)) << ToUtf8(c.Given);
+}
+
 TEST(FolderPathTest, ARootOfTheCurrentShareIsTheShare) {
   headless::SimulatedFiles files;
   files.CurrentFolder = u"\\\\server\\share\\Plant";

@@ -53,6 +53,78 @@ TEST_F(TouchDirectory, AStartDirectoryBelowTheRootIsHighlightedInIt) {
   });
 }
 
+// Clients write paths as they come to hand; what is shown is a path of the system.
+TEST_F(TouchDirectory, AStartDirectoryIsMadeAWholePathBeforeItIsUsed) {
+  machine.CurrentFolder = u"C:\\Data\\Logs";
+  for (const StringView start : {u"C:/Data/Logs", u".", u"..\\Logs", u"C:.", u"\\Data\\Logs"}) {
+    SelectDirectory(String(start), [&](Operator& op) {
+      EXPECT_EQ(Path(op), u"C:\\Data") << ToUtf8(start);
+      EXPECT_EQ(Selected(op), u"Logs") << ToUtf8(start);
+      EXPECT_EQ(Depth(op), 1) << ToUtf8(start);
+      EXPECT_EQ(dynamic_cast<files::FDirectorySelectTouch&>(op.Form()).StartDirectory, start);
+      Cancel(op);
+    });
+  }
+  EXPECT_THAT(platform.Boxes, ElementsAre());
+}
+
+TEST_F(TouchDirectory, ARelativeNameWithoutAnyBackslashIsFound) {
+  machine.CurrentFolder = u"C:\\";
+  SelectDirectory(u"Data", [](Operator& op) {
+    EXPECT_EQ(Path(op), u"C:");
+    EXPECT_EQ(Selected(op), u"Data");
+    Cancel(op);
+  });
+}
+
+TEST_F(TouchDirectory, TheRootOfAShareIsARoot) {
+  machine.AddFolder(u"\\\\server\\share\\Recipes\\Old");
+  machine.AddFolder(u"\\\\server\\share\\Trends");
+  EXPECT_EQ(SelectDirectory(u"\\\\server\\share",
+                            [](Operator& op) {
+                              EXPECT_THAT(Rows(op), ElementsAre(" +|Recipes", "|Trends"));
+                              EXPECT_EQ(Path(op), u"\\\\server\\share");
+                              EXPECT_EQ(Depth(op), 0);
+                              Open(op, u"Recipes");
+                              EXPECT_THAT(Rows(op), ElementsAre("|..", "|Old"));
+                              EXPECT_EQ(Depth(op), 1);
+                              Touch(op, u"Old");
+                              EXPECT_EQ(Path(op), u"\\\\server\\share\\Recipes\\Old");
+                              Open(op, u"..");
+                              EXPECT_EQ(Path(op), u"\\\\server\\share");
+                              EXPECT_EQ(Depth(op), 0);
+                              EXPECT_THAT(Rows(op), ElementsAre(" +|Recipes", "|Trends"));
+                              Touch(op, u"Trends");
+                              op.Click(u"keyOK");
+                            }),
+            u"\\\\server\\share\\Trends");
+}
+
+TEST_F(TouchDirectory, AFolderOfAShareIsHighlightedInTheFolderAbove) {
+  machine.AddFolder(u"\\\\server\\share\\Recipes\\Old");
+  SelectDirectory(u"\\\\server\\share\\Recipes", [](Operator& op) {
+    EXPECT_EQ(Path(op), u"\\\\server\\share");
+    EXPECT_THAT(Rows(op), ElementsAre(" +|Recipes"));
+    EXPECT_EQ(Selected(op), u"Recipes");
+    EXPECT_EQ(Depth(op), 0);
+    Cancel(op);
+  });
+  SelectDirectory(u"\\\\server\\share\\Recipes\\Old", [](Operator& op) {
+    EXPECT_THAT(Rows(op), ElementsAre("|..", "|Old"));
+    EXPECT_EQ(Depth(op), 1);
+    Cancel(op);
+  });
+}
+
+TEST_F(TouchDirectory, ATitleThatIsAReferenceIsResolved) {
+  const auto title = [](Operator& op) {
+    EXPECT_EQ(op.Get<ui::KRXIndex>(u"idxCaption").Text(), u"Plant");
+    Cancel(op);
+  };
+  SelectDirectory(u"C:", title, u"@Plant");
+  OpenFile({{}, u"C:", {}, true, u"@Plant"}, title);
+}
+
 TEST_F(TouchDirectory, AStartDirectoryThatDoesNotExistLeavesTheRootOfItsDrive) {
   SelectDirectory(u"D:\\Nothing\\Here", [](Operator& op) {
     EXPECT_EQ(op.Get<ui::KRXComboBox>(u"cboDrives").Text(), u"D:");

@@ -131,6 +131,28 @@ TEST_F(TouchFailures, ReportsBearTheProceduresName) {
   }
 }
 
+// Whatever a procedure fails with, the operator gets its box and the dialog stays.
+TEST_F(TouchFailures, FailuresOfEveryKindAreReported) {
+  struct Kind {
+    std::function<void()> Fail;
+    String Text;
+  };
+  const Kind kinds[] = {{[] { throw std::bad_alloc(); }, u"7: Out of memory"},
+                        {[] { throw std::out_of_range("far"); }, u"51: Internal error: far"},
+                        {[] { throw 1; }, u"51: Internal error"}};
+  for (const Kind& kind : kinds) {
+    platform.Boxes.clear();
+    machine.OnCall = [&](const std::string& call) {
+      if (call.starts_with("Drives(") || call.starts_with("ReadFolder(")) kind.Fail();
+    };
+    SelectDirectory(u"C:\\Data", [](Operator& op) { op.Click(u"keyCancel"); });
+    EXPECT_THAT(platform.Boxes, ::testing::ElementsAre(Box{kind.Text, 0, u"GetDrives"}));
+    platform.Boxes.clear();
+    OpenFile({{}, u"C:\\Data", {}, true, {}}, [](Operator& op) { op.Click(u"keyCancel"); });
+    EXPECT_THAT(platform.Boxes, ::testing::ElementsAre(Box{kind.Text, 0, u"GetDrives"}));
+  }
+}
+
 TEST_F(TouchFailures, ListingFoldersFailsSilentlyInTheDirectoryDialog) {
   SelectDirectory(u"C:\\Data\\Logs", [this](Operator& op) {
     machine.Remove(u"C:\\Data\\Zeta");

@@ -20,6 +20,10 @@ class ScriptedHand final : public Hand {
   void Click(StringView key) override { op_.Click(key); }
   void ClickRow(StringView list, int row) override { op_.ClickRow(list, row); }
   void DoubleClickRow(StringView list, int row) override { op_.DoubleClickRow(list, row); }
+  void PressRowAndLeave(StringView list, int row) override {
+    op_.PressRow(list, row);
+    op_.ReleaseElsewhere(list);
+  }
   void Open(StringView key, StringView form, const HandScript& script) override {
     Expect(platform_, form, script);
     op_.Click(key);
@@ -44,10 +48,40 @@ class ScriptedHand final : public Hand {
   Operator& op_;
 };
 
+// A folder of the simulated machine.
+class SimulatedDisk final : public Disk {
+ public:
+  explicit SimulatedDisk(headless::SimulatedFiles& machine) : machine_(machine) {
+    machine_.AddFolder(Path());
+  }
+
+  String Path() const override { return u"C:\\Tests\\Folder"; }
+  void AddFolder(StringView name) override { machine_.AddFolder(PathOf(name)); }
+  void AddFile(StringView name) override { machine_.AddFile(PathOf(name)); }
+  void Remove(StringView name) override { machine_.Remove(PathOf(name)); }
+  void SetCurrent(const String& path) override { machine_.CurrentFolder = path; }
+  String Share() override {
+    const StringView share = u"\\\\server\\share";
+    machine_.AddShare(share, Path());
+    return String(share);
+  }
+  String DriveWithoutMedium() override {
+    machine_.AddDrive(u"Q:", ui::DriveType::Removable, false);
+    return u"Q:";
+  }
+  String MissingDrive() override { return u"X:"; }
+
+ private:
+  headless::SimulatedFiles& machine_;
+};
+
 class HeadlessPort final : public Port {
  public:
   ~HeadlessPort() override { EXPECT_TRUE(platform_.Complaints().empty()); }
   ui::Platform& Platform() override { return platform_; }
+  std::unique_ptr<Disk> MakeDisk() override {
+    return std::make_unique<SimulatedDisk>(platform_.Machine);
+  }
   void Show(ui::Form& form, const HandScript& script) override {
     ScriptedHand::Expect(platform_, form.Name(), script);
     form.ShowModal();

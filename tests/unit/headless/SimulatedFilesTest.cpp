@@ -71,7 +71,7 @@ TEST_F(SimulatedMachine, RefusesAsTheSystemDoes) {
   EXPECT_EQ(Refusal(u"C:\\Data\\Logs"), 70u);
   EXPECT_EQ(Refusal(u"A:"), 68u);
   EXPECT_EQ(Refusal(u"Q:\\x"), 68u);
-  EXPECT_EQ(Refusal(u"nonsense"), 68u);
+  EXPECT_EQ(Refusal(u"nonsense"), 76u);
   EXPECT_TRUE(machine.FolderExists(u"C:\\Data\\Logs"));
 }
 

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "base/Error.h"
+#include "ports/headless/HeadlessPlatform.h"
 #include "runtime/core/TextTable.h"
 #include "ui/Control.h"
 
@@ -141,6 +142,7 @@ class RuntimeTextsTest : public testing::TestWithParam<const char*> {
   }
 
   TextTable table_ = Load(GetParam());
+  headless::HeadlessPlatform platform_;
 };
 
 TEST_P(RuntimeTextsTest, HoldEveryKeyOfTheDialogsAndNoOther) {
@@ -157,7 +159,7 @@ TEST_P(RuntimeTextsTest, HaveNoAccessKeyTwiceInOneView) {
   for (const View& view : kViews) {
     std::map<char16_t, String> taken;
     for (const String& key : view.Keys) {
-      const char16_t access_key = ui::AccessKeyOf(Text(key, view.Group));
+      const char16_t access_key = platform_.Folding()(ui::AccessKeyOf(Text(key, view.Group)));
       if (access_key == 0) continue;
       const auto [other, free] = taken.emplace(access_key, key);
       EXPECT_TRUE(free) << view.Name << ": " << ToUtf8(key) << " and " << ToUtf8(other->second);

@@ -41,10 +41,10 @@ TEST(Caption, IsShownWithoutItsAccessKeyMark) {
   EXPECT_EQ(ui::WithoutAccessKey(u""), u"");
 }
 
-TEST(Caption, AccessKeyIsTheFirstMarkedCharacterInLowerCase) {
-  EXPECT_EQ(ui::AccessKeyOf(u"&Yes"), u'y');
-  EXPECT_EQ(ui::AccessKeyOf(u"a && &B &C"), u'b');
-  EXPECT_EQ(ui::AccessKeyOf(u"&\u00C4ndern"), u'\u00E4');
+TEST(Caption, AccessKeyIsTheFirstMarkedCharacter) {
+  EXPECT_EQ(ui::AccessKeyOf(u"&Yes"), u'Y');
+  EXPECT_EQ(ui::AccessKeyOf(u"a && &B &C"), u'B');
+  EXPECT_EQ(ui::AccessKeyOf(u"&\u00C4ndern"), u'\u00C4');
   EXPECT_EQ(ui::AccessKeyOf(u"&1"), u'1');
 }
 

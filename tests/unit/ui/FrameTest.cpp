@@ -15,7 +15,7 @@ TEST_F(Frames, ShowTheirCaptionWithoutTheMark) {
   EXPECT_EQ(fra.AccessKey(), u'\0');
   fra.Caption = u"&User && class";
   EXPECT_EQ(fra.DisplayedText(), u"User & class");
-  EXPECT_EQ(fra.AccessKey(), u'u');
+  EXPECT_EQ(fra.AccessKey(), u'U');
 }
 
 TEST_F(Frames, TakeNoInput) {

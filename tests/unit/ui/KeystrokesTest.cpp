@@ -93,19 +93,4 @@ TEST(Keystrokes, EndlessNestingIsMalformedAndNoOverflow) {
   EXPECT_EQ(test::StatusOf([&] { ParseKeystrokes(shifts); }), kMalformed);
 }
 
-TEST(FoldCase, LowersLatinGreekAndCyrillicLetters) {
-  EXPECT_EQ(FoldCase(u'A'), u'a');
-  EXPECT_EQ(FoldCase(u'Z'), u'z');
-  EXPECT_EQ(FoldCase(u'\u00DC'), u'\u00FC');
-  EXPECT_EQ(FoldCase(u'\u0160'), u'\u0161');
-  EXPECT_EQ(FoldCase(u'\u03A9'), u'\u03C9');
-  EXPECT_EQ(FoldCase(u'\u0416'), u'\u0436');
-  EXPECT_EQ(FoldCase(u'\u0401'), u'\u0451');
-}
-
-TEST(FoldCase, LeavesTheRestAlone) {
-  for (const char16_t c : {u'a', u'1', u'@', u'[', u'\u00D7', u'\u00DF', u'\u00FC', u'\u4E00'})
-    EXPECT_EQ(FoldCase(c), c);
-}
-
 }  // namespace krx::ui
