@@ -84,14 +84,13 @@ DWORD Client::Finish(Milliseconds limit) {
   return code;
 }
 
-ScriptFile::ScriptFile(const std::string& text) {
+ScriptFile::ScriptFile(const std::string& text, const wchar_t* extension) {
   std::array<wchar_t, MAX_PATH> folder{};
   std::array<wchar_t, MAX_PATH> file{};
   GetTempPathW(folder.size(), folder.data());
   GetTempFileNameW(folder.data(), L"krx", 0, file.data());
   std::filesystem::remove(file.data());
-  // The script host takes the language from the file's extension.
-  path_ = std::wstring(file.data()) + L".vbs";
+  path_ = std::wstring(file.data()) + extension;
   std::ofstream(path_, std::ios::binary) << text;
 }
 

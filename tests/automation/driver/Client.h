@@ -40,10 +40,11 @@ class Client {
   std::jthread reader_;
 };
 
-// A script for the system's script host, in a file of its own as long as the object lives.
+// A script for the system's script host, in a file of its own as long as the object lives. The host
+// takes the language from the file's extension.
 class ScriptFile {
  public:
-  explicit ScriptFile(const std::string& text);
+  explicit ScriptFile(const std::string& text, const wchar_t* extension = L".vbs");
   ~ScriptFile();
   ScriptFile(const ScriptFile&) = delete;
   ScriptFile& operator=(const ScriptFile&) = delete;

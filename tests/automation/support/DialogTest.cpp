@@ -14,8 +14,8 @@ void DialogTest::TearDown() {
       << "a dialog outlives its client";
 }
 
-void DialogTest::RunPlainScript(const std::string& text) {
-  script_.emplace(text);
+void DialogTest::RunPlainScript(const std::string& text, const wchar_t* extension) {
+  script_.emplace(text, extension);
   RunCommand(script_->Command());
 }
 

@@ -28,7 +28,7 @@ class DialogTest : public ::testing::Test {
   void RunProgram(const std::string& arguments);
   void RunCommand(const std::wstring& command_line);
   // Starts a script as it stands.
-  void RunPlainScript(const std::string& text);
+  void RunPlainScript(const std::string& text, const wchar_t* extension = L".vbs");
 
   // The next message box of the client, active and with its focus set.
   Window NextBox();
