@@ -60,9 +60,19 @@ bool Covered(const Window& control, const Window& dialog) {
   return GetAncestor(WindowFromPoint(control.Centre()), GA_ROOT) != dialog.Handle();
 }
 
+// The system's message box may lie behind whatever the monkey has clicked on, where no key reaches
+// it.
+void GiveUpBox(const Window& box) {
+  const auto parts = box.Descendants();
+  const auto button = std::find_if(parts.begin(), parts.end(),
+                                   [](const Window& part) { return KindOf(part) == L"Button"; });
+  if (button == parts.end() || Covered(*button, box)) return PressKey(VK_RETURN);
+  button->Click();
+}
+
 // As an operator does: nothing but the close key where there is no Cancel.
 void GiveUp(const Window& dialog) {
-  if (dialog.Name().empty()) return PressKey(VK_RETURN);
+  if (dialog.Name().empty()) return GiveUpBox(dialog);
   for (const wchar_t* const name : {L"keyCancel", L"keyClose"}) {
     const auto key = dialog.Find(name);
     if (!key || !key->Visible() || !key->Enabled()) continue;
