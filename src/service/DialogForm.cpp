@@ -32,8 +32,7 @@ DialogForm::DialogForm(Apartment& apartment, String name, std::int32_t text_grou
   Paint = [this] { PaintStep(); };
   idxCaption.MouseDown = [this](int button, int, Twips x, Twips y) {
     if (button != ui::kLeftButton) return;
-    drag_x_ = x;
-    drag_y_ = y;
+    drag_from_ = Point{x, y};
   };
   idxCaption.MouseMove = [this](int button, int, Twips x, Twips y) {
     CaptionMouseMove(button, x, y);
@@ -41,6 +40,9 @@ DialogForm::DialogForm(Apartment& apartment, String name, std::int32_t text_grou
 }
 
 String DialogForm::Text(StringView key) {
+  idxCaption.MouseUp = [this](int button, int, Twips, Twips) {
+    if (button == ui::kLeftButton) drag_from_.reset();
+  };
   return Texts().GetText(key, text_group_);
 }
 
@@ -98,8 +100,10 @@ void DialogForm::PlaceCaption() {
 }
 
 void DialogForm::CaptionMouseMove(int button, Twips x, Twips y) {
-  if (button != ui::kLeftButton) return;
-  Move(Left() + x - drag_x_, Top() + y - drag_y_);
+  // A release that went elsewhere shows in the next movement without the button.
+  if ((button & ui::kLeftButton) == 0) drag_from_.reset();
+  if (button != ui::kLeftButton || !drag_from_) return;
+  Move(Left() + x - drag_from_->X, Top() + y - drag_from_->Y);
 }
 
 void DialogForm::PaintStep() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "service/Apartment.h"
 #include "ui/Controls.h"
@@ -56,8 +57,11 @@ class DialogForm : public ui::Form {
   const std::int32_t text_group_;
   std::unique_ptr<host::TextService> texts_;
   std::unique_ptr<host::FontService> fonts_;
-  Twips drag_x_ = 0;
-  Twips drag_y_ = 0;
+  struct Point {
+    Twips X;
+    Twips Y;
+  };
+  std::optional<Point> drag_from_;  // in the caption line, while it is pressed
 };
 
 }  // namespace krx::service

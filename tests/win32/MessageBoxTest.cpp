@@ -1,11 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <atomic>
-
+#include "Desk.h"
 #include "Person.h"
-#include "TestForm.h"
-#include "msgbox/FMessageBox.h"
-#include "service/KRXDialog.h"
 
 namespace krx::test {
 
@@ -15,17 +11,6 @@ BOOL CALLBACK CountWindow(HWND, LPARAM data) {
   ++*reinterpret_cast<int*>(data);
   return TRUE;
 }
-
-struct Desk {
-  win32::Win32Platform Platform;
-  FakeRuntime Runtime;
-  service::Apartment Apartment{Platform, Runtime};
-  std::shared_ptr<service::KRXDialog> Dialog;
-  Desk() {
-    msgbox::Register(Apartment);
-    Dialog = service::KRXDialog::Create(Apartment);
-  }
-};
 
 TEST(FMessageBox, EveryButtonIsClickedByName) {
   constexpr int kYesNoCancel = 3;
@@ -90,6 +75,28 @@ TEST(FMessageBox, IsDraggedByItsCaptionLine) {
                   return now.left == start.left + 61 && now.top == start.top + 43;
                 },
                 "the box to follow");
+            person.Press(VK_RETURN);
+          });
+}
+
+TEST(FMessageBox, IsNotDraggedFromItsMargin) {
+  Desk desk;
+  RunWith([&] { desk.Dialog->KRMsgBox(u"A text that makes the box wide enough", 1, u"Title"); },
+          [](Person& person) {
+            const HWND box = person.AwaitForm(u"FMessageBox");
+            RECT start{};
+            RECT line{};
+            GetWindowRect(box, &start);
+            GetWindowRect(person.Control(box, u"idxCaption"), &line);
+            // From the margin below the caption line onto the line, and along it.
+            person.DragTo({line.left + 4, line.bottom + 6}, {line.left + 40, line.top + 6});
+            // Once the key is through, so is the mouse.
+            person.Press(VK_TAB);
+            person.AwaitFocus(person.Control(box, u"keyButton(1)"));
+            RECT end{};
+            GetWindowRect(box, &end);
+            EXPECT_EQ(end.left, start.left);
+            EXPECT_EQ(end.top, start.top);
             person.Press(VK_RETURN);
           });
 }

@@ -124,6 +124,7 @@ class Operator {
   void MouseMove(StringView control, int button, Twips x, Twips y);
   void Wait(std::chrono::milliseconds time) { platform_.Advance(time); }
   // Another window covered the form and went away.
+  void MouseUp(StringView control, int button, Twips x, Twips y);
   void Uncover();
   String Focus() const;  // name of the focused control, empty without one
 

@@ -213,6 +213,10 @@ void Operator::MouseMove(StringView control, int button, Twips x, Twips y) {
   Reachable(control).MouseMove(button, 0, x, y);
 }
 
+void Operator::MouseUp(StringView control, int button, Twips x, Twips y) {
+  Reachable(control).MouseUp(button, 0, x, y);
+}
+
 void Operator::Uncover() {
   NeedOpenForm();
   form_.Paint();

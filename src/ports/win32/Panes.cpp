@@ -31,6 +31,10 @@ LRESULT PanePeer::Handle(UINT message, WPARAM w, LPARAM l) {
       break;
     default:
       break;
+    case WM_MOUSEMOVE:
+      // A button that was pressed elsewhere is none of this control's.
+      if (GetCapture() != Window()) w &= ~static_cast<WPARAM>(MK_LBUTTON);
+      break;
   }
   return ControlPeer::Handle(message, w, l);
 }

@@ -48,6 +48,36 @@ TEST_F(FMessageBoxMouse, RightButtonDoesNotMoveTheOriginOfADrag) {
   });
 }
 
+// The button went down on the margin, and the pointer sweeps over the caption line.
+TEST_F(FMessageBoxMouse, AButtonPressedElsewhereDoesNotDrag) {
+  Show({}, [](Operator& op) {
+    op.Form().Move(1000, 2000);
+    op.MouseMove(u"idxCaption", ui::kLeftButton, 100, 50);
+    op.MouseMove(u"idxCaption", ui::kLeftButton, 300, 80);
+    EXPECT_EQ(op.Form().Left(), 1000);
+    EXPECT_EQ(op.Form().Top(), 2000);
+    op.Click(u"keyClose");
+  });
+}
+
+TEST_F(FMessageBoxMouse, AReleasedCaptionLineIsPressedAnewToDrag) {
+  Show({}, [](Operator& op) {
+    op.Form().Move(1000, 2000);
+    op.MouseDown(u"idxCaption", ui::kLeftButton, 100, 50);
+    op.MouseUp(u"idxCaption", ui::kLeftButton, 100, 50);
+    op.MouseMove(u"idxCaption", ui::kLeftButton, 300, 80);
+    EXPECT_EQ(op.Form().Left(), 1000);
+    op.MouseDown(u"idxCaption", ui::kLeftButton, 100, 50);
+    op.MouseMove(u"idxCaption", 0, 100, 50);  // released out of sight
+    op.MouseMove(u"idxCaption", ui::kLeftButton, 300, 80);
+    EXPECT_EQ(op.Form().Left(), 1000);
+    op.MouseDown(u"idxCaption", ui::kLeftButton, 100, 50);
+    op.MouseMove(u"idxCaption", ui::kLeftButton, 110, 50);
+    EXPECT_EQ(op.Form().Left(), 1010);
+    op.Click(u"keyClose");
+  });
+}
+
 TEST_F(FMessageBoxMouse, MessageIsNoHandle) {
   Show({}, [](Operator& op) {
     op.Form().Move(0, 0);

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "TestForm.h"
+#include "msgbox/FMessageBox.h"
+#include "service/KRXDialog.h"
+
+namespace krx::test {
+
+// The dialogs on real windows, with the message box, over services that answer by themselves.
+struct Desk {
+  win32::Win32Platform Platform;
+  FakeRuntime Runtime;
+  service::Apartment Apartment{Platform, Runtime};
+  std::shared_ptr<service::KRXDialog> Dialog;
+  Desk() {
+    msgbox::Register(Apartment);
+    Dialog = service::KRXDialog::Create(Apartment);
+  }
+};
+
+}  // namespace krx::test
