@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <thread>
 
+#include "HostWindow.h"
 #include "Person.h"
 #include "TestForm.h"
 #include "base/Error.h"
@@ -10,23 +11,6 @@
 namespace krx::test {
 
 namespace {
-
-// A plain window of the host application.
-class HostWindow {
- public:
-  explicit HostWindow(DWORD style = WS_VISIBLE)
-      : window_(CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW | style, 10, 10, 200,
-                                100, nullptr, nullptr, nullptr, nullptr)),
-        edit_(CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20, window_,
-                              nullptr, nullptr, nullptr)) {}
-  ~HostWindow() { DestroyWindow(window_); }
-  HWND Get() const { return window_; }
-  HWND Edit() const { return edit_; }
-
- private:
-  HWND window_;
-  HWND edit_;
-};
 
 TEST(Modal, DisablesTheOtherWindowsAndEnablesOnlyWhatItDisabled) {
   win32::Win32Platform platform;
@@ -54,8 +38,7 @@ TEST(Modal, GivesActivationAndFocusBack) {
   ASSERT_EQ(GetFocus(), host.Edit());
   TestForm form(platform);
   ShowWith(form, [&](Person& person) {
-    const HWND window = person.AwaitForm(u"FTest");
-    EXPECT_EQ(GetWindow(window, GW_OWNER), host.Get());
+    person.AwaitForm(u"FTest");
     person.Press(VK_ESCAPE);
   });
   EXPECT_EQ(GetActiveWindow(), host.Get());
@@ -201,8 +184,7 @@ TEST(Modal, AnOuterFormMayBeUnloadedWhileTheInnerOneIsUp) {
   inner.keyTwo.Click = [&] { outer.Unload(); };
   ShowWith(outer, [&](Person& person) {
     const HWND window = person.AwaitForm(u"FInner");
-    const HWND below = GetWindow(window, GW_OWNER);
-    EXPECT_EQ(NameOf(below), u"FOuter");
+    const HWND below = WindowOf(outer);
     person.Click(person.Control(window, u"keyTwo"));
     person.Await([&] { return !IsWindowVisible(below); }, "the outer form to go");
     EXPECT_TRUE(IsWindowVisible(window));
@@ -261,18 +243,12 @@ TEST(Modal, FocusReturnsToTheSameControlWithTheActivation) {
   EXPECT_EQ(focused, 1);
 }
 
-TEST(Modal, AFormWhoseOwnerTheHostDestroysEnds) {
+TEST(Modal, AFormWhoseWindowIsDestroyedEnds) {
   win32::Win32Platform platform;
-  HWND owner = nullptr;
-  {
-    const HostWindow host;
-    SetActiveWindow(owner = host.Get());
-    TestForm form(platform);
-    // Destroying the owner destroys the windows that it owns.
-    form.Soon([&] { DestroyWindow(owner); });
-    ShowWith(form, [](Person&) {});
-    EXPECT_FALSE(form.Visible());
-  }
+  TestForm form(platform);
+  form.Soon([&] { DestroyWindow(WindowOf(form)); });
+  ShowWith(form, [](Person&) {});
+  EXPECT_FALSE(form.Visible());
 }
 
 TEST(Modal, TimersTickUntilTheyAreDisabled) {

@@ -2,6 +2,7 @@
 
 #include "host/Runtime.h"
 #include "ports/win32/Win32Platform.h"
+#include "ports/win32/WindowPeer.h"
 #include "ui/Controls.h"
 #include "ui/Timer.h"
 
@@ -55,6 +56,11 @@ class TestForm : public ui::Form {
     };
   }
 };
+
+// The window of a form that is shown.
+inline HWND WindowOf(const ui::Form& form) {
+  return dynamic_cast<const win32::WindowPeer&>(*form.ThePeer()).Window();
+}
 
 // Services that answer with the key and with one font.
 struct FakeTexts : host::TextService {

@@ -2,6 +2,7 @@
 
 #include "ports/win32/ControlPeer.h"
 #include "ports/win32/FormPeer.h"
+#include "ports/win32/Stacking.h"
 #include "ports/win32/TimerPeer.h"
 #include "ui/Keyboard.h"
 
@@ -38,6 +39,9 @@ LRESULT FormPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       return 0;
     case WM_ACTIVATE:
       if (LOWORD(w) != WA_INACTIVE && HIWORD(w) == 0) ::SetFocus(FocusWindow());
+      return 0;
+    case kOthersMoved:
+      ComeToTheFront(w != 0);
       return 0;
     case WM_SETFOCUS:
       form_.FocusMovedTo(nullptr);

@@ -5,6 +5,7 @@
 
 #include "ports/win32/ControlPeer.h"
 #include "ports/win32/ModalLoop.h"
+#include "ports/win32/Stacking.h"
 #include "ports/win32/TimerPeer.h"
 #include "ui/Keyboard.h"
 
@@ -21,7 +22,7 @@ FormPeer::FormPeer(Toolkit& toolkit, ui::Form& form) : toolkit_(toolkit), form_(
   const Screen& screen = toolkit.OpeningScreen();
   scale_ = screen.Scale;
   place_ = Centred(screen.WorkArea, WindowSize());
-  Create({kFormClass, kStyle, WS_EX_CONTROLPARENT, Wide(form.Caption()), place_, toolkit.Owner()},
+  Create({kFormClass, kStyle, WS_EX_CONTROLPARENT, Wide(form.Caption()), place_, nullptr},
          form.Name());
   AdoptPosition(place_);
   // Keyboard users see the focus and the access keys from the start.
@@ -91,8 +92,15 @@ void FormPeer::UpdateBounds() {
 
 void FormPeer::Show() {
   ShowWindow(Window(), SW_SHOW);
+  StandInFront(Window());
   // Everything is painted in one go instead of window by window as the queue runs empty.
   RedrawWindow(Window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+void FormPeer::ComeToTheFront(bool called) {
+  if (!IsWindowVisible(Window()) || !IsWindowEnabled(Window())) return;  // another form is in use
+  StandInFront(Window());
+  if (called) SetForegroundWindow(Window());
 }
 
 void FormPeer::Remove() {

@@ -57,6 +57,7 @@ class FormPeer final : public WindowPeer {
   void TellPosition(const RECT& window);
   void FollowWindow();
   void UpdateBounds();
+  void ComeToTheFront(bool called);
   void PaintEdge() const;
   void PaintForm();
   void Tick(UINT_PTR id);

@@ -50,6 +50,7 @@ void ModalLoop::Run() {
     const DpiScope scope;
     peer_.Show();
   }
+  if (!disabled_.empty() && !closed_) stacking_.emplace();
   while (Goes()) {
     MSG message;
     waiting_ = true;
@@ -98,6 +99,7 @@ void ModalLoop::DisableOthers() {
 // bring another application to the front instead.
 void ModalLoop::Close() {
   if (std::exchange(closed_, true)) return;
+  stacking_.reset();
   for (const HWND window : disabled_) {
     if (IsWindow(window)) EnableWindow(window, TRUE);
   }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "ports/win32/FormPeer.h"
+#include "ports/win32/Stacking.h"
 
 namespace krx::win32 {
 
@@ -39,7 +40,8 @@ class ModalLoop {
   const HWND active_before_;
   const HWND focus_before_;
   std::vector<HWND> disabled_;  // by us, and only these are enabled again
-  std::optional<int> quit_;     // exit code of a quit message that the loop took from the queue
+  std::optional<Stacking> stacking_;
+  std::optional<int> quit_;  // exit code of a quit message that the loop took from the queue
   bool waiting_ = false;
   bool closed_ = false;
 };

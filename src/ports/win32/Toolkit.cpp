@@ -45,9 +45,7 @@ const String& Toolkit::CloseWord() {
   return close_word_;
 }
 
-HWND Toolkit::Owner() const {
-  const HWND active = GetActiveWindow();
-  if (active && IsWindowVisible(active)) return active;
+HWND Toolkit::FormInUse() const {
   if (Loops.empty()) return nullptr;
   const HWND innermost = Loops.back()->Peer().Window();
   return innermost && IsWindowVisible(innermost) ? innermost : nullptr;

@@ -28,9 +28,8 @@ class Toolkit {
 
   // The system's own word for closing a window, for controls that show a cross instead.
   const String& CloseWord();
-  // Window that a new form or box belongs to: the thread's active window, or else the innermost
-  // form; null without both.
-  HWND Owner() const;
+  // The form that a box of the system belongs to: the innermost one; null without a form.
+  HWND FormInUse() const;
 
  private:
   WindowClasses classes_;
