@@ -176,6 +176,49 @@ TEST_F(Ownership, AFormStandsInFrontOfASplashOnTopOfEverything) {
   });
 }
 
+// As a message box does that closes itself while a box opened from it is up.
+TEST_F(Ownership, ActivationReturnsToTheHostAlsoWhenTheOuterFormGoesFirst) {
+  other.Destroy();
+  const int activations = stranger.Activations();
+  TestForm inner(platform, u"FInner");
+  form.keyTwo.Click = [&] { inner.ShowModal(); };
+  inner.keyTwo.Click = [&] { form.Unload(); };
+  ShowWith(form, [&](Person& person) {
+    const HWND outer = person.AwaitForm(u"FTest");
+    person.Click(person.Control(outer, u"keyTwo"));
+    const HWND window = person.AwaitForm(u"FInner");
+    person.Click(person.Control(window, u"keyTwo"));
+    person.Await([&] { return !IsWindowVisible(outer); }, "the outer form to go");
+    EXPECT_FALSE(IsWindowEnabled(main.Get()));
+    person.AwaitForm(u"FInner");
+    person.Press(VK_ESCAPE);
+  });
+  EXPECT_EQ(GetForegroundWindow(), main.Get());
+  EXPECT_EQ(GetFocus(), main.Edit());
+  EXPECT_EQ(stranger.Activations(), activations);
+  EXPECT_TRUE(IsWindowEnabled(main.Get()));
+}
+
+// The window that was active when the form opened has gone meanwhile.
+TEST_F(Ownership, ActivationReturnsToAnotherWindowOfTheHost) {
+  const int activations = stranger.Activations();
+  std::atomic<bool> gone = false;
+  form.keyTwo.Click = [&] {
+    main.Destroy();
+    gone = true;
+  };
+  ShowWith(form, [&](Person& person) {
+    const HWND window = person.AwaitForm(u"FTest");
+    person.Click(person.Control(window, u"keyTwo"));
+    person.Await([&] { return gone.load(); }, "the window to go");
+    ASSERT_TRUE(IsWindowVisible(window));
+    person.AwaitForm(u"FTest");
+    person.Press(VK_ESCAPE);
+  });
+  EXPECT_EQ(GetForegroundWindow(), other.Get());
+  EXPECT_EQ(stranger.Activations(), activations);
+}
+
 }  // namespace
 
 }  // namespace krx::test

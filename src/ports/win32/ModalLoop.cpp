@@ -12,6 +12,16 @@ struct Search {
   std::vector<HWND>& Found;
 };
 
+BOOL CALLBACK FindUsable(HWND window, LPARAM data) {
+  const bool takes_no_activation = (GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_NOACTIVATE) != 0;
+  auto& search = *reinterpret_cast<Search*>(data);
+  if (window == search.Own || !IsWindowVisible(window) || !IsWindowEnabled(window) ||
+      takes_no_activation)
+    return TRUE;
+  search.Found.push_back(window);
+  return FALSE;
+}
+
 BOOL CALLBACK CollectOther(HWND window, LPARAM data) {
   const auto& search = *reinterpret_cast<const Search*>(data);
   if (window != search.Own && IsWindowVisible(window) && IsWindowEnabled(window))
@@ -95,23 +105,40 @@ void ModalLoop::DisableOthers() {
     EnableWindow(window, FALSE);
 }
 
-// The others are enabled before the form goes: the system activates no disabled window, and would
-// bring another application to the front instead.
-void ModalLoop::Close() {
-  if (std::exchange(closed_, true)) return;
+void ModalLoop::EnableOthers() {
+  closed_ = true;
   stacking_.reset();
   for (const HWND window : disabled_) {
     if (IsWindow(window)) EnableWindow(window, TRUE);
   }
-  if (peer_.Window() && GetActiveWindow() == peer_.Window()) RestoreActivation();
 }
 
-void ModalLoop::RestoreActivation() const {
+// The others are enabled before the form goes: the system activates no disabled window, and would
+// bring another application to the front instead. An outer form that has gone already left the host
+// disabled for this one's sake.
+void ModalLoop::Close() {
+  if (closed_) return;
+  bool active = peer_.Window() && GetActiveWindow() == peer_.Window();
+  const auto self = std::find(toolkit_.Loops.rbegin(), toolkit_.Loops.rend(), this);
+  for (auto loop = self; loop != toolkit_.Loops.rend(); ++loop) {
+    if (loop != self && (*loop)->peer_.Form().Visible()) break;
+    if (!(*loop)->closed_) (*loop)->EnableOthers();
+    if (active && (*loop)->RestoreActivation()) active = false;
+  }
+  if (!active) return;
+  std::vector<HWND> found;
+  Search search{peer_.Window(), found};
+  EnumThreadWindows(GetCurrentThreadId(), FindUsable, reinterpret_cast<LPARAM>(&search));
+  if (!found.empty()) SetActiveWindow(found.front());
+}
+
+bool ModalLoop::RestoreActivation() const {
   if (!active_before_ || !IsWindowVisible(active_before_) || !IsWindowEnabled(active_before_))
-    return;
+    return false;
   SetActiveWindow(active_before_);
   const bool inside = focus_before_ == active_before_ || IsChild(active_before_, focus_before_);
   if (inside && GetFocus() != focus_before_) ::SetFocus(focus_before_);
+  return true;
 }
 
 }  // namespace krx::win32

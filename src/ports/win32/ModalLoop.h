@@ -32,8 +32,10 @@ class ModalLoop {
  private:
   bool Goes() const;
   void DisableOthers();
+  void EnableOthers();
+  // Gives the host back what the form took, and what outer forms took that went before it.
   void Close();
-  void RestoreActivation() const;
+  bool RestoreActivation() const;
 
   Toolkit& toolkit_;
   FormPeer& peer_;
