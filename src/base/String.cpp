@@ -70,10 +70,17 @@ std::string ToUtf8(StringView text) {
 }
 
 String ReplaceAll(String text, StringView what, StringView by) {
-  for (std::size_t at = text.find(what); at != String::npos; at = text.find(what, at + by.size())) {
-    text.replace(at, what.size(), by);
+  std::size_t at = text.find(what);
+  if (at == String::npos) return text;
+  // Put together anew: replacing in place would move the rest of the text each time.
+  String out;
+  out.reserve(text.size());
+  std::size_t from = 0;
+  for (; at != String::npos; at = text.find(what, from)) {
+    out.append(text, from, at - from).append(by);
+    from = at + what.size();
   }
-  return text;
+  return out.append(text, from);
 }
 
 }  // namespace krx

@@ -1,6 +1,7 @@
 #include "msgbox/FMessageBox.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <vector>
 
@@ -175,9 +176,8 @@ void FMessageBox::CalcPositions() {
   SizeCaption(service::kCaptionPadding);
   picIcon.Top = idxCaption.Height() + picIcon.Left();
   idxMessage.Top = picIcon.Top();
-  idxMessage.Height = MaxValue({MeasureTextHeight(idxMessage) + kMessagePadding, picIcon.Height()});
-  idxMessage.Width = MeasureTextWidth(idxMessage) + kMessagePadding;
-  SizeButtons();
+  const Twips row_height = SizeButtons();
+  SizeMessage(row_height > 0 ? kTextToButtons * kIconLeft + row_height + kIconLeft : kIconLeft);
 
   const Twips block_bottom = picIcon.Top() + MaxValue({picIcon.Height(), idxMessage.Height()});
   const Twips row_top = block_bottom + kTextToButtons * kIconLeft;
@@ -197,7 +197,29 @@ void FMessageBox::CalcPositions() {
   PlaceCaption();
 }
 
-void FMessageBox::SizeButtons() {
+// A message that is too high for the screen, with what stands below it, is scrolled.
+void FMessageBox::SizeMessage(Twips below) {
+  const Twips wanted =
+      MaxValue({MeasureTextHeight(idxMessage) + kMessagePadding, picIcon.Height()});
+  const Twips room =
+      ThePlatform().WorkArea().Height - service::kFormEdges - idxMessage.Top() - below;
+  const bool scrolls = wanted > room;
+  idxMessage.TabStop = scrolls;
+  idxMessage.Height = wanted;
+  idxMessage.Width = MeasureTextWidth(idxMessage) + kMessagePadding;
+  if (scrolls) {
+    const Twips line = idxMessage.LineHeight();
+    const Twips lines = std::max(1.0f, std::floor((room - kMessagePadding) / line));
+    idxMessage.Height = lines * line + kMessagePadding;
+    idxMessage.Width = idxMessage.Width() + ThePlatform().ScrollBarWidth();
+    idxMessage.TabIndex = static_cast<int>(TabOrder().size());  // behind the buttons
+  }
+  idxMessage.Scrolls = scrolls;
+  idxMessage.ScrollTo(scrolls ? idxMessage.TopLine() : 0);
+}
+
+// Returns the height of the row, 0 for none.
+Twips FMessageBox::SizeButtons() {
   Twips height = 0;
   for (ui::KRXKey* const key : {&keyButton[0], &keyButton[1], &keyButton[2], &keyHelp}) {
     if (!key->Visible()) continue;
@@ -208,6 +230,7 @@ void FMessageBox::SizeButtons() {
   for (ui::KRXKey& key : keyButton)
     key.Height = height;
   keyHelp.Height = height;
+  return height;
 }
 
 // Returns the width of the row, the form's margins on both sides included.

@@ -40,7 +40,8 @@ class FMessageBox : public service::DialogForm {
   ui::KRXKey& DefaultKey(std::int32_t style);
   void SetStandardButtons(std::int32_t button_set);
   void SetDefault(std::int32_t style);
-  void SizeButtons();
+  void SizeMessage(Twips below);
+  Twips SizeButtons();
   Twips PlaceButtons(Twips top);
   void Answer(const ui::KRXKey& key);
   void CountDown();

@@ -1,5 +1,6 @@
 #include "service/DialogForm.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/Error.h"
@@ -11,6 +12,8 @@ namespace krx::service {
 namespace {
 
 constexpr Twips kCaptionIndent = 90;
+constexpr Twips kCaptionShare = 3;   // of the work area's height is the caption line's at most
+constexpr Twips kBesideTitle = 450;  // the widest margins of any dialog and the form's edges
 
 }  // namespace
 
@@ -37,12 +40,12 @@ DialogForm::DialogForm(Apartment& apartment, String name, std::int32_t text_grou
   idxCaption.MouseMove = [this](int button, int, Twips x, Twips y) {
     CaptionMouseMove(button, x, y);
   };
-}
-
-String DialogForm::Text(StringView key) {
   idxCaption.MouseUp = [this](int button, int, Twips, Twips) {
     if (button == ui::kLeftButton) drag_from_.reset();
   };
+}
+
+String DialogForm::Text(StringView key) {
   return Texts().GetText(key, text_group_);
 }
 
@@ -72,13 +75,18 @@ KRXDialog& DialogForm::DialogService() const {
 
 void DialogForm::SetCaption(String encoded) {
   idxCaption.Text = std::move(encoded);
-  Caption = ReplaceAll(idxCaption.DisplayedText(), u"\n", u" ");
+  Caption = ReplaceAll(idxCaption.WholeText(), u"\n", u" ");
 }
 
+// No title is longer than the screen is wide, nor so high that nothing is left for the dialog.
 void DialogForm::SizeCaption(Twips padding) {
+  const Rect area = ThePlatform().WorkArea();
+  const Twips highest = area.Height / kCaptionShare;
+  idxCaption.Room = Size{area.Width, highest};
   idxCaption.Height =
       CaptionHeight(MeasureTextHeight(idxCaption), Shared().CaptionMinHeight, padding);
   SizeCloseKey();
+  idxCaption.Room = Size{area.Width - keyClose.Width() - kBesideTitle, highest};
 }
 
 void DialogForm::SizeCloseKey() {
@@ -97,6 +105,10 @@ void DialogForm::PlaceCaption() {
   const Twips edge = Width() - kCloseKeyMargin;
   keyClose.Left = edge - keyClose.Width();
   keyClose.Top = (idxCaption.Height() - keyClose.Height()) / 2;
+  // A dialog of a width of its own may be narrower than its title.
+  const Twips room = keyClose.Left() - idxCaption.Indent();
+  const Size known = idxCaption.Room();
+  idxCaption.Room = Size{known.Width > 0 ? std::min(known.Width, room) : room, known.Height};
 }
 
 void DialogForm::CaptionMouseMove(int button, Twips x, Twips y) {

@@ -13,6 +13,7 @@ inline constexpr Twips kCaptionPadding = 30;           // added to the caption t
 inline constexpr Twips kSmallestCaption = 285;         // no caption line is lower
 inline constexpr Twips kCloseKeyInset = 60;            // the close key is this much lower
 inline constexpr Twips kCloseKeyMargin = 30;           // between the close key and the form's edge
+inline constexpr Twips kFormEdges = 30;                // around the form, both sides together
 inline constexpr Twips kCrossMargin = 105;             // of the cross inside the close key
 inline constexpr Twips kButtonPadding = 180;           // added to a button text's height and width
 inline constexpr Twips kLabelToField = 45;             // from a label down to its field

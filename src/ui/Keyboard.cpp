@@ -4,6 +4,7 @@
 
 #include "ui/Control.h"
 #include "ui/Form.h"
+#include "ui/KRXIndex.h"
 #include "ui/KRXKey.h"
 #include "ui/Platform.h"
 
@@ -46,6 +47,16 @@ bool WalkButtons(Form& form, int step) {
   return true;
 }
 
+// A text too long for the screen is scrolled from the buttons as well, by the keys that they have
+// no use for.
+bool ScrollText(const Form& form, int key) {
+  KRXIndex* const text = ScrollingText(form);
+  if (!text) return false;
+  const bool focused = form.ActiveControl() == text;
+  if (form.ActiveControl() && !focused && !AsKey(form.ActiveControl())) return false;
+  return text->ScrollByKey(key, focused);
+}
+
 bool Press(KRXKey* key) {
   if (!key || !key->Visible() || !key->Enabled()) return false;
   key->Click();
@@ -57,6 +68,7 @@ bool Press(KRXKey* key) {
 bool DispatchKey(Form& form, int key, int shift) {
   if ((shift & (kControl | kAlt)) != 0) return false;
   if (form.ActiveControl() && form.ActiveControl()->UsesKey(key)) return false;
+  if (ScrollText(form, key)) return true;
   switch (key) {
     case kKeyTab:
       return FocusNext(form, (shift & kShift) != 0 ? -1 : 1);

@@ -36,7 +36,8 @@ inline constexpr int kAlt = 4;
 // that is not used goes on to the focused control.
 
 // Tab and Shift+Tab walk the tab order, Esc presses the form's cancel key, Enter presses the
-// focused button, arrows walk from button to button.
+// focused button, arrows walk from button to button, and a text that can be scrolled follows the
+// page keys, Home and End, and the arrows while it has the focus.
 bool DispatchKey(Form& form, int key, int shift);
 
 // An access key: presses the button or leads to the field that it marks; where several controls

@@ -35,6 +35,8 @@ class Platform {
                            const std::function<StringView(std::size_t)>& text) = 0;
   // Height of a one-line input box in a font, its border included.
   virtual Twips TextBoxHeight(const Font& font) = 0;
+  // Width of a vertical scroll bar.
+  virtual Twips ScrollBarWidth() = 0;
   // Resolution and work area of the monitor on which the next form opens.
   virtual Twips TwipsPerPixel() = 0;
   virtual Rect WorkArea() = 0;

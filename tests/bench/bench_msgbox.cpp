@@ -1,5 +1,6 @@
 // Time from the call of a message box to all of it painted, and to its return, against the
-// platform's own message box in the same process and run. Prints medians and ratios.
+// platform's own message box in the same process and run. Prints medians and ratios, and what long
+// messages cost.
 // usage: bench_msgbox [ROUNDS]
 
 #include <windows.h>
@@ -8,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "PaintWatch.h"
@@ -66,6 +68,24 @@ void PrintRow(const char* what, const std::vector<Run>& ours, const std::vector<
   std::printf("%-28s %9.2f %12.2f %8.2f\n", what, own, other, own / other);
 }
 
+// How the cost grows with the message: four times the text should take no more than four times.
+void PrintLongTexts(krx::client::Dialogs& dialogs) {
+  constexpr int kRounds = 5;
+  std::printf("\ncharacters of the message  painted in ms\n");
+  for (const int length : {10'000, 40'000, 160'000, 640'000}) {
+    std::wstring text;
+    while (text.size() < static_cast<std::size_t>(length))
+      text += L"A message of some length. ";
+    std::vector<Run> runs;
+    for (int i = 0; i < kRounds; ++i)
+      runs.push_back(Measure([&] {
+        long result = 0;
+        dialogs.MsgBox(text.c_str(), kStyle, kTitle, result);
+      }));
+    std::printf("%25d %14.2f\n", length, Median(runs, &Run::Called, &Run::Painted));
+  }
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -95,5 +115,6 @@ int main(int count, char** arguments) {
   PrintRow("  call to first window", ours, theirs, &Run::Called, &Run::Created);
   PrintRow("  windows to activation", ours, theirs, &Run::Created, &Run::Activated);
   PrintRow("  activation to painted", ours, theirs, &Run::Activated, &Run::Painted);
+  PrintLongTexts(dialogs);
   return 0;
 }

@@ -35,7 +35,8 @@ class EveryResolution : public testing::TestWithParam<DWORD> {};
 
 TEST_P(EveryResolution, ShowsFormsOfTheRightSizeThatCanBeWorkedWith) {
   const drive::Resolution resolution(GetParam());
-  EXPECT_EQ(RunSelf(L"Resolution.*:Measuring.*:Windows.*:FMessageBox.*:ControlSizes.*:Grids.Rows*:"
+  EXPECT_EQ(RunSelf(L"Resolution.*:Measuring.*:Windows.*:FMessageBox.*:LongMessage.*:ControlSizes.*"
+                    L":Grids.Rows*:"
                     L"Grids.ADrag*:Lists.AClick*",
                     kExpected, std::to_wstring(GetParam())),
             0u);

@@ -23,8 +23,9 @@ class TimerPeer;
 //
 // Text metrics, for a font of s points: a character (code point) is 10 s twips wide, 11 s in a
 // weight of 600 and above; a line is 24 s twips high; a text is as wide as its widest line. A
-// one-line input box adds 90 twips to the height of a line. So 8 points give 80 twips a character
-// (88 bold) and 192 a line. A font whose name is listed in `Unmeasurable` fails to measure.
+// one-line input box adds 90 twips to the height of a line; a scroll bar is 255 wide. So 8 points
+// give 80 twips a character (88 bold) and 192 a line. A font whose name is listed in `Unmeasurable`
+// fails to measure.
 class HeadlessPlatform : public ui::Platform {
  public:
   using Script = std::function<void(Operator&)>;
@@ -67,6 +68,7 @@ class HeadlessPlatform : public ui::Platform {
   Twips WidestText(const Font& font, std::size_t count,
                    const std::function<StringView(std::size_t)>& text) override;
   Twips TextBoxHeight(const Font& font) override;
+  Twips ScrollBarWidth() override { return 255; }
   Twips TwipsPerPixel() override { return PixelSize; }
   Rect WorkArea() override { return Area; }
   std::unique_ptr<ui::Peer> CreatePeer(ui::Form& form) override;
@@ -122,9 +124,9 @@ class Operator {
   void AccessKey(char16_t character, bool alt = true);
   void MouseDown(StringView control, int button, Twips x, Twips y);
   void MouseMove(StringView control, int button, Twips x, Twips y);
+  void MouseUp(StringView control, int button, Twips x, Twips y);
   void Wait(std::chrono::milliseconds time) { platform_.Advance(time); }
   // Another window covered the form and went away.
-  void MouseUp(StringView control, int button, Twips x, Twips y);
   void Uncover();
   String Focus() const;  // name of the focused control, empty without one
 

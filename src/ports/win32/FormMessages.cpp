@@ -2,6 +2,7 @@
 
 #include "ports/win32/ControlPeer.h"
 #include "ports/win32/FormPeer.h"
+#include "ports/win32/IndexScroll.h"
 #include "ports/win32/Stacking.h"
 #include "ports/win32/TimerPeer.h"
 #include "ui/Keyboard.h"
@@ -39,6 +40,9 @@ LRESULT FormPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       return 0;
     case WM_ACTIVATE:
       if (LOWORD(w) != WA_INACTIVE && HIWORD(w) == 0) ::SetFocus(FocusWindow());
+      return 0;
+    case WM_MOUSEWHEEL:
+      if (!TurnWheel(static_cast<short>(HIWORD(w)))) break;
       return 0;
     case kOthersMoved:
       ComeToTheFront(w != 0);
@@ -107,6 +111,13 @@ void FormPeer::Tick(UINT_PTR id) {
   const auto found = std::find_if(timers_.begin(), timers_.end(),
                                   [&](const TimerPeer* t) { return t->Id() == id; });
   if (found != timers_.end() && form_.Visible()) (*found)->Tick();
+// The wheel comes from whatever control has no use for it.
+bool FormPeer::TurnWheel(int delta) {
+  ui::KRXIndex* const text = ui::ScrollingText(form_);
+  if (text) IndexScroll::Turn(*text, delta, wheel_rest_);
+  return text != nullptr;
+}
+
 }
 
 void FormPeer::ChangeResolution(int dpi, const RECT& suggested) {

@@ -58,6 +58,7 @@ class FormPeer final : public WindowPeer {
   void FollowWindow();
   void UpdateBounds();
   void ComeToTheFront(bool called);
+  bool TurnWheel(int delta);
   void PaintEdge() const;
   void PaintForm();
   void Tick(UINT_PTR id);
@@ -71,6 +72,7 @@ class FormPeer final : public WindowPeer {
   RECT place_{};  // of the window, in pixels of the screen
   std::vector<ControlPeer*> children_;
   std::vector<TimerPeer*> timers_;
+  int wheel_rest_ = 0;  // turns of the wheel that make no whole line yet
   std::exception_ptr error_;
 };
 

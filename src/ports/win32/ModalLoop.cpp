@@ -86,6 +86,9 @@ void ModalLoop::Hidden(Toolkit& toolkit, FormPeer& peer) {
   if (innermost) {
     toolkit.Loops.back()->Close();
   }
+  // A scroll bar that is held would keep the thread in a loop of its own.
+  const HWND held = GetCapture();
+  if (held && (held == peer.Window() || IsChild(peer.Window(), held))) ReleaseCapture();
   // The windows that an outer form disabled stay so while an inner one is up.
   ShowWindow(peer.Window(), SW_HIDE);
   Wake(toolkit, peer);

@@ -1,5 +1,7 @@
 #include "ports/win32/Panes.h"
 
+#include <algorithm>
+
 namespace krx::win32 {
 
 namespace {
@@ -29,32 +31,76 @@ LRESULT PanePeer::Handle(UINT message, WPARAM w, LPARAM l) {
     case WM_LBUTTONUP:
       if (GetCapture() == Window()) ReleaseCapture();
       break;
-    default:
-      break;
     case WM_MOUSEMOVE:
       // A button that was pressed elsewhere is none of this control's.
       if (GetCapture() != Window()) w &= ~static_cast<WPARAM>(MK_LBUTTON);
+      break;
+    default:
       break;
   }
   return ControlPeer::Handle(message, w, l);
 }
 
 IndexPeer::IndexPeer(Toolkit& toolkit, FormPeer& form, ui::KRXIndex& index)
-    : PanePeer(toolkit, form, index), index_(index), shown_(index.DisplayedText()) {
-  CreateChild(kPaneClass, 0, 0, shown_);
+    : PanePeer(toolkit, form, index), index_(index), scroll_(index) {
+  TakeText();
+  CreateChild(kPaneClass, index.Scrolls() ? WS_VSCROLL : 0, 0, TextOfWindow());
+  scroll_.Show(Window());
 }
 
-void IndexPeer::UpdateContent(ui::Aspect) {
+void IndexPeer::TakeText() {
   shown_ = index_.DisplayedText();
-  SetText(shown_);
+  whole_ = index_.Room().Width > 0 ? index_.WholeText() : String();
+  starts_.assign(1, 0);
+  for (std::size_t at = shown_.find(u'\n'); at != String::npos; at = shown_.find(u'\n', at + 1))
+    starts_.push_back(at + 1);
+  starts_.push_back(shown_.size() + 1);
+}
+
+void IndexPeer::Update(ui::Aspect aspect) {
+  PanePeer::Update(aspect);
+  if (aspect == ui::Aspect::Bounds && Window()) scroll_.Show(Window());
+}
+
+void IndexPeer::UpdateContent(ui::Aspect aspect) {
+  if (aspect != ui::Aspect::Scroll) {
+    TakeText();
+    SetText(TextOfWindow());
+  }
+  scroll_.Show(Window());
   Invalidate();
+}
+
+LRESULT IndexPeer::Handle(UINT message, WPARAM w, LPARAM l) {
+  if (index_.Scrolls()) scroll_.Hear(Window(), form_.Scale(), message, w, l);
+  return PanePeer::Handle(message, w, l);
 }
 
 void IndexPeer::Paint(HDC dc, const RECT& area) {
   SetBkColor(dc, ResolveColor(index_.BackColor()));
   SetTextColor(dc,
                index_.Enabled() ? ResolveColor(index_.ForeColor()) : GetSysColor(COLOR_GRAYTEXT));
-  toolkit_.Texts.Draw(dc, font_, shown_, area, form_.Scale().Pixels(index_.Indent()));
+  if (index_.Scrolls()) {
+    PaintLinesInSight(dc, area);
+  } else {
+    toolkit_.Texts.Draw(dc, font_, shown_, area, form_.Scale().Pixels(index_.Indent()));
+  }
+}
+
+// Only these, however long the text is.
+void IndexPeer::PaintLinesInSight(HDC dc, const RECT& area) {
+  const std::size_t lines = starts_.size() - 1;
+  const auto first = std::min(static_cast<std::size_t>(index_.TopLine()), lines - 1);
+  const auto last = std::min(first + static_cast<std::size_t>(index_.LinesInSight()), lines);
+  const StringView part =
+      StringView(shown_).substr(starts_[first], starts_[last] - 1 - starts_[first]);
+  RECT rows = area;
+  rows.bottom =
+      rows.top + toolkit_.Texts.Measure(font_, StringView()).cy * static_cast<LONG>(last - first);
+  toolkit_.Texts.Draw(dc, font_, part, rows, form_.Scale().Pixels(index_.Indent()));
+  const RECT rest{area.left, rows.bottom, area.right, area.bottom};
+  ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &rest, L"", 0, nullptr);
+  if (GetFocus() == Window()) DrawFocusRect(dc, &area);
 }
 
 PicturePeer::PicturePeer(Toolkit& toolkit, FormPeer& form, ui::PictureBox& box)

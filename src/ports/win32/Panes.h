@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ports/win32/ControlPeer.h"
+#include "ports/win32/IndexScroll.h"
 #include "ui/KRXIndex.h"
 #include "ui/StandardControls.h"
 
@@ -20,14 +21,25 @@ class IndexPeer final : public PanePeer {
  public:
   IndexPeer(Toolkit& toolkit, FormPeer& form, ui::KRXIndex& index);
 
+  void Update(ui::Aspect aspect) override;
+
  protected:
+  LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
   void Paint(HDC dc, const RECT& area) override;
   void UpdateContent(ui::Aspect aspect) override;
+  void FocusChanged(bool) override { Invalidate(); }
   bool IsBackground() const override { return true; }
 
  private:
+  void TakeText();
+  const String& TextOfWindow() const { return whole_.empty() ? shown_ : whole_; }
+  void PaintLinesInSight(HDC dc, const RECT& area);
+
   ui::KRXIndex& index_;
-  String shown_;  // breaking the lines means measuring, so it is done once per text and font
+  String shown_;
+  String whole_;                     // where not all of it is shown
+  std::vector<std::size_t> starts_;  // of the lines that are shown, and the end behind the last one
+  IndexScroll scroll_;
 };
 
 // Shows the stock icon of a picture box.

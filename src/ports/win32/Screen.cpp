@@ -10,6 +10,7 @@ namespace {
 constexpr double kTwipsPerInch = 1440;
 
 using SetAwareness = HANDLE WINAPI(HANDLE);
+using MetricForDpi = int WINAPI(int, UINT);
 using DpiOfMonitor = HRESULT WINAPI(HMONITOR, int, UINT*, UINT*);
 
 // Awareness contexts by value: headers and systems know them since different versions.
@@ -18,6 +19,7 @@ const HANDLE kPerMonitor = reinterpret_cast<HANDLE>(static_cast<LONG_PTR>(-3));
 
 struct DpiFunctions {
   SetAwareness* Set = OptionalFunction<SetAwareness>(L"user32.dll", "SetThreadDpiAwarenessContext");
+  MetricForDpi* Metric = OptionalFunction<MetricForDpi>(L"user32.dll", "GetSystemMetricsForDpi");
   DpiOfMonitor* Of = OptionalFunction<DpiOfMonitor>(L"shcore.dll", "GetDpiForMonitor");
 };
 
@@ -73,6 +75,12 @@ Twips Scale::ToTwips(int pixels) const {
 
 int Scale::Thickness(int pixels) const {
   return std::max(1, pixels * Dpi / 96);
+}
+
+// Older systems know the measures of one resolution only.
+int Scale::Metric(int index) const {
+  const auto known = Functions().Metric;
+  return known ? known(index, static_cast<UINT>(Dpi)) : GetSystemMetrics(index);
 }
 
 Screen Screen::Of(HWND window) {

@@ -27,6 +27,8 @@ struct Scale {
   Twips ToTwips(int pixels) const;
   // A length given in pixels of 96 dpi, at least one pixel.
   int Thickness(int pixels) const;
+  // A measure of the system at this resolution.
+  int Metric(int index) const;
   bool operator==(const Scale&) const = default;
 };
 

@@ -67,7 +67,13 @@ Twips Win32Platform::TextBoxHeight(const Font& font) {
   const DpiScope scope;
   const Scale scale = toolkit_->OpeningScreen().Scale;
   const SIZE line = toolkit_->Texts.Measure(toolkit_->Texts.FontFor(font, scale), u"");
-  return scale.ToTwips(line.cy + 2 * GetSystemMetrics(SM_CYEDGE) + scale.Thickness(kInputPadding));
+  return scale.ToTwips(line.cy + 2 * scale.Metric(SM_CYEDGE) + scale.Thickness(kInputPadding));
+}
+
+Twips Win32Platform::ScrollBarWidth() {
+  const DpiScope scope;
+  const Scale scale = toolkit_->OpeningScreen().Scale;
+  return scale.ToTwips(scale.Metric(SM_CXVSCROLL));
 }
 
 Twips Win32Platform::TwipsPerPixel() {

@@ -20,6 +20,7 @@ class Win32Platform : public ui::Platform {
   Twips WidestText(const Font& font, std::size_t count,
                    const std::function<StringView(std::size_t)>& text) override;
   Twips TextBoxHeight(const Font& font) override;
+  Twips ScrollBarWidth() override;
   Twips TwipsPerPixel() override;
   Rect WorkArea() override;
   std::unique_ptr<ui::Peer> CreatePeer(ui::Form& form) override;

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <chrono>
+
 #include <limits>
 
 #include "support/Errors.h"
@@ -58,6 +61,24 @@ TEST(String, EveryOccurrenceIsReplacedOnce) {
   EXPECT_EQ(ReplaceAll(u"abc", u"x", u"y"), u"abc");
   EXPECT_EQ(ReplaceAll(u"abc", u"b", u""), u"ac");
   EXPECT_EQ(ReplaceAll(u"", u"a", u"b"), u"");
+}
+
+// Time for a text of so many line feeds, the best of some rounds.
+double TimeToReplace(std::size_t count) {
+  const String text(count, u'\n');
+  double best = 1e9;
+  for (int round = 0; round < 7; ++round) {
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(ReplaceAll(text, u"\n", u"\\n").size(), 2 * count);
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
+    best = std::min(best, took.count());
+  }
+  return best;
+}
+
+// A text 32 times as long takes about 32 times as long, not 32 * 32 = 1024 times.
+TEST(String, ReplacingGrowsWithTheText) {
+  EXPECT_LT(TimeToReplace(128'000) / TimeToReplace(4'000), 250);
 }
 
 }  // namespace krx

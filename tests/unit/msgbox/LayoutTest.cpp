@@ -1,4 +1,5 @@
 #include "support/DialogTest.h"
+#include "ui/Keyboard.h"
 
 // Figures: 8 points everywhere, so a character is 80 twips wide and a line 192 high, unless a test
 // sets other fonts. The icon is 480 square at left 180, and 180 is every margin and gap.
@@ -159,6 +160,83 @@ TEST_F(FMessageBoxLayout, AnotherResolutionChangesTheCrossButNoLength) {
   }
   EXPECT_EQ(form->Width(), fine->Width());
   EXPECT_EQ(form->Height(), fine->Height());
+}
+
+// Work area: 11520 high, less 30 for the edges. Above the message 465, below it 270 + 372 + 180 =
+// 822, so there is room for 11520 - 30 - 465 - 822 = 10203: 53 lines and 30 (53 * 192 = 10176 leave
+// no room for the padding), so 52 lines, 52 * 192 + 30 = 10014.
+String Lines(int count) {
+  String text = u"0";
+  for (int line = 1; line < count; ++line)
+    text += u"\n" + ToString(line);
+  return text;
+}
+
+TEST_F(FMessageBoxLayout, MessageThatFitsIsNotScrolled) {
+  // 52 * 192 + 30 = 10014 is less than 10203.
+  const auto form = SetUpBox({.Text = Lines(52)});
+  EXPECT_FALSE(form->idxMessage.Scrolls());
+  EXPECT_FALSE(form->idxMessage.CanFocus());
+  EXPECT_EQ(form->idxMessage.Bounds(), (Rect{180, 465, 190, 10014}));  // 2 * 80 + 30
+  // 465 + 10014 + 270 = 10749; 10749 + 372 + 180 = 11301.
+  EXPECT_EQ(form->Height(), 11301);
+}
+
+TEST_F(FMessageBoxLayout, MessageThatIsTooHighForTheScreenIsScrolled) {
+  const auto form = SetUpBox({.Text = Lines(53)});
+  EXPECT_TRUE(form->idxMessage.Scrolls());
+  // A line less, and 255 for the scroll bar.
+  EXPECT_EQ(form->idxMessage.Bounds(), (Rect{180, 465, 445, 10014}));
+  EXPECT_EQ(form->idxMessage.LinesInSight(), 52);
+  EXPECT_EQ(form->keyButton[0].Top(), 10749);
+  EXPECT_EQ(form->Height(), 11301);
+}
+
+TEST_F(FMessageBoxLayout, LongMessageWithTallCaptionAndButtonsStaysInTheWorkArea) {
+  dialog->Settings().CaptionMinHeight = 900;
+  dialog->Settings().ButtonMinHeight = 900;
+  for (const std::int32_t style : {0, 3 + 48, 6}) {
+    const auto form = SetUpBox({.Text = String(100'000, u'm'), .Style = style});
+    EXPECT_LE(form->Height(), 11520 - 30);
+    EXPECT_LE(form->Width(), 15360 - 30);
+    EXPECT_GE(form->idxMessage.LinesInSight(), 30);
+    form->idxMessage.ScrollTo(1'000'000);
+    EXPECT_EQ(form->idxMessage.TopLine(),
+              form->idxMessage.LineCount() - form->idxMessage.LinesInSight());
+  }
+}
+
+TEST_F(FMessageBoxLayout, LongTitleEndsWithAnEllipsisAtTheEdgeOfTheScreen) {
+  const auto form = SetUpBox({.Title = String(100'000, u't')});
+  // 15360 less the close button's 225 and 450 leave 14685: 183 characters of 80, the ellipsis one
+  // of them. Caption: 183 * 80 + 645 = 15285.
+  EXPECT_EQ(form->idxCaption.DisplayedText(), String(182, u't') + u'\u2026');
+  EXPECT_EQ(form->idxCaption.Bounds(), (Rect{0, 0, 15285, 285}));
+  EXPECT_EQ(form->Width(), 15285);
+  EXPECT_EQ(form->Caption(), String(100'000, u't'));
+}
+
+TEST_F(FMessageBoxLayout, TitleOfManyLinesLeavesRoomForTheRest) {
+  const auto form = SetUpBox({.Title = Lines(1'000)});
+  // A third of 11520 is 3840: 20 lines of 192.
+  EXPECT_EQ(form->idxCaption.Height(), 20 * 192 + 30);
+  EXPECT_LE(form->Height(), 11520 - 30);
+}
+
+TEST_F(FMessageBoxLayout, LongMessageBeginsAtItsTopAndIsReachedBehindTheButtons) {
+  Show({.Text = Lines(200), .Style = 1}, [](Operator& op) {
+    const auto& message = op.Get<ui::KRXIndex>(u"idxMessage");
+    EXPECT_EQ(op.Focus(), u"keyButton(0)");
+    op.Press(ui::kKeyRight);
+    EXPECT_EQ(op.Focus(), u"keyButton(1)");
+    op.Press(ui::kKeyPageDown);
+    EXPECT_EQ(message.TopLine(), message.LinesInSight());
+    op.Press(ui::kKeyTab);
+    EXPECT_EQ(op.Focus(), u"idxMessage");
+    op.Press(ui::kKeyUp);
+    EXPECT_EQ(message.TopLine(), message.LinesInSight() - 1);
+    op.Click(u"keyClose");
+  });
 }
 
 TEST_F(FMessageBoxLayout, EmptyMessageIsOneLineHighAndThirtyWide) {

@@ -89,6 +89,68 @@ TEST_F(KRXIndex, FollowsTheWorkAreaAndTheFont) {
   EXPECT_EQ(Shown(String(31, u'a')), String(30, u'a') + u"\na");
 }
 
+TEST_F(KRXIndex, LeavesOutWhatItsRoomDoesNotHold) {
+  index.Room = Size{800, 2 * 192};  // 10 characters, 2 lines
+  EXPECT_EQ(Shown(u"0123456789"), u"0123456789");
+  EXPECT_EQ(Shown(u"0123456789a"), u"012345678\u2026");
+  EXPECT_EQ(Shown(u"a\\nb"), u"a\nb");
+  EXPECT_EQ(Shown(u"a\\nb\\nc"), u"a\nb\u2026");
+  EXPECT_EQ(index.WholeText(), u"a\nb\nc");
+}
+
+// Ten lines of 192, of which a height of 600 shows three.
+TEST_F(KRXIndex, ScrollsBetweenItsFirstLineAndItsLast) {
+  index.Scrolls = true;
+  index.Height = 600;
+  index.Text = u"0\\n1\\n2\\n3\\n4\\n5\\n6\\n7\\n8\\n9";
+  EXPECT_EQ(index.LineCount(), 10);
+  EXPECT_EQ(index.LinesInSight(), 3);
+  const std::vector<std::pair<int, int>> walk{{-5, 0}, {4, 4}, {7, 7}, {8, 7}, {1000, 7}};
+  for (const auto& [to, at] : walk) {
+    index.ScrollTo(to);
+    EXPECT_EQ(index.TopLine(), at);
+  }
+}
+
+TEST_F(KRXIndex, PageKeysScrollItFromTheButtonsAndArrowsOnceItHasTheFocus) {
+  index.Scrolls = true;
+  index.TabStop = true;
+  index.Height = 600;
+  index.Text = u"0\\n1\\n2\\n3\\n4\\n5\\n6\\n7\\n8\\n9";
+  form.txtName.Enabled = false;
+  Show(form, [this](Operator& op) {
+    EXPECT_EQ(op.Focus(), u"keyOne");
+    const std::vector<std::pair<int, int>> keys{
+        {ui::kKeyPageDown, 3}, {ui::kKeyEnd, 7}, {ui::kKeyPageUp, 4}, {ui::kKeyHome, 0}};
+    for (const auto& [key, top] : keys) {
+      op.Press(key);
+      EXPECT_EQ(index.TopLine(), top);
+      EXPECT_EQ(op.Focus(), u"keyOne");
+    }
+    op.Press(ui::kKeyDown);
+    EXPECT_EQ(op.Focus(), u"keyTwo");
+    EXPECT_EQ(index.TopLine(), 0);
+    index.SetFocus();
+    for (const auto& [key, top] : std::vector<std::pair<int, int>>{
+             {ui::kKeyDown, 1}, {ui::kKeyDown, 2}, {ui::kKeyUp, 1}, {ui::kKeyPageDown, 4}}) {
+      op.Press(key);
+      EXPECT_EQ(index.TopLine(), top);
+    }
+    EXPECT_EQ(op.Focus(), u"idxSample");
+  });
+}
+
+TEST_F(KRXIndex, LeavesTheKeysOfATextBoxAlone) {
+  index.Scrolls = true;
+  index.Height = 600;
+  index.Text = u"0\\n1\\n2\\n3\\n4\\n5";
+  Show(form, [this](Operator& op) {
+    EXPECT_EQ(op.Focus(), u"txtName");
+    op.Press(ui::kKeyEnd);
+    EXPECT_EQ(index.TopLine(), 0);
+  });
+}
+
 TEST_F(KRXIndex, HasNoAccessKeys) {
   EXPECT_EQ(Shown(u"a & b"), u"a & b");
   EXPECT_EQ(index.AccessKey(), 0);
@@ -123,6 +185,49 @@ TEST(WrapLines, SurrogatePairsStayWhole) {
 TEST(WrapLines, BlankAtTheEndStartsNoLine) {
   EXPECT_EQ(Wrapped(u"abc ", 3), u"abc");
   EXPECT_EQ(Wrapped(u"abc def ", 3), u"abc\ndef");
+}
+
+// Characters that are measured to wrap a text of this length.
+std::size_t Measured(std::size_t length, StringView word) {
+  String text;
+  while (text.size() < length)
+    text += word;
+  std::size_t measured = 0;
+  ui::WrapLines(text, [&](StringView line) {
+    measured += line.size();
+    return line.size() <= 100;
+  });
+  return measured;
+}
+
+// However long the text is, each of its characters is measured some times and no more.
+TEST(WrapLines, MeasuresAsMuchMoreAsTheTextIsLonger) {
+  for (const StringView word : {u"word ", u"x", u"a rather long line with a break at its end\n"}) {
+    const std::size_t measured = Measured(10'000, word);
+    EXPECT_LE(measured, 20 * 10'000u) << ToUtf8(word);
+    EXPECT_LE(Measured(160'000, word), 17 * measured) << ToUtf8(word);
+  }
+}
+
+TEST(CutLines, EndsWhatDoesNotFitWithAnEllipsis) {
+  const auto cut = [](StringView text, std::size_t limit) {
+    return ui::CutLines(text, [limit](StringView line) { return line.size() <= limit; });
+  };
+  EXPECT_EQ(cut(u"abcdef", 6), u"abcdef");
+  EXPECT_EQ(cut(u"abcdefg", 6), u"abcde\u2026");
+  EXPECT_EQ(cut(u"abcdefg\nab\n\nabcdefgh", 6), u"abcde\u2026\nab\n\nabcde\u2026");
+  EXPECT_EQ(cut(u"abc", 1), u"a\u2026");  // one character at least
+  EXPECT_EQ(cut(u"abcd\U0001F600\U0001F601", 6), u"abcd\u2026");
+  EXPECT_EQ(cut(u"", 0), u"");
+}
+
+TEST(CutLines, LooksAtNoMoreOfALineThanIsShown) {
+  std::size_t measured = 0;
+  ui::CutLines(String(1'000'000, u'x'), [&](StringView line) {
+    measured += line.size();
+    return line.size() <= 100;
+  });
+  EXPECT_LE(measured, 5'000u);
 }
 
 TEST(WrapLines, EmptyLinesStay) {

@@ -1,0 +1,114 @@
+#include "ports/win32/IndexScroll.h"
+
+#include <windowsx.h>
+
+namespace krx::win32 {
+
+namespace {
+
+constexpr UINT_PTR kGlideTimer = 1;
+constexpr UINT kGlideStep = 15;  // milliseconds
+
+double Now() {
+  return static_cast<double>(GetTickCount64());
+}
+
+bool HasBar(HWND window) {
+  return (GetWindowLongPtrW(window, GWL_STYLE) & WS_VSCROLL) != 0;
+}
+
+}  // namespace
+
+void IndexScroll::Show(HWND window) const {
+  if (index_.Scrolls() != HasBar(window)) ShowScrollBar(window, SB_VERT, index_.Scrolls());
+  if (!index_.Scrolls()) return;
+  SCROLLINFO info{};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
+  info.nMax = index_.LineCount() - 1;
+  info.nPage = static_cast<UINT>(index_.LinesInSight());
+  info.nPos = index_.TopLine();
+  SetScrollInfo(window, SB_VERT, &info, TRUE);
+}
+
+void IndexScroll::Hear(HWND window, Scale scale, UINT message, WPARAM w, LPARAM l) {
+  const Twips y = scale.ToTwips(GET_Y_LPARAM(l));
+  switch (message) {
+    case WM_LBUTTONDOWN:
+      return Touch(window, y);
+    case WM_MOUSEMOVE:
+      if (drag_.Touched()) index_.ScrollTo(drag_.Move(y, Now()));
+      return;
+    case WM_LBUTTONUP:
+      return Release(window);
+    case WM_TIMER:
+      if (w == kGlideTimer) Glide(window);
+      return;
+    case WM_CAPTURECHANGED:
+      if (drag_.Touched()) drag_.Stop();
+      return;
+    case WM_VSCROLL:
+      return ScrollByBar(window, LOWORD(w));
+    default:
+      return;
+  }
+}
+
+void IndexScroll::Touch(HWND window, Twips y) {
+  KillTimer(window, kGlideTimer);
+  if (GetFocus() != window) SetFocus(window);
+  drag_.Begin({index_.LineHeight(), index_.LineCount(), index_.LinesInSight()}, index_.TopLine(), y,
+              Now());
+}
+
+void IndexScroll::Release(HWND window) {
+  if (!drag_.Touched()) return;
+  drag_.End(Now());
+  if (drag_.Gliding()) SetTimer(window, kGlideTimer, kGlideStep, nullptr);
+}
+
+void IndexScroll::Glide(HWND window) {
+  if (drag_.Gliding()) index_.ScrollTo(drag_.Glide(Now()));
+  if (!drag_.Gliding()) KillTimer(window, kGlideTimer);
+}
+
+void IndexScroll::ScrollByBar(HWND window, int what) {
+  if (drag_.Gliding()) drag_.Stop();
+  SCROLLINFO info{};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_TRACKPOS;
+  switch (what) {
+    case SB_LINEUP:
+      return index_.ScrollTo(index_.TopLine() - 1);
+    case SB_LINEDOWN:
+      return index_.ScrollTo(index_.TopLine() + 1);
+    case SB_PAGEUP:
+      return index_.ScrollTo(index_.TopLine() - index_.LinesInSight());
+    case SB_PAGEDOWN:
+      return index_.ScrollTo(index_.TopLine() + index_.LinesInSight());
+    case SB_TOP:
+      return index_.ScrollTo(0);
+    case SB_BOTTOM:
+      return index_.ScrollTo(index_.LineCount());
+    case SB_THUMBTRACK:
+    case SB_THUMBPOSITION:
+      // The message's own position has 16 bits only.
+      if (GetScrollInfo(window, SB_VERT, &info)) index_.ScrollTo(info.nTrackPos);
+      return;
+    default:
+      return;
+  }
+}
+
+void IndexScroll::Turn(ui::KRXIndex& index, int delta, int& rest) {
+  UINT lines = 3;
+  SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
+  const bool pages = lines == WHEEL_PAGESCROLL;
+  const int notch = pages ? index.LinesInSight() : static_cast<int>(lines);
+  rest += delta * notch;
+  const int whole = rest / WHEEL_DELTA;
+  rest -= whole * WHEEL_DELTA;
+  index.ScrollTo(index.TopLine() - whole);
+}
+
+}  // namespace krx::win32

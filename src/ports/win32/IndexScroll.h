@@ -1,0 +1,32 @@
+#pragma once
+
+#include "ports/win32/Screen.h"
+#include "ui/DragScroll.h"
+#include "ui/KRXIndex.h"
+
+namespace krx::win32 {
+
+// Scrolls the text of an index control that is higher than its window: by scroll bar, wheel and
+// finger. The keys are the form's.
+class IndexScroll {
+ public:
+  explicit IndexScroll(ui::KRXIndex& index) : index_(index) {}
+
+  // Brings the window's scroll bar in line with the text.
+  void Show(HWND window) const;
+  // What a message to the window does to the text; the window handles it all the same.
+  void Hear(HWND window, Scale scale, UINT message, WPARAM w, LPARAM l);
+  // Turns the wheel over a form's text; `rest` keeps what is less than a line.
+  static void Turn(ui::KRXIndex& index, int delta, int& rest);
+
+ private:
+  void Touch(HWND window, Twips y);
+  void Release(HWND window);
+  void Glide(HWND window);
+  void ScrollByBar(HWND window, int what);
+
+  ui::KRXIndex& index_;
+  ui::DragScroll drag_;
+};
+
+}  // namespace krx::win32
