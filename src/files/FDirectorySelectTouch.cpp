@@ -19,9 +19,10 @@ FDirectorySelectTouch::FDirectorySelectTouch(service::Apartment& apartment)
     control->TabIndex = position++;
   }
   FocusControl = &grdFolders;
+  ScreenChanged = [this] { service::Skip([this] { CalcPositions(); }); };
   LoadStep = [this] {
     LoadTexts();
-    service::Skip([this] { CalcPositions(); });
+    ScreenChanged();
     GetDrives();
     EndStart();
   };

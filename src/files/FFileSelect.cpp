@@ -35,6 +35,7 @@ FFileSelect::FFileSelect(service::Apartment& apartment)
   filSelect.RowDoubleClick = [this](int) { ChooseFile(); };
   OnEnter(txtFileName, [this] { PressOK(); });
   OnEnter(filSelect, [this] { ChooseFile(); });
+  ScreenChanged = [this] { CalcPositions(); };
 }
 
 std::array<SelectForm::Heading, 4> FFileSelect::Rows() {

@@ -40,9 +40,10 @@ FFileSelectTouch::FFileSelectTouch(service::Apartment& apartment)
   txtFullPath.Visible = false;
   idxFileListBox.Visible = false;
   FocusControl = &grdFolders;
+  ScreenChanged = [this] { service::Skip([this] { CalcPositions(); }); };
   LoadStep = [this] {
     LoadLook();
-    service::Skip([this] { CalcPositions(); });
+    ScreenChanged();
     GetDrives();
     EndStart();
   };

@@ -20,6 +20,7 @@ FSelectDirectory::FSelectDirectory(service::Apartment& apartment)
     control->TabIndex = position++;
   }
   OnEnter(txtDirectory, [this] { PressOK(); });
+  ScreenChanged = [this] { CalcPositions(); };
   FocusControl = &dirSelect;
 }
 

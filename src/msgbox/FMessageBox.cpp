@@ -84,6 +84,7 @@ FMessageBox::FMessageBox(service::Apartment& apartment)
   // Where no keys can be sent, as to a locked session, the box waits for its answer all the same.
   keyHelp.Click = [this] { service::Skip([this] { ThePlatform().SendKeys(u"F1"); }); };
   keyClose.Click = [this] { Unload(); };
+  ScreenChanged = [this] { CalcPositions(); };
   tmrAutoActivation.Tick = [this] { CountDown(); };
 }
 

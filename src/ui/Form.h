@@ -42,6 +42,8 @@ class Form : public PropertyOwner {
   Event<> LoadStep;
   Event<> UnloadStep;
   Event<> Paint;
+  // Resolution or work area of the form's screen changed while it is up: it is laid out anew.
+  Event<> ScreenChanged;
 
   void Load();
   // Loads if need be, shows the form and returns when it is hidden or unloaded. An error raised in

@@ -90,6 +90,10 @@ void FUser::Bind() {
   keyDeactivateUser.Click = [this] {
     ActOnSelected([this](const String& user) { administration_->SetUserActive(user, 0); });
   };
+  ScreenChanged = [this] {
+    LayOutUsers();
+    Skip([this] { SizeColumns(); });
+  };
   keyOK.Click = [this] { Unload(); };
   keyClose.Click = [this] { Unload(); };
   lvwUser.RowDoubleClick = [this](int) { ChangeSelected(); };

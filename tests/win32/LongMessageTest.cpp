@@ -160,6 +160,25 @@ TEST(LongMessage, ActivatesItselfWhileTheScrollBarIsHeld) {
   EXPECT_EQ(got, 11);
 }
 
+// As the system tells when the box is dragged to a monitor of another resolution.
+TEST(LongMessage, IsLaidOutAnewForAnotherResolution) {
+  WithLongMessage([](Person& person, HWND box, HWND message) {
+    const RECT work = win32::Screen::Of(box).WorkArea;
+    const int lines = 3'000 - LastTopLineOf(message);
+    const int usual = win32::Screen::Of(box).Scale.Dpi;
+    for (const int dpi : {usual * 2, usual, usual * 3 / 2}) {
+      const RECT place = PlaceOf(box);
+      SendMessageW(box, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
+      EXPECT_TRUE(Inside(PlaceOf(box), work)) << dpi;
+      for (const StringView name : {u"keyClose", u"idxMessage", u"keyButton(0)", u"keyButton(1)"})
+        EXPECT_TRUE(Inside(PlaceOf(person.Control(box, name)), PlaceOf(box))) << ToUtf8(name);
+      if (dpi == usual * 2) {
+        EXPECT_LT(3'000 - LastTopLineOf(message), lines * 2 / 3);
+      }
+    }
+  });
+}
+
 }  // namespace
 
 }  // namespace krx::test

@@ -187,6 +187,31 @@ TEST(Windows, FollowTheMouseWithoutDrifting) {
   });
 }
 
+TEST(Windows, ComeBackIntoTheWorkAreaWhenItChanges) {
+  win32::Win32Platform platform;
+  TestForm form(platform);
+  int told = 0;
+  form.ScreenChanged = [&] { ++told; };
+  form.Soon([&] {
+    const win32::DpiScope scope;
+    const HWND window = WindowOf(form);
+    const RECT area = win32::Screen::Of(window).WorkArea;
+    RECT place{};
+    for (const auto& [message, what] :
+         {std::pair<UINT, WPARAM>{WM_DISPLAYCHANGE, 32}, {WM_SETTINGCHANGE, SPI_SETWORKAREA}}) {
+      SetWindowPos(window, nullptr, area.right - 40, area.bottom - 30, 0, 0,
+                   SWP_NOSIZE | SWP_NOZORDER);
+      SendMessageW(window, message, what, 0);
+      GetWindowRect(window, &place);
+      EXPECT_EQ(place.right, area.right);
+      EXPECT_EQ(place.bottom, area.bottom);
+    }
+    form.Unload();
+  });
+  ShowWith(form, [](Person&) {});
+  EXPECT_EQ(told, 2);
+}
+
 TEST(Windows, KeepTheLowerRightCornerOfAnOversizedFormOnTheScreen) {
   const RECT work{0, 0, 1000, 800};
   const RECT wide = win32::Centred(work, {1200, 300});

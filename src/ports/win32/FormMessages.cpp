@@ -77,6 +77,9 @@ LRESULT FormPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       FollowWindow();
       return result;
     }
+    case WM_DISPLAYCHANGE:
+      LayOutAnew();
+      break;
     case WM_DPICHANGED:
       ChangeResolution(HIWORD(w), *reinterpret_cast<const RECT*>(l));
       return 0;
@@ -84,6 +87,7 @@ LRESULT FormPeer::Handle(UINT message, WPARAM w, LPARAM l) {
     case WM_THEMECHANGED:
     case WM_SETTINGCHANGE:
       ChangeLook(message, w, l);
+      if (message == WM_SETTINGCHANGE && w == SPI_SETWORKAREA) LayOutAnew();
       return 0;
     default:
       break;
@@ -126,8 +130,23 @@ void FormPeer::ChangeResolution(int dpi, const RECT& suggested) {
   AdoptPosition({suggested.left, suggested.top, suggested.left + size.cx, suggested.top + size.cy});
   SetWindowPos(Window(), nullptr, place_.left, place_.top, size.cx, size.cy,
                SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+  LayOutAnew();
+}
+
+// What is measured now must be measured for the resolution in which this form is shown. It stays
+// where it is as far as the screen has room for it there.
+void FormPeer::LayOutAnew() {
+  Screen screen = Screen::Of(Window());
+  screen.Scale = scale_;
+  const Toolkit::Measuring measuring(toolkit_, screen);
   for (ControlPeer* const child : children_)
     child->Rescale();
+  form_.ScreenChanged();
+  const RECT wanted = MovedInside(screen.WorkArea, place_);
+  if (EqualRect(&wanted, &place_)) return;
+  AdoptPosition(wanted);
+  SetWindowPos(Window(), nullptr, wanted.left, wanted.top, 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void FormPeer::ChangeLook(UINT message, WPARAM w, LPARAM l) {

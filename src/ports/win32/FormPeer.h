@@ -63,6 +63,7 @@ class FormPeer final : public WindowPeer {
   void PaintForm();
   void Tick(UINT_PTR id);
   void ChangeResolution(int dpi, const RECT& suggested);
+  void LayOutAnew();
   void ChangeLook(UINT message, WPARAM w, LPARAM l);
   LRESULT ToChild(HWND child, UINT message, WPARAM w, LPARAM l);
 

@@ -12,7 +12,7 @@ constexpr int kFocusInset = 3;  // pixels at 96 dpi
 }  // namespace
 
 KeyPeer::KeyPeer(Toolkit& toolkit, FormPeer& form, ui::KRXKey& key)
-    : ControlPeer(toolkit, form, key), key_(key), picture_scale_(form.Scale()) {
+    : ControlPeer(toolkit, form, key), key_(key) {
   CreateChild(L"BUTTON", Style(false), 0, key.Caption());
 }
 
@@ -73,9 +73,10 @@ void KeyPeer::Draw(const DRAWITEMSTRUCT& item) const {
   DrawFocusRect(item.hDC, &area);
 }
 
-// Two diagonals about a fifth of the cross thick, drawn line beside line so that they stay crisp.
+// Two diagonals about a fifth of the cross thick, drawn line beside line so that they stay crisp. A
+// form that is laid out anew for another resolution chooses the size for that.
 void KeyPeer::DrawCross(HDC dc, const RECT& area, COLORREF color) const {
-  const int size = key_.Picture().Pixels * form_.Scale().Dpi / picture_scale_.Dpi;
+  const int size = key_.Picture().Pixels;
   const int thickness = std::max(2, size * 3 / 16);
   const int length = size - thickness + 1;
   const int left = (area.left + area.right - size) / 2;

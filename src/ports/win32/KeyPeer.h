@@ -24,7 +24,6 @@ class KeyPeer final : public ControlPeer {
   void DrawCross(HDC dc, const RECT& area, COLORREF color) const;
 
   ui::KRXKey& key_;
-  const Scale picture_scale_;  // the resolution for which the size of the cross was chosen
 };
 
 }  // namespace krx::win32

@@ -26,6 +26,21 @@ class Toolkit {
   // Activation moved, so the next form may open elsewhere.
   void ForgetScreen() { screen_known_until_ = 0; }
 
+  // While it lives, everything is measured for one screen: that of a form which is laid out anew.
+  class Measuring {
+   public:
+    Measuring(Toolkit& toolkit, const Screen& screen) : toolkit_(toolkit) {
+      toolkit_.screen_ = screen;
+      toolkit_.screen_known_until_ = ~0ULL;
+    }
+    ~Measuring() { toolkit_.ForgetScreen(); }
+    Measuring(const Measuring&) = delete;
+    Measuring& operator=(const Measuring&) = delete;
+
+   private:
+    Toolkit& toolkit_;
+  };
+
   // The system's own word for closing a window, for controls that show a cross instead.
   const String& CloseWord();
   // The form that a box of the system belongs to: the innermost one; null without a form.
