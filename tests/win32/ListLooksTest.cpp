@@ -46,6 +46,34 @@ TEST_F(ListLooks, RowsHaveTheColorsOfTheirList) {
   });
 }
 
+// The system's colours of windows, black and white for as long as it lives.
+class HighContrast {
+ public:
+  HighContrast() { SetSysColors(kCount, kIndexes, kContrast); }
+  ~HighContrast() { SetSysColors(kCount, kIndexes, before_); }
+  HighContrast(const HighContrast&) = delete;
+  HighContrast& operator=(const HighContrast&) = delete;
+
+ private:
+  static constexpr int kCount = 2;
+  static constexpr int kIndexes[kCount] = {COLOR_WINDOW, COLOR_WINDOWTEXT};
+  static constexpr COLORREF kContrast[kCount] = {RGB(0, 0, 0), RGB(255, 255, 0)};
+  const COLORREF before_[kCount] = {GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT)};
+};
+
+TEST_F(ListLooks, RowsFollowTheColorsOfTheSystem) {
+  const COLORREF usual = GetSysColor(COLOR_WINDOW);
+  WorkWith(form.lvw, [&](Person& person, const List& list) {
+    AwaitGround(person, list, 1, usual);
+    {
+      const HighContrast contrast;
+      AwaitGround(person, list, 1, RGB(0, 0, 0));
+      EXPECT_TRUE(Shows(list, 1, RGB(255, 255, 0)));
+    }
+    AwaitGround(person, list, 1, usual);
+  });
+}
+
 TEST_F(ListLooks, TheSelectedRowIsSeenWhereverTheKeyboardIs) {
   form.lvw.SelectRow(2);
   form.grd.SelectRow(2);

@@ -187,6 +187,12 @@ TEST(Windows, FollowTheMouseWithoutDrifting) {
   });
 }
 
+TEST(Windows, AskForTheMeasuresOfTheirOwnResolution) {
+  const int usual = win32::Scale{96}.Metric(SM_CXVSCROLL);
+  EXPECT_GT(usual, 0);
+  EXPECT_EQ(win32::Scale{192}.Metric(SM_CXVSCROLL), 2 * usual);
+}
+
 TEST(Windows, ComeBackIntoTheWorkAreaWhenItChanges) {
   win32::Win32Platform platform;
   TestForm form(platform);

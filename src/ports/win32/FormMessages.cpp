@@ -111,10 +111,6 @@ void FormPeer::PaintForm() {
   form_.Paint();
 }
 
-void FormPeer::Tick(UINT_PTR id) {
-  const auto found = std::find_if(timers_.begin(), timers_.end(),
-                                  [&](const TimerPeer* t) { return t->Id() == id; });
-  if (found != timers_.end() && form_.Visible()) (*found)->Tick();
 // The wheel comes from whatever control has no use for it.
 bool FormPeer::TurnWheel(int delta) {
   ui::KRXIndex* const text = ui::ScrollingText(form_);
@@ -122,6 +118,10 @@ bool FormPeer::TurnWheel(int delta) {
   return text != nullptr;
 }
 
+void FormPeer::Tick(UINT_PTR id) {
+  const auto found = std::find_if(timers_.begin(), timers_.end(),
+                                  [&](const TimerPeer* t) { return t->Id() == id; });
+  if (found != timers_.end() && form_.Visible()) (*found)->Tick();
 }
 
 void FormPeer::ChangeResolution(int dpi, const RECT& suggested) {
@@ -150,9 +150,11 @@ void FormPeer::LayOutAnew() {
 }
 
 void FormPeer::ChangeLook(UINT message, WPARAM w, LPARAM l) {
-  // Only top-level windows are told by the system; they pass it on.
-  for (const ControlPeer* const child : children_)
+  // Only top-level windows are told by the system; they pass it on. Some controls keep colours.
+  for (ControlPeer* const child : children_) {
     SendMessageW(child->Window(), message, w, l);
+    child->Update(ui::Aspect::Colors);
+  }
   Default(message, w, l);
   RedrawWindow(Window(), nullptr, nullptr,
                RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);

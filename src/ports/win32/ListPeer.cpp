@@ -225,9 +225,9 @@ void ListPeer::SizeColumns() {
   const auto& columns = list_.Columns();
   RECT window;
   GetWindowRect(Window(), &window);
-  int rest = window.right - window.left - 2 * GetSystemMetrics(SM_CXEDGE);
+  int rest = window.right - window.left - 2 * form_.Scale().Metric(SM_CXEDGE);
   // The scroll bar comes after the columns have been sized, so it is expected here.
-  if (list_.RowCount() > Send(LVM_GETCOUNTPERPAGE)) rest -= GetSystemMetrics(SM_CXVSCROLL);
+  if (list_.RowCount() > Send(LVM_GETCOUNTPERPAGE)) rest -= form_.Scale().Metric(SM_CXVSCROLL);
   int sharing = 0;
   for (const ui::RowList::Column& column : columns) {
     rest -= form_.Scale().Pixels(column.Width);

@@ -118,6 +118,7 @@ void PicturePeer::Paint(HDC dc, const RECT& area) {
   const int x = scale.Pixels(picture->X);
   const int y = scale.Pixels(picture->Y);
   const int size = scale.Pixels(kIconTwips);
+  // DrawIcon knows one size only, whatever the monitor's resolution is.
   if (size == GetSystemMetrics(SM_CXICON)) {
     DrawIcon(dc, x, y, icon);
   } else {
