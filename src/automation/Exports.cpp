@@ -10,6 +10,7 @@
 #include "automation/ThreadApartment.h"
 #include "com/Component.h"
 #include "com/Registration.h"
+#include "ports/win32/Accessible.h"
 
 namespace {
 
@@ -28,7 +29,8 @@ STDAPI DllGetClassObject(REFCLSID id, REFIID iid, void** object) {
 
 STDAPI DllCanUnloadNow() {
   krx::automation::ThreadApartment::BuryDead();
-  return krx::com::CanUnloadNow();
+  // Assistive programs may keep objects of windows that have long gone.
+  return krx::win32::accessible_objects > 0 ? S_FALSE : krx::com::CanUnloadNow();
 }
 
 STDAPI DllRegisterServer() {

@@ -33,6 +33,8 @@ class FMessageBox : public service::DialogForm {
                         const String& sHelpFile, std::int32_t lContext);
   void CalcPositions();
 
+  String Announcement() const override { return idxMessage.WholeText(); }
+
   // Result code of the button that closed the box; before any click the default button's.
   std::int32_t Result = 0;
 

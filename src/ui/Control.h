@@ -62,6 +62,9 @@ class Control : public Component {
   // Whether typed characters are the control's own input, so that they are no access keys.
   virtual bool TakesText() const { return false; }
 
+  // Whether other controls may lie on top of this one, like the fields in a frame.
+  virtual bool LiesBelow() const { return false; }
+
   // Whether the control itself uses a key that otherwise belongs to the form.
   virtual bool UsesKey(int /*key*/) const { return false; }
 

@@ -112,8 +112,14 @@ void Form::Remove(Component& component) {
   if (active_ == &component) active_ = nullptr;
 }
 
+// Controls come in tab order, in which screen readers look for the label of a field. What lies
+// below others comes behind them, as a port puts later windows below earlier ones.
 void Form::GivePeers() {
   if (!peer_) peer_ = platform_.CreatePeer(*this);
+  for (const bool below : {false, true}) {
+    for (Control* control : tab_order_)
+      if (control->LiesBelow() == below) GivePeer(*control);
+  }
   for (Component* component : components_)
     GivePeer(*component);
 }

@@ -36,6 +36,8 @@ class Form : public PropertyOwner {
   Property<Twips> Height{*this, Aspect::Bounds};
   Property<Color> BackColor{*this, Aspect::Colors, kButtonFace};
   Property<String> Caption{*this, Aspect::Caption};
+  // What is announced when the form opens, besides its caption; empty where that says all.
+  virtual String Announcement() const { return {}; }
   // The button that Esc presses; none: Esc does nothing.
   KRXKey* CancelKey = nullptr;
 

@@ -22,7 +22,7 @@ class KRXIndex : public FontClassControl {
   // The text as shown: encoded breaks as line feeds, and lines that would grow wider than 60 % of
   // the work area broken at blanks, or inside a word that is too long by itself.
   String DisplayedText() const override;
-  // The text with nothing left out.
+  // The text with nothing left out, its encoded breaks as line feeds.
   String WholeText() const;
 
   // Whether a text that is higher than the control is scrolled; its lines in sight begin with
@@ -36,6 +36,8 @@ class KRXIndex : public FontClassControl {
   void ScrollTo(int line);
   // Whether the key scrolls; arrows do where `arrows` says so.
   bool ScrollByKey(int key, bool arrows);
+
+  bool LiesBelow() const override { return true; }
 
  protected:
   void Changed(Aspect aspect) override;

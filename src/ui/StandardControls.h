@@ -31,6 +31,7 @@ class Frame : public Control {
 
   String DisplayedText() const override { return WithoutAccessKey(Caption()); }
   char16_t AccessKey() const override { return AccessKeyOf(Caption()); }
+  bool LiesBelow() const override { return true; }
 };
 
 // One of the system's stock icons, by its identifier.

@@ -16,4 +16,8 @@ inline constexpr Difference kHeapsGroupBlocks{
     "once a heap has given out some 2,048 blocks of a size, it takes that size from groups of 31 "
     "blocks, which it keeps and shows as one block each"};
 
+inline constexpr Difference kAutomationClient{
+    "wine10-x64, wine10-x86", [](const Platform& platform) { return platform.Wine >= 10; },
+    "programs can ask by UI Automation; older versions answer, but lack the asking side"};
+
 }  // namespace krx::test

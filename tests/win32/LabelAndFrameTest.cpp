@@ -49,6 +49,24 @@ TEST_F(LabelAndFrame, AccessKeysOfLabelsMoveTheFocusToTheirFields) {
   EXPECT_TRUE(form.txtPassword.Text().Empty());
 }
 
+TEST_F(LabelAndFrame, ALabelIsTheWindowRightBeforeItsFieldAlsoOfOneThatComesLate) {
+  form.txtPassword.Visible = false;
+  form.Soon([&] { form.txtPassword.Visible = true; });
+  Work([](Person& person, HWND window) {
+    const auto before = [&](StringView field) {
+      return GetWindow(person.Control(window, field), GW_HWNDPREV);
+    };
+    person.Await([&] { return IsWindowVisible(person.Control(window, u"txtPassword")) != FALSE; },
+                 "the field that comes late");
+    EXPECT_EQ(before(u"cboName"), person.Control(window, u"lblName"));
+    EXPECT_EQ(before(u"txtPassword"), person.Control(window, u"lblPassword"));
+    EXPECT_EQ(before(u"txtShown"), person.Control(window, u"lblShown"));
+    EXPECT_EQ(GetWindow(person.Control(window, u"idxCaption"), GW_HWNDLAST),
+              person.Control(window, u"fra"))
+        << "what lies below others comes last";
+  });
+}
+
 TEST_F(LabelAndFrame, LabelsShowTheirCaptionAndFollowIt) {
   form.Soon([&] { form.lblName.Caption = u"&Longer name"; });
   Work([&](Person& person, HWND window) {

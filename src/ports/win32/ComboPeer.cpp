@@ -111,12 +111,13 @@ void ComboPeer::Notified(WORD code) {
     case CBN_DROPDOWN:
       box_.DroppedDown = true;
       cancelled_ = false;
-      return;
+      return Tell(EVENT_OBJECT_STATECHANGE, Window());
     case CBN_SELENDCANCEL:
       cancelled_ = true;
       return;
     case CBN_CLOSEUP:
       box_.DroppedDown = false;
+      Tell(EVENT_OBJECT_STATECHANGE, Window());
       return cancelled_ ? ShowSelection() : Choose();
     case CBN_SELCHANGE:
       if (!box_.DroppedDown) Choose();

@@ -30,13 +30,25 @@ void ControlPeer::CreateChild(const wchar_t* window_class, DWORD style, DWORD ex
   place.bottom += HeightBelow();
   Create({window_class, style, ex_style, Wide(text), place, form_.Window()}, control_.Name());
   GiveFont();
-  // New windows lie below their elder siblings, but the close key belongs above the caption line.
-  if (!IsBackground() && form_.Covered(*this))
-    SetWindowPos(Window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  if (!control_.LiesBelow()) StandInOrder();
+}
+
+// New windows lie below their elder siblings. One that comes late takes its place in the tab order:
+// there a screen reader finds the label of a field, and there it lies above the frames.
+void ControlPeer::StandInOrder() const {
+  const HWND before = form_.WindowBefore(control_);
+  if (GetWindow(Window(), GW_HWNDPREV) == before) return;
+  SetWindowPos(Window(), before ? before : HWND_TOP, 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 void ControlPeer::Update(ui::Aspect aspect) {
   if (!Window()) return;
+  Adapt(aspect);
+  TellChange(aspect);
+}
+
+void ControlPeer::Adapt(ui::Aspect aspect) {
   const DpiScope scope;
   switch (aspect) {
     case ui::Aspect::Bounds:
@@ -57,6 +69,23 @@ void ControlPeer::Update(ui::Aspect aspect) {
       return Invalidate();
     default:
       return UpdateContent(aspect);
+  }
+}
+
+void ControlPeer::TellChange(ui::Aspect aspect) const {
+  switch (aspect) {
+    case ui::Aspect::Text:
+      return Tell(control_.Kind() == ui::Kind::ComboBox ? EVENT_OBJECT_VALUECHANGE
+                                                        : EVENT_OBJECT_NAMECHANGE,
+                  Window());
+    case ui::Aspect::Enabled:
+    case ui::Aspect::Locked:
+      return Tell(EVENT_OBJECT_STATECHANGE, Window());
+    case ui::Aspect::Items:
+    case ui::Aspect::MoreItems:
+      return Tell(EVENT_OBJECT_REORDER, Window());
+    default:
+      return;
   }
 }
 
@@ -81,10 +110,8 @@ void ControlPeer::UpdateBounds() {
   const RECT wanted = WantedPlace();
   if (EqualRect(&wanted, &place_)) return;
   place_ = wanted;
-  const bool raise = !IsBackground() && form_.Covered(*this);
-  SetWindowPos(Window(), HWND_TOP, wanted.left, wanted.top, wanted.right - wanted.left,
-               wanted.bottom - wanted.top + HeightBelow(),
-               SWP_NOACTIVATE | (raise ? 0u : SWP_NOZORDER));
+  SetWindowPos(Window(), nullptr, wanted.left, wanted.top, wanted.right - wanted.left,
+               wanted.bottom - wanted.top + HeightBelow(), SWP_NOACTIVATE | SWP_NOZORDER);
   Invalidate();
 }
 

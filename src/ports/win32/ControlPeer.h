@@ -30,13 +30,11 @@ class ControlPeer : public WindowPeer {
 
   LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
   void Fail(std::exception_ptr error) noexcept override { form_.Fail(std::move(error)); }
+  std::unique_ptr<Spoken> Speak() override { return win32::Speak(Window(), control_); }
 
   // Text or picture changed.
   virtual void UpdateContent(ui::Aspect aspect) = 0;
   virtual void FocusChanged(bool /*focused*/) {}
-  // Whether other controls lie on top of this one, like the fields in a frame.
-  virtual bool IsBackground() const { return false; }
-
   // Pixels that the window needs below its place, such as for a list that drops down.
   virtual int HeightBelow() const { return 0; }
 
@@ -52,6 +50,9 @@ class ControlPeer : public WindowPeer {
   SharedFont font_;
 
  private:
+  void Adapt(ui::Aspect aspect);
+  void TellChange(ui::Aspect aspect) const;
+  void StandInOrder() const;
   RECT WantedPlace() const;
   void UpdateBounds();
   void UpdateFont();

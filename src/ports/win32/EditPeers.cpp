@@ -54,6 +54,7 @@ void EditBoxPeer::AdoptSelection() {
 
 LRESULT EditBoxPeer::FromParent(UINT message, WPARAM w, LPARAM l) {
   if (message != WM_COMMAND) return ControlPeer::FromParent(message, w, l);
+  if (HIWORD(w) == EN_CHANGE) Tell(EVENT_OBJECT_VALUECHANGE, Window());
   if (HIWORD(w) == EN_CHANGE && !updating_) {
     AdoptSelection();
     AdoptText();

@@ -95,6 +95,11 @@ LRESULT FormPeer::Handle(UINT message, WPARAM w, LPARAM l) {
   return Default(message, w, l);
 }
 
+LRESULT FormPeer::GiveObject(WPARAM w, LPARAM l) {
+  const LRESULT element = provider_.Answer(Window(), w, l);
+  return element != 0 ? element : WindowPeer::GiveObject(w, l);
+}
+
 void FormPeer::PaintEdge() const {
   const HDC dc = GetWindowDC(Window());
   if (!dc) return;

@@ -93,6 +93,7 @@ void FormPeer::UpdateBounds() {
 void FormPeer::Show() {
   ShowWindow(Window(), SW_SHOW);
   StandInFront(Window());
+  Tell(EVENT_SYSTEM_DIALOGSTART, Window());
   // Everything is painted in one go instead of window by window as the queue runs empty.
   RedrawWindow(Window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
@@ -104,6 +105,7 @@ void FormPeer::ComeToTheFront(bool called) {
 }
 
 void FormPeer::Remove() {
+  if (Window()) Tell(EVENT_SYSTEM_DIALOGEND, Window());
   if (form_.Loaded()) {
     ShowWindow(Window(), SW_HIDE);
   } else {
@@ -143,11 +145,14 @@ HWND FormPeer::FocusWindow() const {
   return first ? first : Window();
 }
 
-bool FormPeer::Covered(const ControlPeer& newcomer) const {
-  return std::any_of(children_.begin(), children_.end(), [&](const ControlPeer* sibling) {
-    RECT common;
-    return sibling != &newcomer && IntersectRect(&common, &sibling->Place(), &newcomer.Place());
-  });
+HWND FormPeer::WindowBefore(const ui::Control& control) const {
+  const auto& order = form_.TabOrder();
+  for (auto at = std::find(order.begin(), order.end(), &control); at != order.begin();) {
+    const ui::Control& before = **--at;
+    const auto* const peer = static_cast<const ControlPeer*>(before.ThePeer());
+    if (peer && peer->Window() && !before.LiesBelow()) return peer->Window();
+  }
+  return nullptr;
 }
 
 ControlPeer* FormPeer::Child(HWND window) const {

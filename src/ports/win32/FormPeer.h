@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "ports/win32/DialogProvider.h"
 #include "ports/win32/Screen.h"
 #include "ports/win32/Toolkit.h"
 #include "ports/win32/WindowPeer.h"
@@ -38,8 +39,8 @@ class FormPeer final : public WindowPeer {
   void FocusOn(ControlPeer& child);
   // Leads the focus away from a control that is about to be hidden or disabled.
   void FocusElsewhere();
-  // Whether a sibling created before lies under this place, so that the newcomer must be raised.
-  bool Covered(const ControlPeer& newcomer) const;
+  // The window of the control before this one in the tab order, among those that lie below none.
+  HWND WindowBefore(const ui::Control& control) const;
 
   // An error of one of the form's handlers; the first one is kept for the form's modal call.
   void Fail(std::exception_ptr error) noexcept override;
@@ -48,6 +49,8 @@ class FormPeer final : public WindowPeer {
 
  protected:
   LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
+  LRESULT GiveObject(WPARAM w, LPARAM l) override;
+  std::unique_ptr<Spoken> Speak() override { return win32::Speak(Window(), form_); }
 
  private:
   ControlPeer* Child(HWND window) const;
@@ -75,6 +78,7 @@ class FormPeer final : public WindowPeer {
   std::vector<TimerPeer*> timers_;
   int wheel_rest_ = 0;  // turns of the wheel that make no whole line yet
   std::exception_ptr error_;
+  DialogProvider provider_{form_};
 };
 
 }  // namespace krx::win32

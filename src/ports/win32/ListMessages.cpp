@@ -51,6 +51,7 @@ LRESULT ListPeer::Notified(NMHDR& header) {
     }
     case LVN_ITEMCHANGED:
       ItemChanged(reinterpret_cast<const NMLISTVIEW&>(header));
+      TellRow(reinterpret_cast<const NMLISTVIEW&>(header));
       return 0;
     case NM_CUSTOMDRAW:
       return DrawRow(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
@@ -76,6 +77,15 @@ void ListPeer::Describe(LVITEMW& item) const {
 void ListPeer::ItemChanged(const NMLISTVIEW& change) {
   const bool selected = (change.uNewState & LVIS_SELECTED) != 0;
   if (!showing_ && selected && change.iItem >= 0) list_.OperatorSelected(change.iItem);
+}
+
+// The selected row, and the one that the keyboard is on while the list has it.
+void ListPeer::TellRow(const NMLISTVIEW& change) const {
+  const UINT gained = change.uNewState & ~change.uOldState;
+  if (change.iItem < 0 || !Window()) return;
+  if ((gained & LVIS_SELECTED) != 0) Tell(EVENT_OBJECT_SELECTION, Window(), change.iItem + 1);
+  if ((gained & LVIS_FOCUSED) != 0 && GetFocus() == Window())
+    Tell(EVENT_OBJECT_FOCUS, Window(), change.iItem + 1);
 }
 
 // The system draws a list that is disabled like any other, and while the keyboard is elsewhere a

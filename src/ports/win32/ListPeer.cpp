@@ -178,7 +178,10 @@ void ListPeer::MarkFocus() {
 }
 
 void ListPeer::FocusChanged(bool focused) {
-  if (focused) MarkFocus();
+  if (!focused) return;
+  MarkFocus();
+  const int row = RowWith(LVNI_FOCUSED);
+  if (row >= 0) Tell(EVENT_OBJECT_FOCUS, Window(), row + 1);
 }
 
 void ListPeer::ShowTop() {

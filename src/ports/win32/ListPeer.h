@@ -50,6 +50,7 @@ class ListPeer final : public ControlPeer {
   LRESULT Notified(NMHDR& header);
   void Describe(LVITEMW& item) const;
   void ItemChanged(const NMLISTVIEW& change);
+  void TellRow(const NMLISTVIEW& change) const;
   LRESULT DrawRow(NMLVCUSTOMDRAW& drawing) const;
   void HeaderNotified(const NMHDR& header);
   void AdoptTop() { list_.TopRow.Adopt(TopRow()); }

@@ -28,7 +28,6 @@ class IndexPeer final : public PanePeer {
   void Paint(HDC dc, const RECT& area) override;
   void UpdateContent(ui::Aspect aspect) override;
   void FocusChanged(bool) override { Invalidate(); }
-  bool IsBackground() const override { return true; }
 
  private:
   void TakeText();

@@ -27,7 +27,6 @@ class FramePeer final : public ControlPeer {
  protected:
   LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
   void UpdateContent(ui::Aspect aspect) override;
-  bool IsBackground() const override { return true; }
 
  private:
   void Paint(HDC dc, RECT area) const;

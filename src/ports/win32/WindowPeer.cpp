@@ -14,6 +14,7 @@ WindowPeer* PeerOf(HWND window) {
 
 WindowPeer::~WindowPeer() {
   detached_ = true;
+  accessible_.WindowGone();
   Destroy();
 }
 
@@ -67,13 +68,15 @@ LRESULT CALLBACK WindowPeer::Procedure(HWND window, UINT message, WPARAM w, LPAR
   if (!peer) return DefWindowProcW(window, message, w, l);
   if (message == WM_DESTROY) peer->DropName();
   if (message == WM_NCDESTROY) {
+    peer->accessible_.WindowGone();
     const LRESULT result = peer->Default(message, w, l);
     peer->window_ = nullptr;
     return result;
   }
   if (peer->detached_) return peer->Default(message, w, l);
   try {
-    return peer->Handle(message, w, l);
+    const LRESULT object = message == WM_GETOBJECT ? peer->GiveObject(w, l) : 0;
+    return object != 0 ? object : peer->Handle(message, w, l);
   } catch (...) {
     peer->Fail(std::current_exception());
     return 0;

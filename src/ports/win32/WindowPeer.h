@@ -2,7 +2,7 @@
 
 #include <exception>
 
-#include "ports/win32/System.h"
+#include "ports/win32/Accessible.h"
 #include "ui/Component.h"
 
 namespace krx::win32 {
@@ -37,6 +37,11 @@ class WindowPeer : public ui::Peer {
   void Destroy();
 
   virtual LRESULT Handle(UINT message, WPARAM w, LPARAM l) { return Default(message, w, l); }
+  // The answer to an assistive program that asks for the window's object; 0: the system's.
+  virtual LRESULT GiveObject(WPARAM w, LPARAM l) {
+    return accessible_.Answer(w, l, [this] { return Speak(); });
+  }
+  virtual std::unique_ptr<Spoken> Speak() = 0;
   // What the window would do without us.
   LRESULT Default(UINT message, WPARAM w, LPARAM l);
   // A handler raised an error that must not cross the window procedure.
@@ -50,6 +55,7 @@ class WindowPeer : public ui::Peer {
   HWND window_ = nullptr;
   WNDPROC native_ = nullptr;  // of a window of the system; none for our own classes
   ATOM name_ = 0;
+  Accessible accessible_;
   bool detached_ = false;  // the component may be gone; its window only needs the default
 };
 

@@ -16,6 +16,7 @@ class RecordingPort : public headless::HeadlessPlatform {
  public:
   std::map<String, Updates> Told;
   std::map<String, int> Created;
+  std::vector<String> Order;
   int Live = 0;
   bool CreationFails = false;
 
@@ -42,6 +43,7 @@ class RecordingPort : public headless::HeadlessPlatform {
 
   std::unique_ptr<ui::Peer> Make(const String& name, ui::Control* control = nullptr) {
     ++Created[name];
+    Order.push_back(name);
     return std::make_unique<RecordingPeer>(*this, name, control);
   }
 };
@@ -75,6 +77,21 @@ TEST_F(Peers, ShownFormAndItsPartsHaveOneEach) {
     EXPECT_NE(form.ThePeer(), nullptr);
     EXPECT_NE(form.tmrSample.ThePeer(), nullptr);
   });
+}
+
+TEST_F(Peers, ComeInTabOrderAndWhatLiesBelowOthersLast) {
+  struct FramedForm : SampleForm {
+    using SampleForm::SampleForm;
+    ui::Frame fra{*this, u"fra"};
+    ui::KRXKey keyLast{*this, u"keyLast"};
+  } framed(port);
+  framed.lblName.TabIndex = 3;
+  framed.txtName.TabIndex = 3;
+  port.Expect(u"Sample", [&](headless::Operator&) { framed.Hide(); });
+  framed.ShowModal();
+  EXPECT_EQ(port.Order,
+            (std::vector<String>{u"Sample", u"keyOne", u"keyTwo", u"lblName", u"txtName",
+                                 u"keyThree", u"keyLast", u"fra", u"tmrSample"}));
 }
 
 TEST_F(Peers, HiddenControlGetsItsPeerWhenItIsFirstShown) {

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "ports/win32/System.h"
+#include "ui/Form.h"
+
+namespace krx::win32 {
+
+// What assistive programs may ask about a window and the rows in it, which count from 1; the window
+// itself is 0. Roles and states are the system's numbers.
+class Spoken {
+ public:
+  static constexpr int kSelf = 0;
+
+  explicit Spoken(HWND window) : window_(window) {}
+  virtual ~Spoken() = default;
+  Spoken(const Spoken&) = delete;
+  Spoken& operator=(const Spoken&) = delete;
+
+  HWND Window() const { return window_; }
+
+  virtual long Role(int part) const = 0;
+  virtual long State(int part) const;
+  virtual String Name(int part) const = 0;
+  virtual String Description(int) const { return {}; }
+  virtual String Shortcut(int) const { return {}; }
+  virtual std::optional<String> Value(int) const { return {}; }
+  virtual bool IsSecret() const { return false; }
+  virtual RECT Place(int part) const;  // in pixels of the screen
+  virtual int PartAt(POINT) const { return kSelf; }
+
+  virtual int Rows() const { return 0; }
+  // Windows inside, in the order of their creation.
+  virtual std::vector<HWND> Windows() const { return {}; }
+  // The part that has the keyboard, and the selected row; none where there is none.
+  virtual std::optional<int> FocusedPart() const;
+  virtual std::optional<int> SelectedPart() const { return {}; }
+
+  // What pressing it does, in a word; empty where it does nothing.
+  virtual String Action(int) const { return {}; }
+  // These return whether there is such a thing to do.
+  virtual bool Act(int) { return false; }
+  virtual bool SetValue(const wchar_t*) { return false; }
+  virtual bool Focus(int) { return false; }
+  virtual bool Select(int) { return false; }
+
+ protected:
+  virtual bool TakesFocus() const { return false; }
+  bool HasFocus() const;
+
+ private:
+  const HWND window_;
+};
+
+std::unique_ptr<Spoken> Speak(HWND window, ui::Form& form);
+std::unique_ptr<Spoken> Speak(HWND window, ui::Control& control);
+
+}  // namespace krx::win32

@@ -1,0 +1,135 @@
+#include <oleacc.h>
+
+#include "ports/win32/SpokenList.h"
+#include "ui/ComboBox.h"
+#include "ui/EditBoxes.h"
+#include "ui/KRXKey.h"
+
+namespace krx::win32 {
+
+namespace {
+
+constexpr const char16_t* kPress = u"Press";
+
+// A form is a dialog; what it announces describes it.
+class SpokenForm final : public Spoken {
+ public:
+  SpokenForm(HWND window, ui::Form& form) : Spoken(window), form_(form) {}
+
+  long Role(int) const override { return ROLE_SYSTEM_DIALOG; }
+  String Name(int) const override { return form_.Caption(); }
+  String Description(int) const override { return form_.Announcement(); }
+  bool TakesFocus() const override { return true; }
+
+  std::vector<HWND> Windows() const override {
+    std::vector<HWND> windows;
+    for (HWND at = GetWindow(Window(), GW_CHILD); at; at = GetWindow(at, GW_HWNDNEXT))
+      windows.push_back(at);
+    return windows;
+  }
+
+ private:
+  ui::Form& form_;
+};
+
+// Texts, frames and pictures: what is only read.
+class SpokenText final : public SpokenControl {
+ public:
+  SpokenText(HWND window, ui::Control& control, long role)
+      : SpokenControl(window, control), role_(role) {}
+
+  long Role(int) const override { return role_; }
+  long State(int part) const override {
+    return SpokenControl::State(part) | (role_ == ROLE_SYSTEM_GROUPING ? 0 : STATE_SYSTEM_READONLY);
+  }
+  bool TakesFocus() const override { return false; }
+
+ private:
+  const long role_;
+};
+
+class SpokenKey final : public SpokenControl {
+ public:
+  using SpokenControl::SpokenControl;
+
+  long Role(int) const override { return ROLE_SYSTEM_PUSHBUTTON; }
+  long State(int part) const override {
+    const bool pressed = (SendMessageW(Window(), BM_GETSTATE, 0, 0) & BST_PUSHED) != 0;
+    return SpokenControl::State(part) | (HasFocus() ? STATE_SYSTEM_DEFAULT : 0) |
+           (pressed ? STATE_SYSTEM_PRESSED : 0);
+  }
+  String Action(int) const override { return kPress; }
+  // Posted: what the button does may take as long as a dialog.
+  bool Act(int) override {
+    return IsWindowEnabled(Window()) && PostMessageW(Window(), BM_CLICK, 0, 0);
+  }
+};
+
+class SpokenEdit final : public SpokenControl {
+ public:
+  SpokenEdit(HWND window, ui::EditBox& box) : SpokenControl(window, box), box_(box) {}
+
+  long Role(int) const override { return ROLE_SYSTEM_TEXT; }
+  long State(int part) const override {
+    return SpokenControl::State(part) | (box_.Locked() ? STATE_SYSTEM_READONLY : 0) |
+           (IsSecret() ? STATE_SYSTEM_PROTECTED : 0);
+  }
+  std::optional<String> Value(int) const override { return box_.DisplayedText(); }
+  bool IsSecret() const override { return box_.Kind() == ui::Kind::PasswordBox; }
+  bool SetValue(const wchar_t* text) override {
+    if (box_.Locked() || !IsWindowEnabled(Window())) return false;
+    return SendMessageW(Window(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text)) != 0;
+  }
+
+ private:
+  ui::EditBox& box_;
+};
+
+class SpokenCombo final : public SpokenControl {
+ public:
+  SpokenCombo(HWND window, ui::ComboBox& box) : SpokenControl(window, box), box_(box) {}
+
+  long Role(int) const override { return ROLE_SYSTEM_COMBOBOX; }
+  long State(int part) const override {
+    return SpokenControl::State(part) | STATE_SYSTEM_HASPOPUP |
+           (box_.DroppedDown ? STATE_SYSTEM_EXPANDED : STATE_SYSTEM_COLLAPSED);
+  }
+  std::optional<String> Value(int) const override { return box_.Text(); }
+  String Action(int) const override { return box_.DroppedDown ? u"Close" : u"Open"; }
+  bool Act(int) override {
+    return IsWindowEnabled(Window()) &&
+           PostMessageW(Window(), CB_SHOWDROPDOWN, !box_.DroppedDown, 0);
+  }
+
+ private:
+  ui::ComboBox& box_;
+};
+
+}  // namespace
+
+std::unique_ptr<Spoken> Speak(HWND window, ui::Form& form) {
+  return std::make_unique<SpokenForm>(window, form);
+}
+
+std::unique_ptr<Spoken> Speak(HWND window, ui::Control& control) {
+  const auto text = [&](long role) { return std::make_unique<SpokenText>(window, control, role); };
+  switch (control.Kind()) {
+    case ui::Kind::Key:
+      return std::make_unique<SpokenKey>(window, control);
+    case ui::Kind::TextBox:
+    case ui::Kind::PasswordBox:
+      return std::make_unique<SpokenEdit>(window, static_cast<ui::EditBox&>(control));
+    case ui::Kind::ComboBox:
+      return std::make_unique<SpokenCombo>(window, static_cast<ui::ComboBox&>(control));
+    case ui::Kind::RowList:
+      return std::make_unique<SpokenList>(window, static_cast<ui::RowList&>(control));
+    case ui::Kind::Frame:
+      return text(ROLE_SYSTEM_GROUPING);
+    case ui::Kind::PictureBox:
+      return text(ROLE_SYSTEM_GRAPHIC);
+    default:
+      return text(ROLE_SYSTEM_STATICTEXT);
+  }
+}
+
+}  // namespace krx::win32
