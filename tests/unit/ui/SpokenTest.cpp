@@ -27,14 +27,14 @@ class Spoken : public FormTest {
 
 TEST_F(Spoken, NamesAnInputByTheLabelBeforeIt) {
   EXPECT_EQ(ui::SpokenName(spoken.txtName), u"Name of it");
-  EXPECT_EQ(ui::SpokenKey(spoken.txtName), u'n');
+  EXPECT_EQ(ui::SpokenKey(spoken.txtName), u'N');
 }
 
 TEST_F(Spoken, NamesFurtherInputsByTheSameLabelButItsKeyLeadsToTheFirst) {
   EXPECT_EQ(ui::SpokenName(spoken.txtShown), u"Name of it");
   EXPECT_EQ(ui::SpokenKey(spoken.txtShown), u'\0');
   spoken.txtName.Visible = false;
-  EXPECT_EQ(ui::SpokenKey(spoken.txtShown), u'n');
+  EXPECT_EQ(ui::SpokenKey(spoken.txtShown), u'N');
 }
 
 TEST_F(Spoken, NamesAnInputWithoutAnyLabelByItsForm) {
@@ -47,7 +47,7 @@ TEST_F(Spoken, NamesAListByTheFrameBeforeIt) {
   spoken.fraRows.Visible = true;
   spoken.fraRows.Caption = u"&Rows";
   EXPECT_EQ(ui::SpokenName(spoken.grdRows), u"Rows");
-  EXPECT_EQ(ui::SpokenKey(spoken.grdRows), u'r');
+  EXPECT_EQ(ui::SpokenKey(spoken.grdRows), u'R');
 }
 
 TEST_F(Spoken, PassesAFrameWithoutACaption) {
@@ -65,7 +65,7 @@ TEST_F(Spoken, NamesAGridByItsOnlyHeading) {
 TEST_F(Spoken, SaysTheWordsOfAButtonInOneLine) {
   spoken.keyOne.Caption = u"&Switch\r\non && off";
   EXPECT_EQ(ui::SpokenName(spoken.keyOne), u"Switch on & off");
-  EXPECT_EQ(ui::SpokenKey(spoken.keyOne), u's');
+  EXPECT_EQ(ui::SpokenKey(spoken.keyOne), u'S');
 }
 
 TEST_F(Spoken, SaysATextInTheLinesThatWereGiven) {
