@@ -28,7 +28,8 @@ void ControlPeer::CreateChild(const wchar_t* window_class, DWORD style, DWORD ex
   if (control_.TabStop()) style |= WS_TABSTOP;
   RECT place = place_;
   place.bottom += HeightBelow();
-  Create({window_class, style, ex_style, Wide(text), place, form_.Window()}, control_.Name());
+  Create(toolkit_.Controls, {window_class, style, ex_style, Wide(text), place, form_.Window()},
+         control_.Name());
   GiveFont();
   if (!control_.LiesBelow()) StandInOrder();
 }

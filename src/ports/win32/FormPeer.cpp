@@ -22,7 +22,8 @@ FormPeer::FormPeer(Toolkit& toolkit, ui::Form& form) : toolkit_(toolkit), form_(
   const Screen& screen = toolkit.OpeningScreen();
   scale_ = screen.Scale;
   place_ = Centred(screen.WorkArea, WindowSize());
-  Create({kFormClass, kStyle, WS_EX_CONTROLPARENT, Wide(form.Caption()), place_, nullptr},
+  Create(toolkit.Controls,
+         {kFormClass, kStyle, WS_EX_CONTROLPARENT, Wide(form.Caption()), place_, nullptr},
          form.Name());
   AdoptPosition(place_);
   // Keyboard users see the focus and the access keys from the start.

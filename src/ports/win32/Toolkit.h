@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "ports/win32/CommonControls.h"
 #include "ports/win32/KeyFilter.h"
 #include "ports/win32/Texts.h"
 #include "ports/win32/WindowClasses.h"
@@ -16,6 +17,7 @@ class Toolkit {
  public:
   Toolkit();
 
+  const CommonControls Controls;
   win32::Texts Texts;
   KeyFilter Keys;
   std::vector<ModalLoop*> Loops;  // running now, the innermost one last

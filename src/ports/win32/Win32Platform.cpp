@@ -182,6 +182,7 @@ int Win32Platform::ShowMessageBox(StringView text, int style, StringView title) 
   const HWND form = toolkit_->FormInUse();
   // A window of the host as owner would take the box along when it goes.
   const UINT modality = form ? 0 : MB_TASKMODAL | MB_SETFOREGROUND;
+  const CommonControls::Scope controls(toolkit_->Controls);
   const int answer = MessageBoxW(form, Wide(String(text)), Wide(String(title)),
                                  static_cast<UINT>(style) | modality);
   if (answer == 0) throw SystemError(u"The system's message box cannot be shown");

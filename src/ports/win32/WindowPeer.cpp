@@ -22,7 +22,9 @@ void WindowPeer::Destroy() {
   if (window_) DestroyWindow(window_);
 }
 
-void WindowPeer::Create(const Creation& wanted, const String& name) {
+void WindowPeer::Create(const CommonControls& controls, const Creation& wanted,
+                        const String& name) {
+  const CommonControls::Scope scope(controls);
   const RECT& place = wanted.Place;
   const HWND window =
       CreateWindowExW(wanted.ExStyle, wanted.Class, wanted.Text, wanted.Style, place.left,

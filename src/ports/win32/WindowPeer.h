@@ -3,6 +3,7 @@
 #include <exception>
 
 #include "ports/win32/Accessible.h"
+#include "ports/win32/CommonControls.h"
 #include "ui/Component.h"
 
 namespace krx::win32 {
@@ -33,7 +34,7 @@ class WindowPeer : public ui::Peer {
 
   WindowPeer() = default;
   // Creates the window, hidden or shown by its style; raises Error when the system refuses.
-  void Create(const Creation& wanted, const String& name);
+  void Create(const CommonControls& controls, const Creation& wanted, const String& name);
   void Destroy();
 
   virtual LRESULT Handle(UINT message, WPARAM w, LPARAM l) { return Default(message, w, l); }
