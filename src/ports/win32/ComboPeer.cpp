@@ -1,5 +1,7 @@
 #include "ports/win32/ComboPeer.h"
 
+#include <commctrl.h>
+
 #include <algorithm>
 
 #include "ui/Platform.h"
@@ -20,6 +22,8 @@ ComboPeer::ComboPeer(Toolkit& toolkit, FormPeer& form, ui::ComboBox& box)
     : ControlPeer(toolkit, form, box), box_(box) {
   constexpr DWORD kStyle = CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS | WS_VSCROLL;
   CreateChild(L"COMBOBOX", kStyle, 0, String());
+  // Newer controls would open three times as many rows and pay no heed to the height.
+  SendMessageW(Window(), CB_SETMINVISIBLE, kVisibleRows, 0);
   box_.DroppedDown = false;  // a list that was open went with its window
   SizeRows();
   Fill();

@@ -11,17 +11,29 @@ constexpr Twips kCaptionIndent = 135;  // of a frame's caption from its left edg
 }  // namespace
 
 LabelPeer::LabelPeer(Toolkit& toolkit, FormPeer& form, ui::Label& label)
-    : ControlPeer(toolkit, form, label), label_(label) {
-  const DWORD style = SS_LEFT | (label.UseMnemonic ? 0 : SS_NOPREFIX);
-  CreateChild(L"STATIC", style, 0, label.Caption());
+    : PaintedPeer(toolkit, form, label), label_(label) {
+  CreateChild(kPaneClass, 0, 0, label.Caption());
 }
 
 void LabelPeer::UpdateContent(ui::Aspect aspect) {
   if (aspect == ui::Aspect::Text) SetText(label_.Caption());
+  Invalidate();
+}
+
+void LabelPeer::Paint(HDC dc, const RECT& area) {
+  FillRect(dc, &area, BrushFor(dc, label_.BackColor()));
+  const HGDIOBJ before = SelectObject(dc, font_->Get());
+  SetBkMode(dc, TRANSPARENT);
+  SetTextColor(dc,
+               label_.Enabled() ? ResolveColor(label_.ForeColor()) : GetSysColor(COLOR_GRAYTEXT));
+  const UINT marks = label_.UseMnemonic ? CaptionFormat() : DT_NOPREFIX;
+  RECT text = area;
+  DrawTextW(dc, Wide(label_.Caption()), -1, &text, DT_WORDBREAK | DT_EXPANDTABS | marks);
+  SelectObject(dc, before);
 }
 
 FramePeer::FramePeer(Toolkit& toolkit, FormPeer& form, ui::Frame& frame)
-    : ControlPeer(toolkit, form, frame), frame_(frame) {
+    : PaintedPeer(toolkit, form, frame), frame_(frame) {
   CreateChild(L"BUTTON", BS_GROUPBOX, 0, frame.Caption());
 }
 
@@ -30,38 +42,22 @@ void FramePeer::UpdateContent(ui::Aspect aspect) {
   Invalidate();
 }
 
-LRESULT FramePeer::Handle(UINT message, WPARAM w, LPARAM l) {
-  switch (message) {
-    case WM_ERASEBKGND:
-      return TRUE;
-    case WM_PAINT: {
-      const PaintScope paint(Window());
-      RECT area;
-      GetClientRect(Window(), &area);
-      Paint(paint.Dc(), area);
-      return 0;
-    }
-    default:
-      return ControlPeer::Handle(message, w, l);
-  }
-}
-
 // The caption stands in the upper edge, which is therefore half a line lower.
-void FramePeer::Paint(HDC dc, RECT area) const {
+void FramePeer::Paint(HDC dc, const RECT& area) {
   FillRect(dc, &area, BrushFor(dc, frame_.BackColor()));
+  RECT edge = area;
   if (frame_.Caption().empty()) {
-    DrawEdge(dc, &area, EDGE_ETCHED, BF_RECT);
+    DrawEdge(dc, &edge, EDGE_ETCHED, BF_RECT);
     return;
   }
   const HGDIOBJ before = SelectObject(dc, font_->Get());
-  const bool hide_marks = (SendMessageW(Window(), WM_QUERYUISTATE, 0, 0) & UISF_HIDEACCEL) != 0;
-  const UINT format = DT_SINGLELINE | DT_TOP | (hide_marks ? DT_HIDEPREFIX : 0u);
+  const UINT format = DT_SINGLELINE | DT_TOP | CaptionFormat();
   RECT text = area;
   DrawTextW(dc, Wide(frame_.Caption()), -1, &text, format | DT_CALCRECT);
   const int indent = form_.Scale().Pixels(kCaptionIndent);
   OffsetRect(&text, indent, 0);
-  area.top += (text.bottom - text.top) / 2;
-  DrawEdge(dc, &area, EDGE_ETCHED, BF_RECT);
+  edge.top += (text.bottom - text.top) / 2;
+  DrawEdge(dc, &edge, EDGE_ETCHED, BF_RECT);
   RECT gap = text;
   InflateRect(&gap, indent / 3, 0);
   FillRect(dc, &gap, BrushFor(dc, frame_.BackColor()));

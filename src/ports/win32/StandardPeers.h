@@ -1,17 +1,19 @@
 #pragma once
 
-#include "ports/win32/ControlPeer.h"
+#include "ports/win32/Panes.h"
 #include "ui/StandardControls.h"
 
 namespace krx::win32 {
 
-// A label is the system's static text.
-class LabelPeer final : public ControlPeer {
+// A label is drawn by us: some versions of the system's static text keep memory for each one that
+// has had a font.
+class LabelPeer final : public PaintedPeer {
  public:
   LabelPeer(Toolkit& toolkit, FormPeer& form, ui::Label& label);
 
  protected:
   void UpdateContent(ui::Aspect aspect) override;
+  void Paint(HDC dc, const RECT& area) override;
 
  private:
   ui::Label& label_;
@@ -20,17 +22,15 @@ class LabelPeer final : public ControlPeer {
 // A frame is the system's group box; the controls on it lie above it. It paints itself: the system
 // would leave out its inside, which the form does not paint either, and put the upper edge lower
 // even where there is no caption.
-class FramePeer final : public ControlPeer {
+class FramePeer final : public PaintedPeer {
  public:
   FramePeer(Toolkit& toolkit, FormPeer& form, ui::Frame& frame);
 
  protected:
-  LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
   void UpdateContent(ui::Aspect aspect) override;
+  void Paint(HDC dc, const RECT& area) override;
 
  private:
-  void Paint(HDC dc, RECT area) const;
-
   ui::Frame& frame_;
 };
 
