@@ -23,6 +23,7 @@ using service::MeasureTextWidth;
 constexpr Twips kIconLeft = 180;       // also the form's margin and the gap between buttons
 constexpr Twips kIconSize = 480;       // 32 pixels at 96 dpi, the size of the stock icons
 constexpr Twips kMessagePadding = 30;  // added to the message text's width and height
+constexpr Twips kTextToBar = 90;       // from the widest line of a message that scrolls to its bar
 constexpr Twips kNarrowestButton = 1215;
 constexpr Twips kTextToButtons = 1.5f;  // in icon-left distances
 constexpr Twips kHelpExtraGap = 0.5f;   // in icon-left distances
@@ -212,7 +213,7 @@ void FMessageBox::SizeMessage(Twips below) {
     const Twips line = idxMessage.LineHeight();
     const Twips lines = std::max(1.0f, std::floor((room - kMessagePadding) / line));
     idxMessage.Height = lines * line + kMessagePadding;
-    idxMessage.Width = idxMessage.Width() + ThePlatform().ScrollBarWidth();
+    idxMessage.Width = idxMessage.Width() + kTextToBar + ThePlatform().ScrollBarWidth();
     idxMessage.TabIndex = static_cast<int>(TabOrder().size());  // behind the buttons
   }
   idxMessage.Scrolls = scrolls;

@@ -185,8 +185,8 @@ TEST_F(FMessageBoxLayout, MessageThatFitsIsNotScrolled) {
 TEST_F(FMessageBoxLayout, MessageThatIsTooHighForTheScreenIsScrolled) {
   const auto form = SetUpBox({.Text = Lines(53)});
   EXPECT_TRUE(form->idxMessage.Scrolls());
-  // A line less, and 255 for the scroll bar.
-  EXPECT_EQ(form->idxMessage.Bounds(), (Rect{180, 465, 445, 10014}));
+  // A line less, and 90 + 255 for the scroll bar.
+  EXPECT_EQ(form->idxMessage.Bounds(), (Rect{180, 465, 535, 10014}));
   EXPECT_EQ(form->idxMessage.LinesInSight(), 52);
   EXPECT_EQ(form->keyButton[0].Top(), 10749);
   EXPECT_EQ(form->Height(), 11301);
