@@ -44,8 +44,6 @@ int LoadCycles() {
 }
 
 testing::AssertionResult LeavesNothing(int cycles, const std::function<void()>& cycle) {
-  // Stays loaded: loading it anew with the component is most of a cycle's time.
-  LoadLibraryW(L"comctl32.dll");
   Run(kWarmUp, cycle);
   const SettledHeaps settled;
   Run(kWarmUp, cycle);
