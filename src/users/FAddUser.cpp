@@ -70,7 +70,8 @@ void FAddUser::LoadTexts() {
     LoadText(label, label.Tag);
   const std::array keys{&keyOK, &keyCancel};
   LoadFonts(keys, InputRows());
-  LayOut(InputRows(), keys);
+  ScreenChanged = [this, keys] { LayOut(InputRows(), keys); };
+  ScreenChanged();
 }
 
 // A statement that fails leaves its value as it is, and the others go on: where the mode cannot be

@@ -51,7 +51,8 @@ void FChangePassword::LoadTexts() {
     LoadText(label, label.Tag);
   const std::array keys{&keyOK, &keyCancel};
   LoadFonts(keys, InputRows());
-  LayOut(InputRows(), keys, kCaptionPadding);
+  ScreenChanged = [this, keys] { LayOut(InputRows(), keys, kCaptionPadding); };
+  ScreenChanged();
 }
 
 bool FChangePassword::ChangePassword(const std::optional<String>& user) {

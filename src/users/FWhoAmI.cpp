@@ -63,7 +63,10 @@ void FWhoAmI::LoadTexts() {
     LoadText(label, label.Tag);
   const std::array keys{&keyOK};
   LoadFonts(keys, InputRows());
-  LayOut(InputRows(), keys, service::kCaptionPadding, WideRow::EndsWithFrame);
+  ScreenChanged = [this, keys] {
+    LayOut(InputRows(), keys, service::kCaptionPadding, WideRow::EndsWithFrame);
+  };
+  ScreenChanged();
 }
 
 // On the screen the class stands above the comment.

@@ -32,7 +32,8 @@ void LogOnForm::LoadLogOn(StringView caption_suffix) {
   LoadText(lblPassword, u"lblPassword");
   const std::array keys{&keyOK, &keyCancel, &log_off_};
   LoadFonts(keys, InputRows());
-  LayOut(InputRows(), keys);
+  ScreenChanged = [this, keys] { LayOut(InputRows(), keys); };
+  ScreenChanged();
 }
 
 bool LogOnForm::LogOn() {

@@ -1,7 +1,6 @@
 #include "users/UserForm.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "service/KRXDialog.h"
 #include "service/MKRXDialog.h"
@@ -81,9 +80,6 @@ void UserForm::LayOut(Rows rows, Keys keys, Twips caption_padding, WideRow wide_
   Width = MaxValue({right + kMargin, WidestLabelEnd(rows) + kMargin, title});
   Height = top + height + kMargin;
   PlaceCaption();
-  ScreenChanged = [this, again_rows = std::vector(rows.begin(), rows.end()),
-                   again_keys = std::vector(keys.begin(), keys.end()), caption_padding,
-                   wide_row] { LayOut(again_rows, again_keys, caption_padding, wide_row); };
 }
 
 void UserForm::SizeKey(ui::KRXKey& key) {

@@ -18,4 +18,11 @@ struct Desk {
   }
 };
 
+// Of a window, in pixels of the screen.
+inline RECT PlaceOf(HWND window) {
+  RECT place{};
+  GetWindowRect(window, &place);
+  return place;
+}
+
 }  // namespace krx::test

@@ -21,12 +21,6 @@ String Lines(int count) {
   return text;
 }
 
-RECT PlaceOf(HWND window) {
-  RECT place{};
-  GetWindowRect(window, &place);
-  return place;
-}
-
 bool Inside(const RECT& inner, const RECT& outer) {
   return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
          inner.bottom <= outer.bottom;

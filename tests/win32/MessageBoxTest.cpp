@@ -65,13 +65,11 @@ TEST(FMessageBox, IsDraggedByItsCaptionLine) {
   RunWith([&] { desk.Dialog->KRMsgBox(u"A text that makes the box wide enough", 0, u"Title"); },
           [](Person& person) {
             const HWND box = person.AwaitForm(u"FMessageBox");
-            RECT start{};
-            GetWindowRect(box, &start);
+            const RECT start = PlaceOf(box);
             person.Drag(person.Control(box, u"idxCaption"), 61, 43);
             person.Await(
                 [&] {
-                  RECT now{};
-                  GetWindowRect(box, &now);
+                  const RECT now = PlaceOf(box);
                   return now.left == start.left + 61 && now.top == start.top + 43;
                 },
                 "the box to follow");
@@ -84,17 +82,14 @@ TEST(FMessageBox, IsNotDraggedFromItsMargin) {
   RunWith([&] { desk.Dialog->KRMsgBox(u"A text that makes the box wide enough", 1, u"Title"); },
           [](Person& person) {
             const HWND box = person.AwaitForm(u"FMessageBox");
-            RECT start{};
-            RECT line{};
-            GetWindowRect(box, &start);
-            GetWindowRect(person.Control(box, u"idxCaption"), &line);
+            const RECT start = PlaceOf(box);
+            const RECT line = PlaceOf(person.Control(box, u"idxCaption"));
             // From the margin below the caption line onto the line, and along it.
             person.DragTo({line.left + 4, line.bottom + 6}, {line.left + 40, line.top + 6});
             // Once the key is through, so is the mouse.
             person.Press(VK_TAB);
             person.AwaitFocus(person.Control(box, u"keyButton(1)"));
-            RECT end{};
-            GetWindowRect(box, &end);
+            const RECT end = PlaceOf(box);
             EXPECT_EQ(end.left, start.left);
             EXPECT_EQ(end.top, start.top);
             person.Press(VK_RETURN);

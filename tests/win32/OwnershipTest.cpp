@@ -70,6 +70,15 @@ class Ownership : public testing::Test {
     SetFocus(main.Edit());
   }
 
+  // Presses the button that takes windows of the host away; the form is used on after that.
+  static HWND TakeAway(Person& person, const std::atomic<bool>& gone) {
+    const HWND window = person.AwaitForm(u"FTest");
+    person.Click(person.Control(window, u"keyTwo"));
+    person.Await([&] { return gone.load(); }, "the host's windows to go");
+    EXPECT_TRUE(IsWindowVisible(window));
+    return person.AwaitForm(u"FTest");
+  }
+
   win32::Win32Platform platform;
   const Stranger stranger;
   const HostWindow other;
@@ -99,11 +108,7 @@ TEST_F(Ownership, AnyWindowOfTheHostMayGoWhileAFormIsUp) {
     gone = true;
   };
   ShowWith(form, [&](Person& person) {
-    const HWND window = person.AwaitForm(u"FTest");
-    person.Click(person.Control(window, u"keyTwo"));
-    person.Await([&] { return gone.load(); }, "the windows to go");
-    ASSERT_TRUE(IsWindowVisible(window));
-    person.AwaitForm(u"FTest");
+    const HWND window = TakeAway(person, gone);
     person.Click(person.Control(window, u"keyOne"));
   });
   EXPECT_EQ(form.Answer, u"keyOne");
@@ -208,11 +213,7 @@ TEST_F(Ownership, ActivationReturnsToAnotherWindowOfTheHost) {
     gone = true;
   };
   ShowWith(form, [&](Person& person) {
-    const HWND window = person.AwaitForm(u"FTest");
-    person.Click(person.Control(window, u"keyTwo"));
-    person.Await([&] { return gone.load(); }, "the window to go");
-    ASSERT_TRUE(IsWindowVisible(window));
-    person.AwaitForm(u"FTest");
+    TakeAway(person, gone);
     person.Press(VK_ESCAPE);
   });
   EXPECT_EQ(GetForegroundWindow(), other.Get());

@@ -16,6 +16,12 @@ BSTR Allocate(const String& text) {
   return allocated;
 }
 
+// The object of another of our windows.
+HRESULT FindObject(HWND window, IDispatch** object) {
+  return AccessibilityLibrary::Get().Find(window, static_cast<DWORD>(OBJID_CLIENT),
+                                          __uuidof(IDispatch), reinterpret_cast<void**>(object));
+}
+
 HRESULT GiveNumber(long number, VARIANT* out) {
   out->vt = VT_I4;
   out->lVal = number;
@@ -127,12 +133,11 @@ HRESULT AccessibleObject::GivePart(std::optional<int> part, VARIANT* child) cons
 
 HRESULT AccessibleObject::GiveWindow(HWND window, VARIANT* child) const {
   child->vt = VT_EMPTY;
-  void* found = nullptr;
-  const HRESULT result = AccessibilityLibrary::Get().Find(window, static_cast<DWORD>(OBJID_CLIENT),
-                                                          __uuidof(IDispatch), &found);
+  IDispatch* found = nullptr;
+  const HRESULT result = FindObject(window, &found);
   if (FAILED(result)) return result;
   child->vt = VT_DISPATCH;
-  child->pdispVal = static_cast<IDispatch*>(found);
+  child->pdispVal = found;
   return S_OK;
 }
 
@@ -142,12 +147,9 @@ STDMETHODIMP AccessibleObject::get_accParent(IDispatch** parent) {
   *parent = nullptr;
   return Guarded([&](const Spoken& spoken) -> HRESULT {
     const HWND above = GetAncestor(spoken.Window(), GA_PARENT);
-    void** const out = reinterpret_cast<void**>(parent);
-    if (!above || above == GetDesktopWindow())
-      return AccessibilityLibrary::Get().MakeStandard(spoken.Window(), OBJID_WINDOW,
-                                                      __uuidof(IDispatch), out);
-    return AccessibilityLibrary::Get().Find(above, static_cast<DWORD>(OBJID_CLIENT),
-                                            __uuidof(IDispatch), out);
+    if (above && above != GetDesktopWindow()) return FindObject(above, parent);
+    return AccessibilityLibrary::Get().MakeStandard(
+        spoken.Window(), OBJID_WINDOW, __uuidof(IDispatch), reinterpret_cast<void**>(parent));
   });
 }
 
@@ -170,8 +172,7 @@ STDMETHODIMP AccessibleObject::get_accChild(VARIANT child, IDispatch** object) {
     const auto windows = spoken.Windows();
     const auto index = static_cast<std::size_t>(child.lVal) - 1;
     if (index >= windows.size()) return E_INVALIDARG;
-    return AccessibilityLibrary::Get().Find(windows[index], static_cast<DWORD>(OBJID_CLIENT),
-                                            __uuidof(IDispatch), reinterpret_cast<void**>(object));
+    return FindObject(windows[index], object);
   });
 }
 
