@@ -147,9 +147,9 @@ HRESULT KRXDialogObject::SelectDirectory(DirectoryMethod method, BSTR start_dire
                                          VARIANT_BOOL allow_change_up, BSTR title, BSTR* result) {
   return Run([&] {
     BSTR& path = Place(result);
-    service::DirectoryRequest request{com::FromBstr(start_directory),
-                                      allow_change_up != VARIANT_FALSE, com::FromBstr(title)};
-    path = com::Bstr((*dialog_.*method)(std::move(request))).Detach();
+    const service::DirectoryRequest request{com::FromBstr(start_directory),
+                                            allow_change_up != VARIANT_FALSE, com::FromBstr(title)};
+    path = com::Bstr((*dialog_.*method)(request)).Detach();
   });
 }
 
@@ -158,10 +158,10 @@ HRESULT KRXDialogObject::SelectFile(FileMethod method, BSTR file_name, BSTR star
                                     BSTR* result) {
   return Run([&] {
     BSTR& path = Place(result);
-    service::FileRequest request{com::FromBstr(file_name), com::FromBstr(start_directory),
-                                 com::FromBstr(filter), allow_change_up != VARIANT_FALSE,
-                                 com::FromBstr(title)};
-    path = com::Bstr((*dialog_.*method)(std::move(request))).Detach();
+    const service::FileRequest request{com::FromBstr(file_name), com::FromBstr(start_directory),
+                                       com::FromBstr(filter), allow_change_up != VARIANT_FALSE,
+                                       com::FromBstr(title)};
+    path = com::Bstr((*dialog_.*method)(request)).Detach();
   });
 }
 

@@ -64,10 +64,10 @@ class KRXDialogObject final : public com::DualObject<IKRXDialog> {
   HRESULT GetSetting(Twips service::SharedSettings::*setting, float* value);
   HRESULT PutSetting(Twips service::SharedSettings::*setting, const float* value);
   // Hands a file request to one of the file methods and its path to the client.
-  using FileMethod = String (service::KRXDialog::*)(service::FileRequest);
+  using FileMethod = String (service::KRXDialog::*)(const service::FileRequest&);
   HRESULT SelectFile(FileMethod method, BSTR file_name, BSTR start_directory, BSTR filter,
                      VARIANT_BOOL allow_change_up, BSTR title, BSTR* result);
-  using DirectoryMethod = String (service::KRXDialog::*)(service::DirectoryRequest);
+  using DirectoryMethod = String (service::KRXDialog::*)(const service::DirectoryRequest&);
   HRESULT SelectDirectory(DirectoryMethod method, BSTR start_directory,
                           VARIANT_BOOL allow_change_up, BSTR title, BSTR* result);
 

@@ -4,9 +4,6 @@
 #include <utility>
 
 #include "automation/ApartmentSpy.h"
-#include "files/Register.h"
-#include "msgbox/FMessageBox.h"
-#include "users/Register.h"
 
 namespace krx::automation {
 
@@ -44,9 +41,6 @@ void ThreadApartment::BuryDead() noexcept {
 }
 
 ThreadApartment::ThreadApartment() {
-  msgbox::Register(service_);
-  users::Register(service_);
-  files::Register(service_);
   spy_ = com::ComPtr<ApartmentSpy>::Attach(new ApartmentSpy(*this));
   spy_->Start();
   TlsSetValue(slot, this);

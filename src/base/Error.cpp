@@ -37,8 +37,4 @@ Error ObjectNotSet() {
   return RuntimeError(91, u"Object reference not set");
 }
 
-Error NotImplemented() {
-  return Error(0x80004001u, u"This dialog is not implemented");
-}
-
 }  // namespace krx

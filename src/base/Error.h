@@ -33,8 +33,7 @@ Error RuntimeError(std::int32_t number, String description);
 // memory (runtime error 7) or an internal error (51).
 Error ErrorInFlight();
 
-Error TypeMismatch();    // runtime error 13: a text that should be a number is none
-Error ObjectNotSet();    // runtime error 91: an object that is needed has been cleared
-Error NotImplemented();  // 0x80004001: the dialog of this method does not exist yet
+Error TypeMismatch();  // runtime error 13: a text that should be a number is none
+Error ObjectNotSet();  // runtime error 91: an object that is needed has been cleared
 
 }  // namespace krx

@@ -69,7 +69,7 @@ bool ConfinedNavigation::TurnBack() {
 
 // Where not even the place of the beginning can be opened any more, at least its name is shown.
 void ConfinedNavigation::ShowInside() {
-  const bool outside = dialog_.Confined() && !ContainsStart(Entry());
+  const bool outside = dialog_.Confined && !ContainsStart(Entry());
   const bool lost = outside && !TurnBack() && list_.Path() != opened_;
   Show(lost ? opened_ : Entry());
   Settled();
@@ -81,7 +81,7 @@ void ConfinedNavigation::Settled() {
 }
 
 void ConfinedNavigation::Settle() {
-  if (!dialog_.Confined() || (Entry() == settled_entry_ && shown_ == settled_)) return;
+  if (!dialog_.Confined || (Entry() == settled_entry_ && shown_ == settled_)) return;
   ShowInside();
 }
 
@@ -89,7 +89,7 @@ void ConfinedNavigation::Settle() {
 // key's release shows the new one.
 void ConfinedNavigation::KeyDown(int& key) {
   pressed_here_ = true;
-  const bool stop = key == ui::kKeyUp && dialog_.Confined() && Entry() == start_;
+  const bool stop = key == ui::kKeyUp && dialog_.Confined && Entry() == start_;
   if (key == ui::kKeyRight) Open(Entry());
   if (key == ui::kKeyLeft) GoLeft();
   if (stop || key == ui::kKeyRight || key == ui::kKeyLeft) key = 0;
@@ -109,7 +109,7 @@ void ConfinedNavigation::GoLeft() {
     return;
   }
   if (!Open(list_.List(list_.ListIndex() - 1))) return;
-  if (dialog_.Confined() && entry == start_) Open(entry);
+  if (dialog_.Confined && entry == start_) Open(entry);
   list_.Highlight(entry);
 }
 
@@ -123,7 +123,7 @@ void ConfinedNavigation::KeyUp() {
 void ConfinedNavigation::Click() {
   const String entry = Entry();
   const bool named = dialog_.HasPathField && Contains(entry, settled_);
-  const bool inside = !dialog_.Confined() || ContainsStart(entry) || named;
+  const bool inside = !dialog_.Confined || ContainsStart(entry) || named;
   Open(entry);
   if (!inside && !Open(whole_)) return ShowInside();
   Show(inside ? entry : start_);

@@ -13,7 +13,7 @@ class ConfinedNavigation {
  public:
   // What the dialogs do differently.
   struct Dialog {
-    std::function<bool()> Confined;
+    const bool& Confined;
     // Shows an entry as the one that the operator is at.
     std::function<void(const String&)> Show;
     // Whether a path field shows it, which the operator may not write to while he is confined: an

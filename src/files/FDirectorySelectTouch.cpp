@@ -6,26 +6,16 @@ namespace krx::files {
 
 namespace {
 
+using service::kMargin;
+
 constexpr Twips kWidth = 7200;  // where the screen has room
 
 }  // namespace
 
 FDirectorySelectTouch::FDirectorySelectTouch(service::Apartment& apartment)
     : TouchForm(apartment, u"FDirectorySelectTouch", u"cboDrives", u"txtDirectory") {
-  // Each heading stands before its field, so that its access key leads there.
-  int position = 0;
-  for (ui::Control* const control : std::initializer_list<ui::Control*>{
-           &lbl[0], &txtDirectory, &lbl[1], &cboDrives, &lbl[2], &grdFolders}) {
-    control->TabIndex = position++;
-  }
-  FocusControl = &grdFolders;
-  ScreenChanged = [this] { service::Skip([this] { CalcPositions(); }); };
-  LoadStep = [this] {
-    LoadTexts();
-    ScreenChanged();
-    GetDrives();
-    EndStart();
-  };
+  OrderTabs(std::array<ui::Control*, 6>{&lbl[0], &txtDirectory, &lbl[1], &cboDrives, &lbl[2],
+                                        &grdFolders});
   keyOK.Click = [this] {
     Confirmed = true;
     Hide();
@@ -33,12 +23,11 @@ FDirectorySelectTouch::FDirectorySelectTouch(service::Apartment& apartment)
   keyCancel.Click = [this] { Hide(); };
 }
 
-String FDirectorySelectTouch::SelectDirectory(const String& start_directory, bool allow_change_up,
-                                              const String& title) {
+String FDirectorySelectTouch::SelectDirectory(const service::DirectoryRequest& request) {
   Confirmed = false;
-  StartDirectory = start_directory;
-  AllowChangeUp = allow_change_up;
-  SetCaption(title.empty() ? Text(u"TitleSelectDirectory") : Resolved(title));
+  StartDirectory = request.StartDirectory;
+  AllowChangeUp = request.AllowChangeUp;
+  SetTitle(Resolved(request.Title), u"TitleSelectDirectory");
   Load();
   ShowModal();
   String result = Confirmed ? txtDirectory.Text() : String();
@@ -46,10 +35,10 @@ String FDirectorySelectTouch::SelectDirectory(const String& start_directory, boo
   return result;
 }
 
-void FDirectorySelectTouch::LoadTexts() {
+void FDirectorySelectTouch::LoadLook() {
   const std::array<ui::Control*, 5> texts{&lbl[0], &lbl[1], &lbl[2], &cboDrives, &grdFolders};
   const std::array<ui::Control*, 1> inputs{&txtDirectory};
-  LoadFonts(texts, inputs);
+  LoadFonts(keys_, texts, inputs);
   LoadText(lbl[0], u"SelectedDirectory");
   LoadText(lbl[1], u"Drive");
   LoadText(lbl[2], u"Directories");
@@ -57,19 +46,20 @@ void FDirectorySelectTouch::LoadTexts() {
   LoadText(keyCancel, u"Cancel");
 }
 
-void FDirectorySelectTouch::CalcPositions() {
+void FDirectorySelectTouch::LayOut() {
+  const std::array headings{&lbl[0], &lbl[1], &lbl[2]};
   const std::array combos{&cboDrives};
   const std::array grids{&grdFolders};
-  SizeParts(combos, grids);
+  SizeParts(headings, combos, grids);
   const Twips width = FormWidth(kWidth);
-  const Twips inner = width - 2 * kTouchMargin;
+  const Twips inner = width - 2 * kMargin;
   service::Skip([this] { txtDirectory.Height = 0; });
-  Twips end = Stack(lbl[0], txtDirectory, kTouchMargin, inner, idxCaption.Height());
-  end = Stack(lbl[1], cboDrives, kTouchMargin, inner, end);
-  grdFolders.Height = 0;
-  const Twips top = Stack(lbl[2], grdFolders, kTouchMargin, inner, end);
+  Twips end =
+      Stack(lbl[0], txtDirectory, {kMargin, 0, inner, txtDirectory.Height()}, idxCaption.Height());
+  end = Stack(lbl[1], cboDrives, {kMargin, 0, inner, cboDrives.Height()}, end);
+  const Twips top = Stack(lbl[2], grdFolders, {kMargin, 0, inner, 0}, end);
   grdFolders.Height = GridHeight(top);
-  Finish(width, top + grdFolders.Height());
+  PlaceButtons(width, top + grdFolders.Height());
 }
 
 void FDirectorySelectTouch::DriveNotReady() {

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "files/TouchForm.h"
+#include "service/FileRequest.h"
 
 namespace krx::files {
 
@@ -18,15 +19,13 @@ class FDirectorySelectTouch : public TouchForm {
   bool AllowChangeUp = true;  // kept and not asked for: touch confines nobody; this is meant
   bool Confirmed = false;
 
-  // The path as it is shown when OK is touched; empty after Cancel.
-  String SelectDirectory(const String& start_directory, bool allow_change_up, const String& title);
+  // Shows the dialog and returns the path as it is shown when OK is touched; empty after Cancel.
+  String SelectDirectory(const service::DirectoryRequest& request);
 
  protected:
+  void LoadLook() override;
+  void LayOut() override;
   void DriveNotReady() override;
-
- private:
-  void LoadTexts();
-  void CalcPositions();
 };
 
 }  // namespace krx::files

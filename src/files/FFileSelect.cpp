@@ -7,6 +7,7 @@
 
 namespace krx::files {
 
+using service::kMargin;
 using service::Skip;
 
 namespace {
@@ -18,14 +19,13 @@ constexpr Twips kColumnInFieldHeights = 12;
 }  // namespace
 
 FFileSelect::FFileSelect(service::Apartment& apartment)
-    : SelectForm(apartment, u"FFileSelect", PathField::None) {
-  // Each heading stands before its field, so that its access key leads there.
-  int position = 0;
-  for (ui::Control* const control :
-       std::initializer_list<ui::Control*>{&lbl[0], &txtFileName, &filSelect, &lbl[1], &dirSelect,
-                                           &lbl[2], &cboFileType[0], &lbl[3], &drvSelect}) {
-    control->TabIndex = position++;
-  }
+    : MouseForm(apartment, u"FFileSelect", PathField::None) {
+  lbl[0].Tag = u"FileName";
+  lbl[1].Tag = u"Directories";
+  lbl[2].Tag = u"FileType";
+  lbl[3].Tag = u"Drive";
+  OrderTabs(std::array<ui::Control*, 9>{&lbl[0], &txtFileName, &filSelect, &lbl[1], &dirSelect,
+                                        &lbl[2], &cboFileType[0], &lbl[3], &drvSelect});
   cboFileType[1].Visible = false;
   keyOK.Enabled = false;
   txtFileName.Change = [this] { keyOK.Enabled = !txtFileName.Text().empty(); };
@@ -35,26 +35,29 @@ FFileSelect::FFileSelect(service::Apartment& apartment)
   filSelect.RowDoubleClick = [this](int) { ChooseFile(); };
   OnEnter(txtFileName, [this] { PressOK(); });
   OnEnter(filSelect, [this] { ChooseFile(); });
-  ScreenChanged = [this] { CalcPositions(); };
 }
 
-std::array<SelectForm::Heading, 4> FFileSelect::Rows() {
-  return {
-      {{lbl[0], u"FileName"}, {lbl[1], u"Directories"}, {lbl[2], u"FileType"}, {lbl[3], u"Drive"}}};
+String FFileSelect::SelectFile(const service::FileRequest& request, service::FileDialogKind kind) {
+  SetFonts();
+  SetTexts(request.FileName, request.StartDirectory, request.Title, kind);
+  SetFilter(request.Filter);
+  CalcPositions();
+  Confine(!request.AllowChangeUp);
+  ShowModal();
+  return Result;
 }
 
 void FFileSelect::SetFonts() {
-  const std::array<ui::Control*, 4> lists{&dirSelect, &drvSelect, &filSelect, &cboFileType[0]};
-  LoadFonts(Rows(), lists);
-  Skip([this] { txtFileName.Font = ClassFont(Shared().FontClassInput); });
+  const std::array<ui::Control*, 4> texts{&dirSelect, &drvSelect, &filSelect, &cboFileType[0]};
+  const std::array<ui::Control*, 1> inputs{&txtFileName};
+  LoadLook(texts, inputs);
 }
 
 void FFileSelect::SetTexts(const String& file_name, const String& start_directory,
                            const String& title, std::int32_t file_dialog) {
-  const bool known = file_dialog == service::kFileOpen || file_dialog == service::kFileSave;
-  const bool open = file_dialog == service::kFileOpen;
-  if (known || !title.empty()) LoadTitle(title, open ? u"TitleOpen" : u"TitleSaveAs");
-  LoadTexts(Rows(), !known ? StringView() : open ? u"Open" : u"Save");
+  const KindTexts texts = TextsOf(file_dialog);
+  SetTitle(title, texts.Title);
+  LoadTexts(texts.OK);
   OpenStart(start_directory);
   txtFileName.Text = file_name;
 }
@@ -100,11 +103,11 @@ void FFileSelect::ChooseFile() {
 // Two columns of equal width: names on the left, places on the right. The directory list is as high
 // as name field and file list together.
 void FFileSelect::CalcPositions() {
-  SizeCaption(service::kCaptionPadding);
+  SizeCaption();
   SizeKeys();
   const Twips field = ThePlatform().TextBoxHeight(lbl[0].Font());
   const Twips column = std::max(kNarrowestColumn, kColumnInFieldHeights * field);
-  const Twips width = InnerWidth(2 * column + kMargin, Rows());
+  const Twips width = InnerWidth(2 * column + kMargin);
   const Rect left{kMargin, 0, (width - kMargin) / 2, 0};
   const Rect right{left.Left + left.Width + kMargin, 0, left.Width, 0};
 
@@ -114,7 +117,7 @@ void FFileSelect::CalcPositions() {
   filSelect.Place({left.Left, name + kHeadingToField, left.Width, lists - name - kHeadingToField});
   const Twips types = Stack(lbl[2], cboFileType[0], left, lists);
   const Twips drives = Stack(lbl[3], drvSelect, right, lists);
-  Finish(width, std::max(types, drives));
+  PlaceNoticeAndButtons(width, std::max(types, drives));
 }
 
 }  // namespace krx::files

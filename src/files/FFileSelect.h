@@ -2,14 +2,14 @@
 
 #include <array>
 
-#include "files/SelectForm.h"
+#include "files/MouseForm.h"
 #include "service/FileRequest.h"
 #include "ui/FileListBox.h"
 
 namespace krx::files {
 
 // Lets the operator pick a file to open or a name to save under.
-class FFileSelect : public SelectForm {
+class FFileSelect : public MouseForm {
  public:
   explicit FFileSelect(service::Apartment& apartment);
 
@@ -20,7 +20,11 @@ class FFileSelect : public SelectForm {
   // The second one is never shown; it holds the pattern of each description of the first.
   std::array<ui::ComboBox, 2> cboFileType{{{*this, u"cboFileType(0)"}, {*this, u"cboFileType(1)"}}};
 
-  // Set-up, in this order. Fonts that cannot be had are left as they are.
+  // Shows the dialog and returns the chosen path; empty when the operator gave up.
+  String SelectFile(const service::FileRequest& request, service::FileDialogKind kind);
+
+  // Set-up, in the order in which SelectFile calls it. Fonts that cannot be had are left as they
+  // are.
   void SetFonts();
   // An empty title is the language's own, an empty start directory the current one. A text that
   // cannot be had raises Error; a start directory that does not exist does not.
@@ -28,10 +32,10 @@ class FFileSelect : public SelectForm {
                 std::int32_t file_dialog);
   // Description and pattern pairs parted by "|"; a text that begins with "@" is resolved first.
   void SetFilter(const String& filter);
-  void CalcPositions();
+  void CalcPositions() override;
 
  private:
-  std::array<Heading, 4> Rows();
+  std::span<ui::Label> Headings() override { return lbl; }
   void ShowEntry(const String& path) override;
   void DriveChosen(const String& drive) override;
   String Chosen() const override { return filSelect.Path() + u'\\' + txtFileName.Text(); }

@@ -3,13 +3,14 @@
 #include <array>
 #include <utility>
 
-#include "service/FileRequest.h"
 #include "service/Skip.h"
 #include "ui/Keyboard.h"
 
 namespace krx::files {
 
 namespace {
+
+using service::kMargin;
 
 constexpr Twips kWidth = 12000;  // where the screen has room
 constexpr Twips kColumnGap = 120;
@@ -31,22 +32,11 @@ std::vector<String> Split(StringView text, StringView at) {
 
 FFileSelectTouch::FFileSelectTouch(service::Apartment& apartment)
     : TouchForm(apartment, u"FFileSelectTouch", u"cboDrivers", u"txtPath") {
-  int position = 0;
-  for (ui::Control* const control : std::initializer_list<ui::Control*>{
-           &lblPathName, &txtPath, &txtFullPath, &lblDrivers, &cboDrivers, &grdFolders,
-           &lblExtention, &cboExtention, &grdFiles}) {
-    control->TabIndex = position++;
-  }
+  OrderTabs(std::array<ui::Control*, 9>{&lblPathName, &txtPath, &txtFullPath, &lblDrivers,
+                                        &cboDrivers, &grdFolders, &lblExtention, &cboExtention,
+                                        &grdFiles});
   txtFullPath.Visible = false;
   idxFileListBox.Visible = false;
-  FocusControl = &grdFolders;
-  ScreenChanged = [this] { service::Skip([this] { CalcPositions(); }); };
-  LoadStep = [this] {
-    LoadLook();
-    ScreenChanged();
-    GetDrives();
-    EndStart();
-  };
   cboExtention.SelectionChanged = [this] { ReadExtention(cboExtention.Text()); };
   keyOK.Click = [this] {
     result_ = txtFullPath.Text();
@@ -60,17 +50,19 @@ FFileSelectTouch::FFileSelectTouch(service::Apartment& apartment)
       grdFiles, [this](int row) { FileTouched(row); }, [this](int) { keyOK.Click(); });
 }
 
-bool FFileSelectTouch::SetTexts(const String& file_name, const String& start_directory,
+String FFileSelectTouch::OpenFile(const service::FileRequest& request) {
+  SetTexts(request.FileName, request.StartDirectory, request.Title, service::kFileOpen);
+  SetFilter(request.Filter);
+  ShowModal();
+  return FileName();
+}
+
+void FFileSelectTouch::SetTexts(const String& file_name, const String& start_directory,
                                 const String& title, std::int32_t file_dialog) {
   file_name_ = file_name;
   StartDirectory = start_directory;
-  const bool open = file_dialog == service::kFileOpen;
-  const bool save = file_dialog == service::kFileSave;
-  if (!title.empty()) {
-    SetCaption(Resolved(title));
-  } else if (open || save) {
-    SetCaption(Text(open ? u"TitleOpen" : u"TitleSaveAs"));
-  }
+  const KindTexts texts = TextsOf(file_dialog);
+  SetTitle(Resolved(title), texts.Title);
   lblPathName.Caption = Text(u"FileName");
   idxFileListBox.Text = Text(u"DriveNotReady");
   // The grids have no access keys.
@@ -79,9 +71,8 @@ bool FFileSelectTouch::SetTexts(const String& file_name, const String& start_dir
   grdFiles.Columns = {{.Title = ReplaceAll(Text(u"FileName"), u"&", u""), .Width = 0}};
   lblDrivers.Caption = Text(u"Drive");
   lblExtention.Caption = Text(u"FileType");
-  if (open || save) keyOK.Caption = Text(open ? u"Open" : u"Save");
+  if (!texts.OK.empty()) keyOK.Caption = Text(texts.OK);
   keyCancel.Caption = Text(u"Cancel");
-  return true;
 }
 
 void FFileSelectTouch::SetFilter(const String& filter) {
@@ -97,27 +88,29 @@ void FFileSelectTouch::LoadLook() {
   const std::array<ui::Control*, 7> texts{&lblPathName,  &lblDrivers, &lblExtention, &cboDrivers,
                                           &cboExtention, &grdFolders, &grdFiles};
   const std::array<ui::Control*, 2> inputs{&txtPath, &txtFullPath};
-  LoadFonts(texts, inputs);
+  LoadFonts(keys_, texts, inputs);
 }
 
-void FFileSelectTouch::CalcPositions() {
+void FFileSelectTouch::LayOut() {
+  const std::array headings{&lblPathName, &lblDrivers, &lblExtention};
   const std::array combos{&cboDrivers, &cboExtention};
   const std::array grids{&grdFolders, &grdFiles};
-  SizeParts(combos, grids);
+  SizeParts(headings, combos, grids);
   const Twips width = FormWidth(kWidth);
-  const Twips inner = width - 2 * kTouchMargin;
+  const Twips inner = width - 2 * kMargin;
   const Twips column = (inner - kColumnGap) / 2;
-  const Twips right = kTouchMargin + column + kColumnGap;
+  const Twips right = kMargin + column + kColumnGap;
   service::Skip([this] { txtPath.Height = 0; });
-  const Twips path = Stack(lblPathName, txtPath, kTouchMargin, inner, idxCaption.Height());
+  const Twips path =
+      Stack(lblPathName, txtPath, {kMargin, 0, inner, txtPath.Height()}, idxCaption.Height());
   txtFullPath.Place(txtPath.Bounds());
-  const Twips end = Stack(lblDrivers, cboDrivers, kTouchMargin, column, path);
-  Stack(lblExtention, cboExtention, right, column, path);
-  const Twips top = end + kTouchMargin;
+  const Twips end = Stack(lblDrivers, cboDrivers, {kMargin, 0, column, cboDrivers.Height()}, path);
+  Stack(lblExtention, cboExtention, {right, 0, column, cboExtention.Height()}, path);
+  const Twips top = end + kMargin;
   const Twips height = GridHeight(top);
-  grdFolders.Place({kTouchMargin, top, column, height});
+  grdFolders.Place({kMargin, top, column, height});
   grdFiles.Place({right, top, column, height});
-  Finish(width, top + height);
+  PlaceButtons(width, top + height);
 }
 
 // Files
@@ -137,7 +130,7 @@ void FFileSelectTouch::ReadExtention(const String& entry) {
         extensions_.insert(Extension(pattern));
     }
   });
-  if (Started()) GetFiles();
+  if (Loaded) GetFiles();
 }
 
 bool FFileSelectTouch::FilterFile(StringView file_name) {
@@ -149,8 +142,8 @@ bool FFileSelectTouch::FilterFile(StringView file_name) {
   return passes;
 }
 
-bool FFileSelectTouch::RefreshPath(StringView folder) {
-  return Report(u"RefreshPath", [&] { TouchForm::RefreshPath(folder); });
+void FFileSelectTouch::RefreshPath(StringView folder) {
+  Report(u"RefreshPath", [&] { TouchForm::RefreshPath(folder); });
 }
 
 void FFileSelectTouch::GetFiles() {
@@ -165,8 +158,8 @@ void FFileSelectTouch::GetFiles() {
   });
 }
 
-bool FFileSelectTouch::RefreshFullPath(StringView file_name) {
-  return Report(u"RefreshFullPath", [&] {
+void FFileSelectTouch::RefreshFullPath(StringView file_name) {
+  Report(u"RefreshFullPath", [&] {
     const bool file = !file_name.empty();
     txtFullPath.Text = file ? txtPath.Text() + u'\\' + String(file_name) : String();
     txtFullPath.Visible = file;
@@ -175,8 +168,8 @@ bool FFileSelectTouch::RefreshFullPath(StringView file_name) {
   });
 }
 
-bool FFileSelectTouch::SelectFile(StringView file_name) {
-  return Report(u"SelectFile", [&] { Highlight(grdFiles, 0, file_name); });
+void FFileSelectTouch::SelectFile(StringView file_name) {
+  Report(u"SelectFile", [&] { Highlight(grdFiles, 0, file_name); });
 }
 
 void FFileSelectTouch::FileTouched(int row) {

@@ -3,6 +3,7 @@
 #include <set>
 
 #include "files/TouchForm.h"
+#include "service/FileRequest.h"
 
 namespace krx::files {
 
@@ -21,9 +22,13 @@ class FFileSelectTouch : public TouchForm {
   ui::KRXGrid grdFiles{*this, u"grdFiles"};
   ui::KRXIndex idxFileListBox{*this, u"idxFileListBox"};
 
-  // Texts and start position; `file_dialog` is 0 to open and 1 to save. True when done; a failing
-  // text raises Error.
-  bool SetTexts(const String& file_name, const String& start_directory, const String& title,
+  // Shows the dialog and returns the chosen path; empty when the operator gave up. Touch confines
+  // nobody: whether he may change up is not asked; this is meant.
+  String OpenFile(const service::FileRequest& request);
+
+  // Texts and start position; `file_dialog` is 0 to open and 1 to save. A failing text raises
+  // Error.
+  void SetTexts(const String& file_name, const String& start_directory, const String& title,
                 std::int32_t file_dialog);
   // Fills the list of file types from description|pattern pairs and selects the first one.
   void SetFilter(const String& filter);
@@ -34,13 +39,15 @@ class FFileSelectTouch : public TouchForm {
   void ReadExtention(const String& entry);
   // Whether the chosen file type shows a file of this name.
   bool FilterFile(StringView file_name);
-  bool RefreshPath(StringView folder) override;
+  void RefreshPath(StringView folder) override;
   void GetFiles();
   // Shows the path of a file, or that of the folder for the empty name.
-  bool RefreshFullPath(StringView file_name);
-  bool SelectFile(StringView file_name);
+  void RefreshFullPath(StringView file_name);
+  void SelectFile(StringView file_name);
 
  protected:
+  void LoadLook() override;
+  void LayOut() override;
   void PathReplaced() override;
   void PathShown() override;
   void StartShown() override;
@@ -49,8 +56,6 @@ class FFileSelectTouch : public TouchForm {
 
  private:
   String Extension(StringView name) const;
-  void LoadLook();
-  void CalcPositions();
   void FileTouched(int row);
 
   String file_name_;

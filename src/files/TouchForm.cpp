@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "folders/FolderPath.h"
 #include "service/Skip.h"
-#include "ui/FolderPath.h"
 
 namespace krx::files {
 
@@ -18,7 +18,6 @@ constexpr int kNames = 1;                         // the grid's column of folder
 constexpr int kMarkerInterval = 60;               // milliseconds; each round paints the list anew
 constexpr std::chrono::milliseconds kAtOnce{20};  // small folders are complete by then
 constexpr std::chrono::milliseconds kSlice{1000};
-constexpr char16_t kEnter = 13;
 
 constexpr StringView kNetwork = u"\\\\";
 constexpr std::int32_t kSeparatorsOfShare = 3;  // \\server\share
@@ -53,16 +52,26 @@ String NumberOf(const Error& error) {
 }  // namespace
 
 TouchForm::TouchForm(service::Apartment& apartment, String name, String drives, String path)
-    : DialogForm(apartment, std::move(name), host::kDialogTexts),
+    : SelectionForm(apartment, std::move(name)),
       drives_(*this, std::move(drives)),
       path_(*this, std::move(path)),
       tmrMarkers_(*this, u"tmrMarkers") {
   grdFolders.Columns = {{.Title = {}, .Width = 0}, {.Title = {}, .Width = 0}};
   tmrMarkers_.Interval = kMarkerInterval;
   tmrMarkers_.Tick = [this] { TakeMarkers({}); };
-  drives_.SelectionChanged = [this] { DriveChanged(); };
   BindRows(
       grdFolders, [this](int row) { Touched(row); }, [this](int row) { Opened(row); });
+  FocusControl = &grdFolders;
+  LoadStep = [this] {
+    LoadLook();
+    CalcPositions();
+    Report(u"GetDrives", [this] {
+      GetDrives();
+      if (drives_.ListIndex() >= 0) OpenStart();
+    });
+    drives_.SelectionChanged = [this] { OpenDrive(); };
+    Loaded = true;
+  };
 }
 
 void TouchForm::BindRows(ui::KRXGrid& grid, std::function<void(int)> touched,
@@ -72,69 +81,47 @@ void TouchForm::BindRows(ui::KRXGrid& grid, std::function<void(int)> touched,
     if (!highlighting_ && grid.SelectedRow() >= 0) touched(grid.SelectedRow());
   };
   grid.RowDoubleClick = opened;
-  grid.KeyPress = [&grid, touched = std::move(touched), opened](char16_t& key) {
-    if (key != kEnter || grid.SelectedRow() < 0) return;
-    key = 0;
+  OnEnter(grid, [&grid, touched = std::move(touched), opened] {
     const int row = grid.SelectedRow();
+    if (row < 0) return;
     touched(row);
     opened(row);
-  };
+  });
 }
 
-bool TouchForm::Report(StringView procedure, const std::function<void()>& body) {
+void TouchForm::Report(StringView procedure, const std::function<void()>& body) {
   try {
     body();
-    return true;
   } catch (...) {
     const Error error = ErrorInFlight();
     ThePlatform().ShowMessageBox(NumberOf(error) + u": " + error.Description(), 0, procedure);
-    return false;
   }
 }
 
 // Drives
 
 void TouchForm::GetDrives() {
-  Report(u"GetDrives", [this] {
-    ui::FileSystem& files = ThePlatform().Files();
-    drives_.Clear();
-    start_ = ui::WholePath(StartDirectory, files);
-    const String start = start_.substr(0, 2);
-    const std::vector<ui::Drive> all = files.Drives();
-    int otherwise = -1;
-    for (const ui::Drive& drive : all) {
-      const bool candidate = otherwise < 0 && drive.Type == ui::DriveType::Fixed;
-      if (candidate && files.DriveReady(drive.Path))
-        otherwise = static_cast<int>(drives_.Items().size());
-      drives_.AddItem(drive.Path, ui::ComboBox::kAtEnd);
-    }
-    const auto found = std::find_if(all.begin(), all.end(),
-                                    [&](const ui::Drive& drive) { return drive.Path == start; });
-    const int index = found == all.end() ? otherwise : static_cast<int>(found - all.begin());
-    if (index >= 0) drives_.Select(index);
-  });
-}
-
-void TouchForm::DriveChanged() {
-  ui::FileSystem& files = ThePlatform().Files();
-  Depth = 0;
-  if (!started_ && files.FolderExists(start_)) return OpenStart();
-  path_.Text = drives_.Text();
-  PathReplaced();
-  bool ready = false;
-  Skip([&] { ready = files.DriveReady(path_.Text()); });
-  grdFolders.Enabled = true;
-  if (ready) {
-    ListFolders();
-    PathShown();
-  } else {
-    ClearFolders();
-    DriveNotReady();
+  folders::FileSystem& files = ThePlatform().Files();
+  drives_.Clear();
+  start_ = folders::WholePath(StartDirectory, files);
+  const String start = start_.substr(0, 2);
+  const std::vector<folders::Drive> all = files.Drives();
+  int otherwise = -1;
+  for (const folders::Drive& drive : all) {
+    const bool candidate = otherwise < 0 && drive.Type == folders::DriveType::Fixed;
+    if (candidate && files.DriveReady(drive.Path))
+      otherwise = static_cast<int>(drives_.Items().size());
+    drives_.AddItem(drive.Path, ui::ComboBox::kAtEnd);
   }
+  const auto found = std::find_if(all.begin(), all.end(),
+                                  [&](const folders::Drive& drive) { return drive.Path == start; });
+  const int index = found == all.end() ? otherwise : static_cast<int>(found - all.begin());
+  if (index >= 0) drives_.Select(index);
 }
 
 // The folder above the start directory is listed, with the start directory highlighted in it.
 void TouchForm::OpenStart() {
+  if (!ThePlatform().Files().FolderExists(start_)) return OpenDrive();
   String folder;
   if (IsRoot(start_)) {
     path_.Text = start_;
@@ -150,14 +137,31 @@ void TouchForm::OpenStart() {
   StartShown();
 }
 
+void TouchForm::OpenDrive() {
+  folders::FileSystem& files = ThePlatform().Files();
+  Depth = 0;
+  path_.Text = drives_.Text();
+  PathReplaced();
+  bool ready = false;
+  Skip([&] { ready = files.DriveReady(path_.Text()); });
+  grdFolders.Enabled = true;
+  if (ready) {
+    ListFolders();
+    PathShown();
+  } else {
+    ClearFolders();
+    DriveNotReady();
+  }
+}
+
 // Folders
 
-ui::FolderPart TouchForm::ReadWhole(StringView path) {
+folders::FolderPart TouchForm::ReadWhole(StringView path) {
   const ui::Hourglass hourglass(ThePlatform());
   const auto reader = ThePlatform().Files().ReadFolder(path);
-  ui::FolderPart all = reader->Take(kSlice);
+  folders::FolderPart all = reader->Take(kSlice);
   while (!all.Complete) {
-    ui::FolderPart more = reader->Take(kSlice);
+    folders::FolderPart more = reader->Take(kSlice);
     std::move(more.Folders.begin(), more.Folders.end(), std::back_inserter(all.Folders));
     std::move(more.Files.begin(), more.Files.end(), std::back_inserter(all.Files));
     all.Complete = more.Complete;
@@ -224,7 +228,7 @@ void TouchForm::DropMarkers() {
   tmrMarkers_.Enabled = false;
 }
 
-bool TouchForm::RefreshPath(StringView folder) {
+void TouchForm::RefreshPath(StringView folder) {
   const String path = path_.Text();
   const std::int32_t level = LevelsBelowRoot(path);
   const bool has_parts = path.find(u'\\') != String::npos;
@@ -235,11 +239,10 @@ bool TouchForm::RefreshPath(StringView folder) {
   } else if (has_parts) {
     path_.Text = UpToLast(path) + u'\\' + String(folder);
   }
-  return true;
 }
 
-bool TouchForm::SelectFolder(StringView folder) {
-  return Report(u"SelectFolder", [&] { Highlight(grdFolders, kNames, folder); });
+void TouchForm::SelectFolder(StringView folder) {
+  Report(u"SelectFolder", [&] { Highlight(grdFolders, kNames, folder); });
 }
 
 void TouchForm::Highlight(ui::KRXGrid& grid, int column, StringView text) {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/Error.h"
-#include "service/DialogForm.h"
+#include "files/SelectionForm.h"
 #include "ui/Timer.h"
 
 namespace krx::files {
@@ -14,13 +14,11 @@ namespace krx::files {
 // The folder browser of the touch dialogs: a list of drives, a grid of folders and the path that
 // both lead to. Touching a folder names it in the path, touching it twice opens it. The close key
 // and Esc do nothing here: a gloved hand meets them too easily.
-class TouchForm : public service::DialogForm {
+class TouchForm : public SelectionForm {
  public:
   ui::KRXGrid grdFolders{*this, u"grdFolders"};
-  ui::KRXKey keyOK{*this, u"keyOK"};
-  ui::KRXKey keyCancel{*this, u"keyCancel"};
 
-  String StartDirectory;  // as it was passed
+  bool Loaded = false;  // from the end of the load step on
   // Number of parts of the listed folder below its drive or share; 0 for such a root. While a
   // folder is named in the path as well, the path has one part more.
   std::int32_t Depth = 0;
@@ -29,12 +27,9 @@ class TouchForm : public service::DialogForm {
   // keeps its rows, or is emptied for a drive or share.
   bool ListFolders();
   // Names a folder of the grid in the path, or takes the name away again for "..".
-  virtual bool RefreshPath(StringView folder);
+  virtual void RefreshPath(StringView folder);
   // Selects the row of a folder and brings it into sight; without such a row nothing happens.
-  bool SelectFolder(StringView folder);
-  // Fills the list of drives and selects that of the start directory, or else the first fixed drive
-  // that is ready. A failure is shown in a message box.
-  void GetDrives();
+  void SelectFolder(StringView folder);
 
  protected:
   TouchForm(service::Apartment& apartment, String name, String drives, String path);
@@ -53,13 +48,15 @@ class TouchForm : public service::DialogForm {
   // The folders of a path could not be read.
   virtual void FoldersFailed(const Error&) {}
 
-  // From now on choosing a drive leads to its root.
-  void EndStart() { started_ = true; }
-  bool Started() const { return started_; }
+  // Texts and fonts; what fails is passed over.
+  virtual void LoadLook() = 0;
+  virtual void LayOut() = 0;
+  void CalcPositions() final;
+
   // Runs a procedure; its failure is shown in a message box that bears the procedure's name.
-  bool Report(StringView procedure, const std::function<void()>& body);
+  void Report(StringView procedure, const std::function<void()>& body);
   // All of a folder, with the hourglass meanwhile.
-  ui::FolderPart ReadWhole(StringView path);
+  folders::FolderPart ReadWhole(StringView path);
   // Selects the row with this text without treating it as touched.
   void Highlight(ui::KRXGrid& grid, int column, StringView text);
   // Touching a row, by finger, mouse or arrow key, and touching it twice or pressing Enter on it.
@@ -67,24 +64,20 @@ class TouchForm : public service::DialogForm {
                 std::function<void(int)> opened);
   void ClearFolders();
 
-  // Steps of the load; what fails is passed over.
-  void LoadText(ui::KRXKey& key, StringView text_key);
-  void LoadText(ui::Label& label, StringView text_key);
-  void LoadFonts(std::span<ui::Control* const> texts, std::span<ui::Control* const> inputs);
-
   // Steps of the layout, all lengths in twips.
-  void SizeParts(std::span<ui::KRXComboBox* const> combos, std::span<ui::KRXGrid* const> grids);
-  // Puts a heading below `top` and the field below it; returns where the field ends.
-  Twips Stack(ui::Label& heading, ui::Control& field, Twips left, Twips width, Twips top);
+  void SizeParts(std::span<ui::Label* const> headings, std::span<ui::KRXComboBox* const> combos,
+                 std::span<ui::KRXGrid* const> grids);
   // Height of a grid whose upper edge is `top`, so that the form fits the screen.
   Twips GridHeight(Twips top) const;
   Twips FormWidth(Twips wanted) const;
-  // The button row below `bottom`, and the form's size.
-  void Finish(Twips width, Twips bottom);
 
  private:
-  void DriveChanged();
+  // The start: the list of drives is filled, with the drive of the start directory selected, or
+  // else the first fixed drive that is ready; then the start directory is opened, or else that
+  // drive.
+  void GetDrives();
   void OpenStart();
+  void OpenDrive();
   void Touched(int row);
   void Opened(int row);
   void FollowMarkers(const std::vector<String>& folders);
@@ -93,13 +86,10 @@ class TouchForm : public service::DialogForm {
 
   String start_;  // the start directory as a whole path
   ui::Timer tmrMarkers_;
-  std::unique_ptr<ui::SubfolderProbe> probe_;
+  std::unique_ptr<folders::SubfolderProbe> probe_;
   int next_marker_ = 0;  // row of the next answer
   int last_marker_ = 0;  // row behind the last one
-  bool started_ = false;
   bool highlighting_ = false;
 };
-
-inline constexpr Twips kTouchMargin = 120;  // between the form's edges and its controls
 
 }  // namespace krx::files

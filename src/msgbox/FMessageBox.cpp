@@ -9,6 +9,7 @@
 #include "host/TextService.h"
 #include "service/Layout.h"
 #include "service/MKRXDialog.h"
+#include "service/MessageBoxStyle.h"
 #include "service/Skip.h"
 
 namespace krx::msgbox {
@@ -28,11 +29,6 @@ constexpr Twips kNarrowestButton = 1215;
 constexpr Twips kTextToButtons = 1.5f;  // in icon-left distances
 constexpr Twips kHelpExtraGap = 0.5f;   // in icon-left distances
 
-// Parts of the style value.
-constexpr std::int32_t kButtonSetBits = 15;
-constexpr std::int32_t kIconBits = 112;
-constexpr std::int32_t kDefaultBits = 768;
-
 constexpr int kSecond = 1000;  // milliseconds
 
 struct StandardButton {
@@ -43,28 +39,29 @@ struct StandardButton {
 // Buttons of the sets 0 to 5, left to right. Set 5 looks its Cancel text up under another key than
 // sets 1 and 3; this is meant.
 const std::array<std::vector<StandardButton>, 6> kButtonSets{{
-    {{u"OK", 1}},
-    {{u"OK", 1}, {u"Cancel", 2}},
-    {{u"Abort", 3}, {u"Retry", 4}, {u"Ignore", 5}},
-    {{u"Yes", 6}, {u"No", 7}, {u"Cancel", 2}},
-    {{u"Yes", 6}, {u"No", 7}},
-    {{u"Retry", 4}, {u"Cancel&", 2}},
+    {{u"OK", service::kOK}},
+    {{u"OK", service::kOK}, {u"Cancel", service::kCancel}},
+    {{u"Abort", service::kAbort}, {u"Retry", service::kRetry}, {u"Ignore", service::kIgnore}},
+    {{u"Yes", service::kYes}, {u"No", service::kNo}, {u"Cancel", service::kCancel}},
+    {{u"Yes", service::kYes}, {u"No", service::kNo}},
+    {{u"Retry", service::kRetry}, {u"Cancel&", service::kCancel}},
 }};
 
 // Results of the sets until the default button's result replaces them; 0: the set gives none.
-constexpr std::array<std::int32_t, 6> kProvisionalResults{1, 2, 0, 2, 0, 2};
+constexpr std::array<std::int32_t, 6> kProvisionalResults{
+    service::kOK, service::kCancel, 0, service::kCancel, 0, service::kCancel};
 
 // Identifier of the stock icon for a style; 0 for none.
 int StockIconOf(std::int32_t style) {
-  switch (style & kIconBits) {
-    case 16:
-      return 32513;
-    case 32:
-      return 32514;
-    case 48:
-      return 32515;
-    case 64:
-      return 32516;
+  switch (style & service::kIconBits) {
+    case service::kCritical:
+      return ui::kStopIcon;
+    case service::kQuestion:
+      return ui::kQuestionIcon;
+    case service::kExclamation:
+      return ui::kExclamationIcon;
+    case service::kInformation:
+      return ui::kInformationIcon;
     default:
       return 0;
   }
@@ -85,8 +82,18 @@ FMessageBox::FMessageBox(service::Apartment& apartment)
   // Where no keys can be sent, as to a locked session, the box waits for its answer all the same.
   keyHelp.Click = [this] { service::Skip([this] { ThePlatform().SendKeys(u"F1"); }); };
   keyClose.Click = [this] { Unload(); };
-  ScreenChanged = [this] { CalcPositions(); };
   tmrAutoActivation.Tick = [this] { CountDown(); };
+}
+
+std::int32_t FMessageBox::Ask(const service::MessageBoxRequest& request) {
+  DisplayIcon(request.Style);
+  SetFonts();
+  if (const auto& extra = request.Extra)
+    SetTextsEx(extra->Button1, extra->Button2, extra->Button3, extra->AutoActivation);
+  SetTexts(request.Text, request.Style, request.Title, request.HelpFile, request.Context);
+  CalcPositions();
+  ShowModal();
+  return Result;
 }
 
 void FMessageBox::DisplayIcon(std::int32_t enmStyle) {
@@ -102,29 +109,27 @@ void FMessageBox::DisplayIcon(std::int32_t enmStyle) {
 void FMessageBox::SetFonts() {
   idxCaption.FontClass = Shared().FontClassCaption;
   idxMessage.FontClass = Shared().FontClassText;
-  for (ui::KRXKey& key : keyButton)
-    key.FontClass = Shared().FontClassButton;
-  keyHelp.FontClass = Shared().FontClassButton;
+  for (ui::KRXKey* const key : Row())
+    key->FontClass = Shared().FontClassButton;
 }
 
-std::int32_t FMessageBox::SetTextsEx(const String& sButton1, const String& sButton2,
-                                     const String& sButton3, std::int32_t lAutoActivation) {
+void FMessageBox::SetTextsEx(const String& sButton1, const String& sButton2, const String& sButton3,
+                             std::int32_t lAutoActivation) {
   const std::array texts{&sButton1, &sButton2, &sButton3};
   for (std::size_t i = 0; i < texts.size(); ++i) {
     if (texts[i]->empty()) continue;
     keyButton[i].Caption = *texts[i];
-    keyButton[i].Tag = ToString(11 + static_cast<std::int32_t>(i));
+    keyButton[i].Tag = ToString(service::kFirstFreeButton + static_cast<std::int32_t>(i));
   }
   if (lAutoActivation > 0) {
     seconds_left_ = lAutoActivation;
     tmrAutoActivation.Enabled = true;
   }
-  return 0;
 }
 
-std::int32_t FMessageBox::SetTexts(const String& sText, std::int32_t enmStyle, const String& sTitle,
-                                   const String& sHelpFile, std::int32_t) {
-  SetStandardButtons(enmStyle & kButtonSetBits);
+void FMessageBox::SetTexts(const String& sText, std::int32_t enmStyle, const String& sTitle,
+                           const String& sHelpFile, std::int32_t) {
+  SetStandardButtons(enmStyle & service::kButtonSetBits);
   for (ui::KRXKey& key : keyButton)
     key.Visible = !key.Caption().empty();
 
@@ -144,7 +149,6 @@ std::int32_t FMessageBox::SetTexts(const String& sText, std::int32_t enmStyle, c
   }
   idxMessage.Text = service::EncodeLineBreaks(sText);
   SetDefault(enmStyle);
-  return 0;
 }
 
 void FMessageBox::SetStandardButtons(std::int32_t button_set) {
@@ -170,12 +174,13 @@ void FMessageBox::SetDefault(std::int32_t style) {
 }
 
 ui::KRXKey& FMessageBox::DefaultKey(std::int32_t style) {
-  const auto position = static_cast<std::size_t>((style & kDefaultBits) / 256);
+  const auto position =
+      static_cast<std::size_t>((style & service::kDefaultBits) / service::kDefaultStep);
   return position < keyButton.size() ? keyButton[position] : keyHelp;
 }
 
 void FMessageBox::CalcPositions() {
-  SizeCaption(service::kCaptionPadding);
+  SizeCaption();
   picIcon.Top = idxCaption.Height() + picIcon.Left();
   idxMessage.Top = picIcon.Top();
   const Twips row_height = SizeButtons();
@@ -190,7 +195,7 @@ void FMessageBox::CalcPositions() {
   Width = MaxValue({caption_width, message_width, row_width});
 
   Twips bottom = block_bottom;
-  for (ui::KRXKey* const key : {&keyButton[0], &keyButton[1], &keyButton[2], &keyHelp}) {
+  for (ui::KRXKey* const key : Row()) {
     if (!key->Visible()) continue;
     key->Left = key->Left() + (Width() - row_width) / 2;
     bottom = row_top + key->Height();
@@ -223,34 +228,23 @@ void FMessageBox::SizeMessage(Twips below) {
 // Returns the height of the row, 0 for none.
 Twips FMessageBox::SizeButtons() {
   Twips height = 0;
-  for (ui::KRXKey* const key : {&keyButton[0], &keyButton[1], &keyButton[2], &keyHelp}) {
+  for (ui::KRXKey* const key : Row()) {
     if (!key->Visible()) continue;
     const Twips needed = service::ButtonHeight(MeasureTextHeight(*key), Shared().ButtonMinHeight);
     height = MaxValue({height, needed});
     key->Width = MaxValue({MeasureTextWidth(*key) + service::kButtonPadding, kNarrowestButton});
   }
-  for (ui::KRXKey& key : keyButton)
-    key.Height = height;
-  keyHelp.Height = height;
+  for (ui::KRXKey* const key : Row())
+    key->Height = height;
   return height;
 }
 
 // Returns the width of the row, the form's margins on both sides included.
 Twips FMessageBox::PlaceButtons(Twips top) {
-  Twips x = kIconLeft;
-  const auto place = [&](ui::KRXKey& key) {
-    key.Left = x;
-    key.Top = top;
-    x += key.Width() + kIconLeft;
-  };
-  for (ui::KRXKey& key : keyButton) {
-    if (key.Visible()) place(key);
-  }
-  if (keyHelp.Visible()) {
-    x += kHelpExtraGap * kIconLeft;
-    place(keyHelp);
-  }
-  return x;
+  const auto row = Row();
+  Twips x = service::PlaceRow(std::span(row).first(keyButton.size()), kIconLeft, top, kIconLeft);
+  if (keyHelp.Visible()) x += kHelpExtraGap * kIconLeft;
+  return service::PlaceRow(std::span(row).last(1), x, top, kIconLeft);
 }
 
 void FMessageBox::Answer(const ui::KRXKey& key) {
@@ -262,24 +256,6 @@ void FMessageBox::CountDown() {
   if (--seconds_left_ > 0) return;
   tmrAutoActivation.Enabled = false;
   Unload();
-}
-
-std::int32_t ShowMessageBox(service::Apartment& apartment,
-                            const service::MessageBoxRequest& request) {
-  FMessageBox form(apartment);
-  form.DisplayIcon(request.Style);
-  form.SetFonts();
-  if (const auto& extra = request.Extra) {
-    form.SetTextsEx(extra->Button1, extra->Button2, extra->Button3, extra->AutoActivation);
-  }
-  form.SetTexts(request.Text, request.Style, request.Title, request.HelpFile, request.Context);
-  form.CalcPositions();
-  form.ShowModal();
-  return form.Result;
-}
-
-void Register(service::Apartment& apartment) {
-  apartment.Dialogs.MessageBox = ShowMessageBox;
 }
 
 }  // namespace krx::msgbox

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "service/DialogForm.h"
+#include "service/MessageBoxRequest.h"
 #include "ui/Timer.h"
 
 namespace krx::msgbox {
@@ -20,18 +21,21 @@ class FMessageBox : public service::DialogForm {
   ui::KRXKey keyHelp{*this, u"keyHelp"};
   ui::Timer tmrAutoActivation{*this, u"tmrAutoActivation"};
 
-  // Set-up, in the order in which the dialog method calls it. The icon and the default button come
+  // Shows the box and returns the result code of its answer.
+  std::int32_t Ask(const service::MessageBoxRequest& request);
+
+  // Set-up, in the order in which Ask calls it. The icon and the default button come
   // from the style.
   void DisplayIcon(std::int32_t enmStyle);
   void SetFonts();
-  // Free buttons and the seconds to auto-activation (0 and below: never). Returns 0.
-  std::int32_t SetTextsEx(const String& sButton1, const String& sButton2, const String& sButton3,
-                          std::int32_t lAutoActivation);
+  // Free buttons and the seconds to auto-activation (0 and below: never).
+  void SetTextsEx(const String& sButton1, const String& sButton2, const String& sButton3,
+                  std::int32_t lAutoActivation);
   // Texts, standard buttons and the default result; runtime error 13 when the default button of a
-  // box with answers has no result code. Returns 0.
-  std::int32_t SetTexts(const String& sText, std::int32_t enmStyle, const String& sTitle,
-                        const String& sHelpFile, std::int32_t lContext);
-  void CalcPositions();
+  // box with answers has no result code.
+  void SetTexts(const String& sText, std::int32_t enmStyle, const String& sTitle,
+                const String& sHelpFile, std::int32_t lContext);
+  void CalcPositions() override;
 
   String Announcement() const override { return idxMessage.WholeText(); }
 
@@ -39,6 +43,9 @@ class FMessageBox : public service::DialogForm {
   std::int32_t Result = 0;
 
  private:
+  std::array<ui::KRXKey*, 4> Row() {
+    return {&keyButton[0], &keyButton[1], &keyButton[2], &keyHelp};
+  }
   ui::KRXKey& DefaultKey(std::int32_t style);
   void SetStandardButtons(std::int32_t button_set);
   void SetDefault(std::int32_t style);
@@ -50,12 +57,5 @@ class FMessageBox : public service::DialogForm {
 
   std::int32_t seconds_left_ = 0;
 };
-
-// Opens a message box and returns its result.
-std::int32_t ShowMessageBox(service::Apartment& apartment,
-                            const service::MessageBoxRequest& request);
-
-// Enters the message box into the apartment's dialogs.
-void Register(service::Apartment& apartment);
 
 }  // namespace krx::msgbox

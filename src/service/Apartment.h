@@ -1,14 +1,11 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <utility>
 
 #include "base/Geometry.h"
 #include "host/Application.h"
 #include "host/Runtime.h"
-#include "service/FileRequest.h"
-#include "service/MessageBoxRequest.h"
 #include "ui/Platform.h"
 
 namespace krx::service {
@@ -28,25 +25,8 @@ struct SharedSettings {
   Twips CaptionMinHeight = 0;
 };
 
-// How the methods of KRXDialog open their dialogs. A dialog's folder enters its function; a method
-// whose entry is empty is not implemented.
-struct DialogTable {
-  std::function<std::int32_t(class Apartment&, const MessageBoxRequest&)> MessageBox;
-  std::function<bool(class Apartment&)> LogOn;
-  std::function<bool(class Apartment&)> LogOnCombo;
-  std::function<void(class Apartment&)> WhoAmI;
-  // The user whose password is to be changed; none: whoever is logged on.
-  std::function<bool(class Apartment&, const std::optional<String>&)> ChangePassword;
-  std::function<bool(class Apartment&)> AddUser;
-  std::function<void(class Apartment&)> User;
-  std::function<String(class Apartment&, const DirectoryRequest&)> SelectDirectory;
-  std::function<String(class Apartment&, const DirectoryRequest&)> SelectDirectoryTouch;
-  std::function<String(class Apartment&, const FileRequest&, FileDialogKind)> SelectFile;
-  std::function<String(class Apartment&, const FileRequest&)> SelectFileTouch;
-};
-
-// What one user-interface thread works with: its windowing system, the runtime's services, the
-// dialogs and the shared settings. Two apartments of a process never touch each other's.
+// What one user-interface thread works with: its windowing system, the runtime's services and
+// the shared settings. Two apartments of a process never touch each other's.
 class Apartment {
  public:
   Apartment(ui::Platform& platform, host::Runtime& runtime)
@@ -58,7 +38,6 @@ class Apartment {
 
   ui::Platform& Platform;
   host::Runtime& Runtime;
-  DialogTable Dialogs;
   SharedSettings Shared;
 
   // Empty once the apartment has ended; a dialog object that a client still holds asks here.

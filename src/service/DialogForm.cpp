@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "base/Error.h"
-#include "service/Layout.h"
 #include "service/MKRXDialog.h"
+#include "ui/Keyboard.h"
 
 namespace krx::service {
 
@@ -14,6 +14,7 @@ namespace {
 constexpr Twips kCaptionIndent = 90;
 constexpr Twips kCaptionShare = 3;   // of the work area's height is the caption line's at most
 constexpr Twips kBesideTitle = 450;  // the widest margins of any dialog and the form's edges
+constexpr Size kUnmeasuredKey{1215, 375};
 
 }  // namespace
 
@@ -26,7 +27,9 @@ DialogForm::DialogForm(Apartment& apartment, String name, std::int32_t text_grou
   idxCaption.BackColor = ui::kActiveCaption;
   idxCaption.ForeColor = ui::kActiveCaptionText;
   idxCaption.Indent = kCaptionIndent;
+  idxCaption.Height = kSmallestCaption;  // should its text not be measurable
 
+  ScreenChanged = [this] { CalcPositions(); };
   FontClassResolver = [this](StringView font_class) { return ClassFont(font_class); };
   UnloadStep = [this] {
     texts_.reset();
@@ -68,6 +71,33 @@ krx::Font DialogForm::ClassFont(StringView font_class) {
   return Fonts().GetFont();
 }
 
+void DialogForm::LoadFonts(Keys keys, Controls texts, Controls inputs) {
+  const auto load = [this](ui::Control& control, const String& font_class) {
+    Skip([&] { control.Font = ClassFont(font_class); });
+  };
+  load(idxCaption, Shared().FontClassCaption);
+  for (ui::KRXKey* const key : keys)
+    load(*key, Shared().FontClassButton);
+  for (ui::Control* const control : texts)
+    load(*control, Shared().FontClassText);
+  for (ui::Control* const control : inputs)
+    load(*control, Shared().FontClassInput);
+}
+
+void DialogForm::OrderTabs(Controls controls) {
+  int position = 0;
+  for (ui::Control* const control : controls)
+    control->TabIndex = position++;
+}
+
+void DialogForm::OnEnter(ui::Control& control, std::function<void()> next) {
+  control.KeyPress = [next = std::move(next)](char16_t& key) {
+    if (key != ui::kKeyEnter) return;
+    key = 0;
+    next();
+  };
+}
+
 KRXDialog& DialogForm::DialogService() const {
   if (!Shared().DialogService) throw ObjectNotSet();
   return *Shared().DialogService;
@@ -76,6 +106,10 @@ KRXDialog& DialogForm::DialogService() const {
 void DialogForm::SetCaption(String encoded) {
   idxCaption.Text = std::move(encoded);
   Caption = ReplaceAll(idxCaption.WholeText(), u"\n", u" ");
+}
+
+void DialogForm::SetTitle(const String& title, StringView key) {
+  if (!title.empty() || !key.empty()) SetCaption(title.empty() ? Text(key) : title);
 }
 
 // No title is longer than the screen is wide, nor so high that nothing is left for the dialog.
@@ -89,10 +123,32 @@ void DialogForm::SizeCaption(Twips padding) {
   idxCaption.Room = Size{area.Width - keyClose.Width() - kBesideTitle, highest};
 }
 
+void DialogForm::SizeCaptionAnyway(Twips padding) {
+  if (!Skip([&] { SizeCaption(padding); })) SizeCloseKey();
+}
+
 void DialogForm::SizeCloseKey() {
   keyClose.Height = idxCaption.Height() - kCloseKeyInset;
   keyClose.Width = keyClose.Height();
   keyClose.Picture = CrossFor(keyClose.Height(), ThePlatform().TwipsPerPixel());
+}
+
+void DialogForm::SizeKey(ui::KRXKey& key) {
+  const Twips minimum = Shared().ButtonMinHeight;
+  key.Place({0, 0, kUnmeasuredKey.Width, kUnmeasuredKey.Height});
+  Skip([&] { key.Height = ButtonHeight(MeasureTextHeight(key), minimum); });
+  Skip([&] { key.Width = ButtonWidth(MeasureTextWidth(key), minimum); });
+}
+
+Size DialogForm::SizeAlike(Keys keys) {
+  Size largest{};
+  for (ui::KRXKey* const key : keys) {
+    SizeKey(*key);
+    largest = {std::max(largest.Width, key->Width()), std::max(largest.Height, key->Height())};
+  }
+  for (ui::KRXKey* const key : keys)
+    key->Place({0, 0, largest.Width, largest.Height});
+  return largest;
 }
 
 Twips DialogForm::WidthOfTitle() const {

@@ -3,6 +3,17 @@
 #include <utility>
 
 #include "base/Error.h"
+#include "files/FDirectorySelectTouch.h"
+#include "files/FFileSelect.h"
+#include "files/FFileSelectTouch.h"
+#include "files/FSelectDirectory.h"
+#include "msgbox/FMessageBox.h"
+#include "users/FAddUser.h"
+#include "users/FChangePassword.h"
+#include "users/FLogOn.h"
+#include "users/FLogOnCombo.h"
+#include "users/FUser.h"
+#include "users/FWhoAmI.h"
 
 namespace krx::service {
 
@@ -36,14 +47,6 @@ Apartment& KRXDialog::TheApartment() const {
   return *apartment;
 }
 
-template <class Entry, class... Args>
-auto KRXDialog::Open(Entry DialogTable::*entry, Args&&... args) const {
-  Apartment& apartment = TheApartment();
-  const Entry& dialog = apartment.Dialogs.*entry;
-  if (!dialog) throw NotImplemented();
-  return dialog(apartment, std::forward<Args>(args)...);
-}
-
 void KRXDialog::Initialise() {
   TheApartment().Shared = SharedSettings{
       .DialogService = shared_from_this(),
@@ -63,60 +66,59 @@ void KRXDialog::SetHostApp(std::shared_ptr<host::Application> application) {
 
 std::int32_t KRXDialog::KRMsgBox(String text, std::int32_t style, String title, String help_file,
                                  std::int32_t context) {
-  const MessageBoxRequest request{std::move(text),      style,   std::move(title),
-                                  std::move(help_file), context, std::nullopt};
-  return Open(&DialogTable::MessageBox, request);
+  return msgbox::FMessageBox(TheApartment())
+      .Ask({std::move(text), style, std::move(title), std::move(help_file), context, std::nullopt});
 }
 
 std::int32_t KRXDialog::KRMsgBoxEx(String text, std::int32_t style, String title, String help_file,
                                    std::int32_t context, FreeButtons extra) {
-  const MessageBoxRequest request{std::move(text),      style,   std::move(title),
-                                  std::move(help_file), context, std::move(extra)};
-  return Open(&DialogTable::MessageBox, request);
+  return msgbox::FMessageBox(TheApartment())
+      .Ask({std::move(text), style, std::move(title), std::move(help_file), context,
+            std::move(extra)});
 }
 
 bool KRXDialog::KRUserLogOn() {
-  return Open(&DialogTable::LogOn);
+  return users::FLogOn(TheApartment()).LogOn();
 }
 
 bool KRXDialog::KRUserLogOnCombo() {
-  return Open(&DialogTable::LogOnCombo);
+  return users::FLogOnCombo(TheApartment()).LogOn();
 }
 
 void KRXDialog::KRWhoAmI() {
-  Open(&DialogTable::WhoAmI);
+  users::FWhoAmI(TheApartment()).WhoAmI();
 }
 
 void KRXDialog::KRChangePassword() {
-  Open(&DialogTable::ChangePassword, std::nullopt);
+  users::FChangePassword(TheApartment()).ChangePassword();
 }
 
 bool KRXDialog::KRAddUser() {
-  return Open(&DialogTable::AddUser);
+  return users::FAddUser(TheApartment()).AddUser();
 }
 
 void KRXDialog::KRUser() {
-  Open(&DialogTable::User);
+  users::FUser(TheApartment()).ShowUsers();
 }
 
-String KRXDialog::KRSelectDirectory(DirectoryRequest request) {
-  return Open(&DialogTable::SelectDirectory, std::move(request));
+String KRXDialog::KRSelectDirectory(const DirectoryRequest& request) {
+  return files::FSelectDirectory(TheApartment()).SelectDirectory(request);
 }
 
-String KRXDialog::KRSelectDirectoryTouch(DirectoryRequest request) {
-  return Open(&DialogTable::SelectDirectoryTouch, std::move(request));
+String KRXDialog::KRSelectDirectoryTouch(const DirectoryRequest& request) {
+  return files::FDirectorySelectTouch(TheApartment()).SelectDirectory(request);
 }
 
-String KRXDialog::KRSaveFileAs(FileRequest request) {
-  return Open(&DialogTable::SelectFile, std::move(request), kFileSave);
+String KRXDialog::KRSaveFileAs(const FileRequest& request) {
+  return files::FFileSelect(TheApartment()).SelectFile(request, kFileSave);
 }
 
-String KRXDialog::KROpenFile(FileRequest request) {
-  return Open(&DialogTable::SelectFile, std::move(request), kFileOpen);
+String KRXDialog::KROpenFile(const FileRequest& request) {
+  return files::FFileSelect(TheApartment()).SelectFile(request, kFileOpen);
 }
 
-String KRXDialog::KROpenFileTouch(FileRequest request) {
-  return Open(&DialogTable::SelectFileTouch, std::move(request));
+String KRXDialog::KROpenFileTouch(const FileRequest& request) {
+  return files::FFileSelectTouch(TheApartment()).OpenFile(request);
 }
 
 }  // namespace krx::service

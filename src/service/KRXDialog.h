@@ -3,6 +3,8 @@
 #include <memory>
 
 #include "service/Apartment.h"
+#include "service/FileRequest.h"
+#include "service/MessageBoxRequest.h"
 
 namespace krx::service {
 
@@ -54,19 +56,16 @@ class KRXDialog : public std::enable_shared_from_this<KRXDialog> {
   // Selects a directory or a file and returns its path; empty when the operator gave up. What is
   // not allowed to change up stays at the start directory and below; the touch dialogs confine
   // nobody. A start directory that does not exist is no error.
-  String KRSelectDirectory(DirectoryRequest request);
-  String KRSelectDirectoryTouch(DirectoryRequest request);
-  String KRSaveFileAs(FileRequest request);
-  String KROpenFile(FileRequest request);
-  String KROpenFileTouch(FileRequest request);
+  String KRSelectDirectory(const DirectoryRequest& request);
+  String KRSelectDirectoryTouch(const DirectoryRequest& request);
+  String KRSaveFileAs(const FileRequest& request);
+  String KROpenFile(const FileRequest& request);
+  String KROpenFileTouch(const FileRequest& request);
 
  private:
   explicit KRXDialog(const Apartment& apartment) : apartment_(apartment.Handle()) {}
   void Initialise();
   Apartment& TheApartment() const;
-  // Opens the dialog of a table entry; "not implemented" when the entry is empty.
-  template <class Entry, class... Args>
-  auto Open(Entry DialogTable::*entry, Args&&... args) const;
 
   const std::weak_ptr<Apartment> apartment_;
 };

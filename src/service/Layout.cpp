@@ -20,6 +20,23 @@ Twips ButtonWidth(Twips text_width, Twips minimum_height) {
   return MaxValue({text_width + kButtonPadding, kButtonWidthPerMinimum * minimum_height});
 }
 
+Twips PlaceRow(std::span<ui::KRXKey* const> keys, Twips left, Twips top, Twips gap) {
+  for (ui::KRXKey* const key : keys) {
+    if (!key->Visible()) continue;
+    key->Left = left;
+    key->Top = top;
+    left += key->Width() + gap;
+  }
+  return left;
+}
+
+Twips RowWidth(std::span<ui::KRXKey* const> keys, Twips gap) {
+  Twips width = -gap;
+  for (const ui::KRXKey* const key : keys)
+    if (key->Visible()) width += key->Width() + gap;
+  return width;
+}
+
 ui::CrossPicture CrossFor(Twips key_height, Twips twips_per_pixel) {
   constexpr float kStep = 8;
   constexpr float kMostSteps = 8;

@@ -15,6 +15,8 @@ inline constexpr Twips kCloseKeyInset = 60;            // the close key is this 
 inline constexpr Twips kCloseKeyMargin = 30;           // between the close key and the form's edge
 inline constexpr Twips kFormEdges = 30;                // around the form, both sides together
 inline constexpr Twips kCrossMargin = 105;             // of the cross inside the close key
+inline constexpr Twips kMargin = 120;                  // between the form's edges and its controls
+inline constexpr Twips kButtonGap = 60;                // between two buttons
 inline constexpr Twips kButtonPadding = 180;           // added to a button text's height and width
 inline constexpr Twips kLabelToField = 45;             // from a label down to its field
 inline constexpr Twips kRowGap = 105;                  // from a field down to the next label
@@ -36,6 +38,12 @@ Twips ButtonWidth(Twips text_width, Twips minimum_height);
 // The picture of a close key of this height: steps of 8 pixels, the nearest one that leaves 105
 // twips, from 8 to 64 pixels.
 ui::CrossPicture CrossFor(Twips key_height, Twips twips_per_pixel);
+
+// Puts the buttons that are shown side by side, beginning at `left`; returns where the next one
+// would begin.
+Twips PlaceRow(std::span<ui::KRXKey* const> keys, Twips left, Twips top, Twips gap = kButtonGap);
+// Width of such a row, without a gap behind it.
+Twips RowWidth(std::span<ui::KRXKey* const> keys, Twips gap = kButtonGap);
 
 // A label above the field that it names.
 struct InputRow {

@@ -7,10 +7,6 @@
 
 namespace krx::service {
 
-// Message-box style values.
-inline constexpr std::int32_t kExclamation = 48;
-inline constexpr std::int32_t kInformation = 64;
-
 // What KRMsgBoxEx adds to a message box.
 struct FreeButtons {
   String Button1;

@@ -12,13 +12,12 @@ Control::Control(Form& parent, String name, ui::Kind kind)
   parent.AddToTabOrder(*this);
 }
 
-Control::TabPosition& Control::TabPosition::operator=(int index) {
-  control_.Parent().MoveInTabOrder(control_, index);
-  return *this;
+void Control::MoveInTabOrder(int index) {
+  Parent().MoveInTabOrder(*this, index);
 }
 
-int Control::TabPosition::operator()() const {
-  return control_.Parent().PositionInTabOrder(control_);
+int Control::PositionInTabOrder() const {
+  return Parent().PositionInTabOrder(*this);
 }
 
 void Control::SetFocus() {
@@ -39,9 +38,8 @@ void Control::Place(const Rect& bounds) {
   Changed(Aspect::Bounds);
 }
 
-FontClassControl::FontClassName& FontClassControl::FontClassName::operator=(StringView name) {
-  control_.Font = control_.Parent().FontOfClass(name);
-  return *this;
+void FontClassControl::SetFontClass(StringView name) {
+  Font = Parent().FontOfClass(name);
 }
 
 String WithoutAccessKey(StringView caption) {

@@ -13,22 +13,17 @@ namespace krx::ui {
 inline constexpr int kLeftButton = 1;
 inline constexpr int kRightButton = 2;
 
+// Height in twips of a row that a finger hits without looking: 9 millimetres, rounded up to pixels
+// of every resolution.
+inline constexpr Twips kFingerRow = 525;
+
 // A visible part of a form: placement in twips relative to the form, colours, font, focus and the
 // events of mouse and keyboard.
 class Control : public Component {
+  void MoveInTabOrder(int index);
+  int PositionInTabOrder() const;
+
  public:
-  // Position of the control in the form's tab order; setting it moves the control there and the
-  // controls behind it up, so two controls never share a position.
-  class TabPosition {
-   public:
-    explicit TabPosition(Control& control) : control_(control) {}
-    TabPosition& operator=(int index);
-    int operator()() const;
-
-   private:
-    Control& control_;
-  };
-
   Property<Twips> Left{*this, Aspect::Bounds};
   Property<Twips> Top{*this, Aspect::Bounds};
   Property<Twips> Width{*this, Aspect::Bounds};
@@ -39,7 +34,9 @@ class Control : public Component {
   Property<Color> BackColor{*this, Aspect::Colors, kButtonFace};
   Property<Color> ForeColor{*this, Aspect::Colors, kButtonText};
   Property<bool> TabStop{*this, Aspect::TabStop, false};
-  TabPosition TabIndex{*this};
+  // Position in the form's tab order; setting it moves the control there and the controls behind it
+  // up, so two controls never share a position.
+  Accessor<Control, &Control::MoveInTabOrder, &Control::PositionInTabOrder> TabIndex{*this};
   String Tag;
 
   Event<> GotFocus;
@@ -83,16 +80,10 @@ class Control : public Component {
 // A control whose look is set by a font class of the runtime, not by a font. The form resolves the
 // class, so a failing font service reaches whoever sets it.
 class FontClassControl : public Control {
- public:
-  class FontClassName {
-   public:
-    explicit FontClassName(FontClassControl& control) : control_(control) {}
-    FontClassName& operator=(StringView name);
+  void SetFontClass(StringView name);
 
-   private:
-    FontClassControl& control_;
-  };
-  FontClassName FontClass{*this};
+ public:
+  Accessor<FontClassControl, &FontClassControl::SetFontClass> FontClass{*this};
 
  protected:
   using Control::Control;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "ui/FolderPath.h"
+#include "folders/FolderPath.h"
 #include "ui/Form.h"
 
 namespace krx::ui {
@@ -14,20 +14,14 @@ constexpr int kAncestorsInView = 2;  // above the open directory
 
 }  // namespace
 
-DirListBox::PathProperty& DirListBox::PathProperty::operator=(StringView path) {
-  list_.Open(path);
-  return *this;
+void DirListBox::HighlightEntry(int entry) {
+  SelectRow(OpenRow() + 1 + entry);
+  EnsureVisible(SelectedRow());
 }
 
-DirListBox::ListIndexProperty& DirListBox::ListIndexProperty::operator=(int entry) {
-  list_.SelectRow(list_.OpenRow() + 1 + entry);
-  list_.EnsureVisible(list_.SelectedRow());
-  return *this;
-}
-
-int DirListBox::ListIndexProperty::operator()() const {
-  const int row = list_.SelectedRow();
-  return row == kNoRow ? kOpenEntry : row - list_.OpenRow() - 1;
+int DirListBox::HighlightedEntry() const {
+  const int row = SelectedRow();
+  return row == kNoRow ? kOpenEntry : row - OpenRow() - 1;
 }
 
 DirListBox::DirListBox(Form& parent, String name, FolderReadings& readings)
@@ -39,12 +33,12 @@ String DirListBox::List(int entry) const {
   const int row = OpenRow() + 1 + entry;
   if (row < 0 || row >= RowCount()) return {};
   if (row <= OpenRow()) return path_.substr(0, levels_[static_cast<std::size_t>(row)]);
-  return PathIn(path_, Cell(row, 0));
+  return folders::PathIn(path_, Cell(row, 0));
 }
 
 StringView DirListBox::Cell(int row, int) const {
   if (row > OpenRow()) return listing_->Folders()[static_cast<std::size_t>(row - OpenRow() - 1)];
-  return LastName(StringView(path_).substr(0, levels_[static_cast<std::size_t>(row)]));
+  return folders::LastName(StringView(path_).substr(0, levels_[static_cast<std::size_t>(row)]));
 }
 
 RowList::Image DirListBox::RowImage(int row) const {
@@ -56,13 +50,13 @@ int DirListBox::Indent(int row) const {
 }
 
 void DirListBox::Open(StringView path) {
-  String full = FullPath(path, Parent().ThePlatform().Files());
+  String full = folders::FullPath(path, Parent().ThePlatform().Files());
   auto listing = readings_.Open(full);
 
   const bool other = full != path_;
   listing_ = std::move(listing);
   path_ = std::move(full);
-  levels_ = Levels(path_);
+  levels_ = folders::Levels(path_);
   folders_ = static_cast<int>(listing_->Folders().size());
   wish_.clear();
   RowsReplaced();
@@ -72,8 +66,8 @@ void DirListBox::Open(StringView path) {
 }
 
 void DirListBox::Highlight(StringView path) {
-  const StringView name = LastName(path);
-  if (PathIn(path_, name) != path) return;
+  const StringView name = folders::LastName(path);
+  if (folders::PathIn(path_, name) != path) return;
   wish_ = name;
   wished_at_ = SelectedRow();
   HighlightFrom(0);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/FolderListing.h"
+#include "ui/FolderReadings.h"
 #include "ui/RowList.h"
 
 namespace krx::ui {
@@ -9,35 +9,21 @@ namespace krx::ui {
 // Entry -1 is the open directory, -2, -3 ... are its ancestors up to the root, 0 and above its
 // subdirectories in the file system's order. A large directory goes on growing while it is read.
 class DirListBox : public RowList, private FolderReadings::Watcher {
+  void Open(StringView path);
+  const String& OpenPath() const { return path_; }
+  void HighlightEntry(int entry);
+  int HighlightedEntry() const;
+
  public:
   static constexpr int kOpenEntry = -1;
 
-  class PathProperty {
-   public:
-    explicit PathProperty(DirListBox& list) : list_(list) {}
-    // Opens a directory afresh and highlights it. When it cannot be opened this raises Error, and
-    // what was open stays so.
-    PathProperty& operator=(StringView path);
-    const String& operator()() const { return list_.path_; }
-
-   private:
-    DirListBox& list_;
-  };
-  class ListIndexProperty {
-   public:
-    explicit ListIndexProperty(DirListBox& list) : list_(list) {}
-    // Moves the highlight alone; runtime error 381 when there is no such entry.
-    ListIndexProperty& operator=(int entry);
-    int operator()() const;
-
-   private:
-    DirListBox& list_;
-  };
-
   DirListBox(Form& parent, String name, FolderReadings& readings);
 
-  PathProperty Path{*this};
-  ListIndexProperty ListIndex{*this};
+  // Setting it opens a directory afresh and highlights it. When it cannot be opened this raises
+  // Error, and what was open stays so.
+  Accessor<DirListBox, &DirListBox::Open, &DirListBox::OpenPath> Path{*this};
+  // Setting it moves the highlight alone; runtime error 381 when there is no such entry.
+  Accessor<DirListBox, &DirListBox::HighlightEntry, &DirListBox::HighlightedEntry> ListIndex{*this};
 
   Event<> Change;       // Path is another one
   Event<> Highlighted;  // the highlight has moved to the entry that Highlight waited for
@@ -59,14 +45,13 @@ class DirListBox : public RowList, private FolderReadings::Watcher {
 
  private:
   int OpenRow() const { return static_cast<int>(levels_.size()) - 1; }
-  void Open(StringView path);
   bool HighlightFrom(int first);
   void ListingsGrew() override;
 
   FolderReadings& readings_;
   String path_;
   std::vector<std::size_t> levels_;  // lengths of the ancestors' paths, and of path_
-  std::shared_ptr<const FolderListing> listing_;
+  std::shared_ptr<const folders::FolderListing> listing_;
   int folders_ = 0;  // that the list shows
   String wish_;      // a name to be highlighted when it comes
   int wished_at_ = kNoRow;

@@ -13,8 +13,8 @@ namespace krx::ui {
 namespace {
 
 // An unreachable server would keep the dialog waiting, so network drives are not asked.
-String LabelOf(FileSystem& files, const Drive& drive) {
-  if (drive.Type == DriveType::Network) return {};
+String LabelOf(folders::FileSystem& files, const folders::Drive& drive) {
+  if (drive.Type == folders::DriveType::Network) return {};
   try {
     return files.DriveReady(drive.Path) ? files.VolumeLabel(drive.Path) : String();
   } catch (const Error&) {
@@ -30,16 +30,15 @@ String SmallDrive(StringView path) {
 
 }  // namespace
 
-DriveListBox::DriveProperty& DriveListBox::DriveProperty::operator=(StringView path) {
-  const int index = list_.Find(path);
+void DriveListBox::Choose(StringView path) {
+  const int index = Find(path);
   if (index < 0) throw RuntimeError(68, u"Device unavailable");
-  if (index != list_.ListIndex()) list_.Select(index);
-  return *this;
+  if (index != ListIndex()) Select(index);
 }
 
-String DriveListBox::DriveProperty::operator()() const {
-  const int index = list_.ListIndex();
-  return index < 0 ? String() : list_.drives_[static_cast<std::size_t>(index)];
+String DriveListBox::Chosen() const {
+  const int index = ListIndex();
+  return index < 0 ? String() : drives_[static_cast<std::size_t>(index)];
 }
 
 DriveListBox::DriveListBox(Form& parent, String name) : ComboBox(parent, std::move(name)) {}
@@ -53,11 +52,11 @@ int DriveListBox::Find(StringView path) const {
 }
 
 void DriveListBox::Refresh() {
-  FileSystem& files = Parent().ThePlatform().Files();
-  const std::vector<ui::Drive> drives = files.Drives();
+  folders::FileSystem& files = Parent().ThePlatform().Files();
+  const std::vector<folders::Drive> drives = files.Drives();
   Clear();
   drives_.clear();
-  for (const ui::Drive& drive : drives) {
+  for (const folders::Drive& drive : drives) {
     const String label = LabelOf(files, drive);
     drives_.push_back(SmallDrive(drive.Path));
     AddItem(label.empty() ? drives_.back() : drives_.back() + u" [" + label + u"]", kAtEnd);

@@ -2,22 +2,16 @@
 
 #include <utility>
 
-#include "ui/FolderPath.h"
+#include "folders/FolderPath.h"
 #include "ui/Form.h"
 
 namespace krx::ui {
 
-FileListBox::PathProperty& FileListBox::PathProperty::operator=(StringView path) {
-  list_.Show(path);
-  return *this;
-}
-
-FileListBox::PatternProperty& FileListBox::PatternProperty::operator=(StringView pattern) {
-  if (pattern == list_.pattern_text_) return *this;
-  list_.pattern_text_ = pattern;
-  list_.pattern_ = FilePattern(pattern, list_.Parent().ThePlatform().Folding());
-  list_.ShowRows();
-  return *this;
+void FileListBox::Filter(StringView pattern) {
+  if (pattern == pattern_text_) return;
+  pattern_text_ = pattern;
+  pattern_ = folders::FilePattern(pattern, Parent().ThePlatform().Folding());
+  ShowRows();
 }
 
 FileListBox::FileListBox(Form& parent, String name, FolderReadings& readings)
@@ -31,8 +25,8 @@ StringView FileListBox::Cell(int row, int) const {
 }
 
 void FileListBox::Show(StringView path) {
-  String full = FullPath(path, Parent().ThePlatform().Files());
-  std::shared_ptr<const FolderListing> listing;
+  String full = folders::FullPath(path, Parent().ThePlatform().Files());
+  std::shared_ptr<const folders::FolderListing> listing;
   std::exception_ptr failure;
   try {
     listing = readings_.Share(full);

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "ui/FilePattern.h"
-#include "ui/FolderListing.h"
+#include "folders/FilePattern.h"
+#include "ui/FolderReadings.h"
 #include "ui/RowList.h"
 
 namespace krx::ui {
@@ -11,32 +11,19 @@ namespace krx::ui {
 // The file list: the files of a folder that match a pattern, in the file system's order. A large
 // folder goes on growing while it is read.
 class FileListBox : public RowList, private FolderReadings::Watcher {
+  void Show(StringView path);
+  const String& ShownPath() const { return path_; }
+  void Filter(StringView pattern);
+  const String& FilteringPattern() const { return pattern_text_; }
+
  public:
-  class PathProperty {
-   public:
-    explicit PathProperty(FileListBox& list) : list_(list) {}
-    // Shows a folder, by the reading that another list of the form has begun. One that cannot be
-    // read is shown without files, and this raises Error.
-    PathProperty& operator=(StringView path);
-    const String& operator()() const { return list_.path_; }
-
-   private:
-    FileListBox& list_;
-  };
-  class PatternProperty {
-   public:
-    explicit PatternProperty(FileListBox& list) : list_(list) {}
-    PatternProperty& operator=(StringView pattern);
-    const String& operator()() const { return list_.pattern_text_; }
-
-   private:
-    FileListBox& list_;
-  };
-
   FileListBox(Form& parent, String name, FolderReadings& readings);
 
-  PathProperty Path{*this};
-  PatternProperty Pattern{*this};  // see FilePattern; "*.*" at first
+  // Setting it shows a folder, by the reading that another list of the form has begun. One that
+  // cannot be read is shown without files, and this raises Error.
+  Accessor<FileListBox, &FileListBox::Show, &FileListBox::ShownPath> Path{*this};
+  // See folders::FilePattern; "*.*" at first.
+  Accessor<FileListBox, &FileListBox::Filter, &FileListBox::FilteringPattern> Pattern{*this};
 
   int RowCount() const override { return shown_; }
   StringView Cell(int row, int column) const override;
@@ -44,7 +31,6 @@ class FileListBox : public RowList, private FolderReadings::Watcher {
   bool HasImages() const override { return true; }
 
  private:
-  void Show(StringView path);
   void ShowRows();
   void TakeOver();
   void ListingsGrew() override;
@@ -52,8 +38,8 @@ class FileListBox : public RowList, private FolderReadings::Watcher {
   FolderReadings& readings_;
   String path_;
   String pattern_text_ = u"*.*";
-  FilePattern pattern_;
-  std::shared_ptr<const FolderListing> listing_;
+  folders::FilePattern pattern_;
+  std::shared_ptr<const folders::FolderListing> listing_;
   std::vector<std::uint32_t> matches_;  // positions in the listing; unused where all match
   std::size_t looked_at_ = 0;           // files of the listing
   int shown_ = 0;

@@ -3,12 +3,12 @@
 #include <functional>
 #include <memory>
 
+#include "base/CaseFolding.h"
 #include "base/Font.h"
 #include "base/Geometry.h"
-#include "ui/CaseFolding.h"
+#include "folders/FileSystem.h"
 #include "ui/Color.h"
 #include "ui/Component.h"
-#include "ui/FileSystem.h"
 #include "ui/Form.h"
 #include "ui/StandardControls.h"
 
@@ -49,13 +49,12 @@ class Platform {
   // raised by a handler ends the loop and is thrown from here.
   virtual void RunModal(Form& form) = 0;
   // Drives, folders and files of the machine.
-  virtual FileSystem& Files() = 0;
+  virtual folders::FileSystem& Files() = 0;
   // Handles the events that are pending now, paints included, and returns whatever comes meanwhile.
   // The operator's input waits until the handler that called has returned.
   virtual void ProcessEvents() = 0;
 
-  // A stock icon of the system by identifier (32513 stop, 32514 question, 32515 exclamation,
-  // 32516 information).
+  // A stock icon of the system by its identifier.
   virtual StockIcon LoadStockIcon(int id) = 0;
   virtual void SetPointer(Pointer pointer) = 0;
   // Red-green-blue value of a colour; system colours are looked up now.

@@ -64,6 +64,22 @@ class Property {
   T value_;
 };
 
+// A value that is written and read by operations of its owner, in the way of a Property.
+template <class Owner, auto Set, auto Get = nullptr>
+class Accessor {
+ public:
+  explicit Accessor(Owner& owner) : owner_(owner) {}
+  template <class Value>
+  Accessor& operator=(Value&& value) {
+    (owner_.*Set)(std::forward<Value>(value));
+    return *this;
+  }
+  decltype(auto) operator()() const { return (owner_.*Get)(); }
+
+ private:
+  Owner& owner_;
+};
+
 // One handler, bound by assignment and raised by a call; without a handler nothing happens. A
 // handler may bind another one or end the form while it runs.
 template <class... Args>

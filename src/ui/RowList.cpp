@@ -157,7 +157,7 @@ void StoredRows::SetRows(std::vector<std::vector<String>> rows) {
 }
 
 KRXGrid::KRXGrid(Form& parent, String name) : StoredRows(parent, std::move(name)) {
-  RowMinHeight = kFingerRow;
+  RowMinHeight = kLowestRow;
   DragScrolls = true;
 }
 

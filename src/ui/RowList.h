@@ -132,7 +132,7 @@ class ListView : public StoredRows {
 // The touch grid: rows that a finger can hit and drag.
 class KRXGrid : public StoredRows {
  public:
-  static constexpr Twips kFingerRow = 400;  // no row is lower than 7 millimetres
+  static constexpr Twips kLowestRow = 400;  // 7 millimetres
 
   KRXGrid(Form& parent, String name);
   int MainColumn() const override { return static_cast<int>(Columns().size()) - 1; }

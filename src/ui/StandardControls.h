@@ -39,6 +39,10 @@ struct StockIcon {
   int Id = 0;
   bool operator==(const StockIcon&) const = default;
 };
+inline constexpr int kStopIcon = 32513;
+inline constexpr int kQuestionIcon = 32514;
+inline constexpr int kExclamationIcon = 32515;
+inline constexpr int kInformationIcon = 32516;
 
 // Shows one icon with its upper left corner at a point of the box, in twips.
 class PictureBox : public Control {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "service/KRXDialog.h"
+#include "service/MessageBoxStyle.h"
 #include "service/Skip.h"
 
 namespace krx::users {
@@ -11,19 +12,13 @@ FAddUser::FAddUser(service::Apartment& apartment)
     : UserForm(apartment, u"FAddUser"),
       administration_(apartment.Runtime, &host::Runtime::CreateUserAdministration),
       classes_(apartment.Runtime, &host::Runtime::CreateUserClassAdministration) {
-  // The captions hold until the texts are loaded, and where that fails.
-  constexpr std::array<std::array<StringView, 2>, 6> kLabels{
-      {{u"lblName", u"&Name"},
-       {u"lblFullName", u"&Vollst\u00e4ndiger Name"},
-       {u"lblPassword", u"&Passwort"},
-       {u"lblRepeatPassword", u"Passwort &wiederholen"},
-       {u"lblUserClass", u"&Benutzerklasse"},
-       {u"lblComment", u"&Kommentar"}}};
-  for (std::size_t i = 0; i < kLabels.size(); ++i) {
-    lblAddUser[i].Tag = kLabels[i][0];
-    lblAddUser[i].Caption = String(kLabels[i][1]);
-  }
-  OrderRows(InputRows());
+  NameLabels(lblAddUser, {{u"lblName", u"&Name"},
+                          {u"lblFullName", u"&Vollst\u00e4ndiger Name"},
+                          {u"lblPassword", u"&Passwort"},
+                          {u"lblRepeatPassword", u"Passwort &wiederholen"},
+                          {u"lblUserClass", u"&Benutzerklasse"},
+                          {u"lblComment", u"&Kommentar"}});
+  OrderRows();
   keyOK.Enabled = false;
 
   LoadStep = [this] {
@@ -53,25 +48,17 @@ void FAddUser::BindFields() {
   ConfirmOnEnter(txtComment, keyOK, txtName);
 }
 
-std::array<service::InputRow, 6> FAddUser::InputRows() {
-  return {{{lblAddUser[0], txtName},
-           {lblAddUser[1], txtFullName},
-           {lblAddUser[2], txtPassword},
-           {lblAddUser[3], txtPassword2},
-           {lblAddUser[4], cboUserClass},
-           {lblAddUser[5], txtComment}}};
+std::vector<service::InputRow> FAddUser::InputRows() {
+  return {{lblAddUser[0], txtName},      {lblAddUser[1], txtFullName},
+          {lblAddUser[2], txtPassword},  {lblAddUser[3], txtPassword2},
+          {lblAddUser[4], cboUserClass}, {lblAddUser[5], txtComment}};
 }
 
 void FAddUser::LoadTexts() {
   service::Skip([this] { SetCaption(caption_); });
-  LoadText(keyOK, u"keyOK");
-  LoadText(keyCancel, u"keyCancel");
-  for (ui::Label& label : lblAddUser)
-    LoadText(label, label.Tag);
-  const std::array keys{&keyOK, &keyCancel};
-  LoadFonts(keys, InputRows());
-  ScreenChanged = [this, keys] { LayOut(InputRows(), keys); };
-  ScreenChanged();
+  LoadButtons();
+  LoadLabels(lblAddUser);
+  LoadLook();
 }
 
 // A statement that fails leaves its value as it is, and the others go on: where the mode cannot be

@@ -38,7 +38,8 @@ class FAddUser : public UserForm {
 
   void Open(Mode mode, StringView caption);
   void BindFields();
-  std::array<service::InputRow, 6> InputRows();
+  std::vector<service::InputRow> InputRows() override;
+  std::vector<ui::KRXKey*> Buttons() override { return {&keyOK, &keyCancel}; }
   void LoadTexts();
   void ListClasses();
   void LeaveSecondPassword();

@@ -1,5 +1,7 @@
 #include "users/FChangePassword.h"
 
+#include "service/MessageBoxStyle.h"
+
 namespace krx::users {
 
 namespace {
@@ -12,12 +14,14 @@ constexpr Twips kCaptionPadding = 60;
 FChangePassword::FChangePassword(service::Apartment& apartment)
     : UserForm(apartment, u"FChangePassword"),
       administration_(apartment.Runtime, &host::Runtime::CreateUserAdministration) {
-  constexpr std::array<StringView, 6> kLabels{u"lblName",        u"lblFullName",
-                                              u"lblComment",     u"lblActualPassword",
-                                              u"lblNewPassword", u"lblRepeatPassword"};
-  for (std::size_t i = 0; i < kLabels.size(); ++i)
-    lblChangePW[i].Tag = kLabels[i];
-  OrderRows(InputRows());
+  NameLabels(lblChangePW, {{u"lblName"},
+                           {u"lblFullName"},
+                           {u"lblComment"},
+                           {u"lblActualPassword"},
+                           {u"lblNewPassword"},
+                           {u"lblRepeatPassword"}});
+  OrderRows();
+  caption_padding_ = kCaptionPadding;
   for (ui::TextBox* const field : {&txtName, &txtFullName, &txtComment})
     MakeDisplayField(*field);
   keyOK.Enabled = false;
@@ -34,25 +38,17 @@ FChangePassword::FChangePassword(service::Apartment& apartment)
   ConfirmOnEnter(txtPassword2, keyOK, txtActPassword);
 }
 
-std::array<service::InputRow, 6> FChangePassword::InputRows() {
-  return {{{lblChangePW[0], txtName},
-           {lblChangePW[1], txtFullName},
-           {lblChangePW[2], txtComment},
-           {lblChangePW[3], txtActPassword},
-           {lblChangePW[4], txtPassword},
-           {lblChangePW[5], txtPassword2}}};
+std::vector<service::InputRow> FChangePassword::InputRows() {
+  return {{lblChangePW[0], txtName},     {lblChangePW[1], txtFullName},
+          {lblChangePW[2], txtComment},  {lblChangePW[3], txtActPassword},
+          {lblChangePW[4], txtPassword}, {lblChangePW[5], txtPassword2}};
 }
 
 void FChangePassword::LoadTexts() {
   LoadCaption(u"capChangePassword");
-  LoadText(keyOK, u"keyOK");
-  LoadText(keyCancel, u"keyCancel");
-  for (ui::Label& label : lblChangePW)
-    LoadText(label, label.Tag);
-  const std::array keys{&keyOK, &keyCancel};
-  LoadFonts(keys, InputRows());
-  ScreenChanged = [this, keys] { LayOut(InputRows(), keys, kCaptionPadding); };
-  ScreenChanged();
+  LoadButtons();
+  LoadLabels(lblChangePW);
+  LoadLook();
 }
 
 bool FChangePassword::ChangePassword(const std::optional<String>& user) {

@@ -32,10 +32,11 @@ class FChangePassword : public UserForm {
 
   // Changes the password of the named user, or of the one who is logged on. True when it has been
   // changed; false when the operator gave up or there is no such user. Failing calls raise Error.
-  bool ChangePassword(const std::optional<String>& user);
+  bool ChangePassword(const std::optional<String>& user = std::nullopt);
 
  private:
-  std::array<service::InputRow, 6> InputRows();
+  std::vector<service::InputRow> InputRows() override;
+  std::vector<ui::KRXKey*> Buttons() override { return {&keyOK, &keyCancel}; }
   void LoadTexts();
   String FindUser(const std::optional<String>& user);
   bool Ask(const String& user);

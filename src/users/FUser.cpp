@@ -12,16 +12,15 @@ namespace krx::users {
 
 namespace {
 
+using service::kButtonGap;  // also from the frame's caption down to the list
+using service::kMargin;     // also of the list in its frame
 using service::Skip;
 
 // Lengths of this form in twips.
-constexpr Twips kMargin = 120;         // at the form's edges, and of the list in its frame
-constexpr Twips kGap = 60;             // between two buttons, and from the frame's caption down
 constexpr Twips kListWidth = 13500;    // as long as the screen has room
 constexpr Twips kListHeight = 4500;    // likewise
 constexpr Twips kSmallestList = 2400;  // in both directions
 constexpr Twips kCommentWidth = 3000;
-constexpr Twips kFingerRow = 525;  // 9 millimetres: rows grow with the buttons, but no further
 
 constexpr std::array<StringView, 7> kColumns{
     u"lblName",          u"lblState",  u"lblFullName", u"lblUserClass", u"lblRemainingLogOns",
@@ -90,21 +89,13 @@ void FUser::Bind() {
   keyDeactivateUser.Click = [this] {
     ActOnSelected([this](const String& user) { administration_->SetUserActive(user, 0); });
   };
-  ScreenChanged = [this] {
-    LayOutUsers();
-    Skip([this] { SizeColumns(); });
-  };
   keyOK.Click = [this] { Unload(); };
   keyClose.Click = [this] { Unload(); };
   lvwUser.RowDoubleClick = [this](int) { ChangeSelected(); };
-  lvwUser.KeyPress = [this](char16_t& key) {
-    if (key != kEnter) return;
-    key = 0;
-    ChangeSelected();
-  };
+  OnEnter(lvwUser, [this] { ChangeSelected(); });
 }
 
-FUser::Keys FUser::AllKeys() {
+std::vector<ui::KRXKey*> FUser::Buttons() {
   return {&keyAddUser,      &keyChangeUser,     &keyRemoveUser,
           &keyActivateUser, &keyDeactivateUser, &keyOK};
 }
@@ -112,13 +103,11 @@ FUser::Keys FUser::AllKeys() {
 void FUser::LoadTexts() {
   LoadCaption(u"capOverviewUsers");
   Skip([this] { fraUser.Caption = Text(u"lblUser"); });
-  for (ui::KRXKey* const key : AllKeys())
-    LoadText(*key, key->Name());
-  LoadFonts(AllKeys(), {});
-  Skip([this] { fraUser.Font = ClassFont(Shared().FontClassText); });
-  Skip([this] { lvwUser.Font = ClassFont(Shared().FontClassText); });
+  LoadButtons();
+  const std::array<ui::Control*, 2> texts{&fraUser, &lvwUser};
+  LoadFonts(Buttons(), texts, {});
   LoadTitles();
-  LayOutUsers();
+  CalcPositions();
 }
 
 void FUser::LoadTitles() {
@@ -126,24 +115,22 @@ void FUser::LoadTitles() {
   for (ui::RowList::Column& column : columns)
     Skip([&] { column.Title = ReplaceAll(Text(column.Tag), u"&", u""); });
   lvwUser.Columns = std::move(columns);
-  Skip([this] { SizeColumns(); });
 }
 
 // The list in its frame takes the room that the screen leaves beside the buttons.
-void FUser::LayOutUsers() {
-  if (!Skip([this] { SizeCaption(service::kCaptionPadding); })) SizeCloseKey();
-  Size key{};
-  for (ui::KRXKey* const each : AllKeys()) {
-    SizeKey(*each);
-    key = {std::max(key.Width, each->Width()), std::max(key.Height, each->Height())};
-  }
-  lvwUser.RowMinHeight = std::clamp(Shared().ButtonMinHeight, 0.0f, kFingerRow);
+void FUser::CalcPositions() {
+  const std::vector<ui::KRXKey*> keys = Buttons();
+  SizeCaptionAnyway();
+  const Size key = SizeAlike(keys);
+  // Rows grow with the buttons, but no further than a finger needs.
+  lvwUser.RowMinHeight = std::clamp(Shared().ButtonMinHeight, 0.0f, ui::kFingerRow);
   Twips caption = service::kUnmeasuredLine;
   Skip([&] { caption = service::MeasureTextHeight(fraUser); });
   const Rect area = ThePlatform().WorkArea();
   const Twips top = idxCaption.Height() + kMargin;
-  const Twips inset = caption + kGap;  // of the list below the frame's upper edge
-  const Twips keys_height = static_cast<Twips>(AllKeys().size()) * (key.Height + kGap) - kGap;
+  const Twips inset = caption + kButtonGap;  // of the list below the frame's upper edge
+  const Twips pitch = key.Height + kButtonGap;
+  const Twips keys_height = static_cast<Twips>(keys.size()) * pitch - kButtonGap;
   const auto fit = [](Twips wanted, Twips room) {
     return std::max(std::min(wanted, room), kSmallestList);
   };
@@ -155,15 +142,17 @@ void FUser::LayOutUsers() {
   lvwUser.Place({2 * kMargin, top + inset, width, height});
   const Twips left = fraUser.Left() + fraUser.Width() + kMargin;
   Twips at = top;
-  for (ui::KRXKey* const each : AllKeys()) {
-    each->Place({left, at, key.Width, key.Height});
-    at += key.Height + kGap;
+  for (ui::KRXKey* const each : keys) {
+    each->Left = left;
+    each->Top = at;
+    at += pitch;
   }
   const Twips bottom = std::max(fraUser.Top() + fraUser.Height(), top + keys_height);
   keyOK.Top = bottom - key.Height;
   Width = left + key.Width + kMargin;
   Height = bottom + kMargin;
   PlaceCaption();
+  Skip([this] { SizeColumns(); });
 }
 
 void FUser::ShowUsers() {

@@ -29,13 +29,12 @@ class FUser : public UserForm {
 
  private:
   using Row = std::vector<String>;
-  using Keys = std::array<ui::KRXKey*, 6>;
 
-  Keys AllKeys();
+  std::vector<ui::KRXKey*> Buttons() override;
+  void CalcPositions() override;
   void Bind();
   void LoadTexts();
   void LoadTitles();
-  void LayOutUsers();
   String SelectedUser() const;
   void ChangeSelected();
   template <class Action>

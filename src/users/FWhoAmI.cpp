@@ -1,5 +1,6 @@
 #include "users/FWhoAmI.h"
 
+#include "service/MessageBoxStyle.h"
 #include "service/Skip.h"
 
 namespace krx::users {
@@ -8,20 +9,15 @@ FWhoAmI::FWhoAmI(service::Apartment& apartment)
     : UserForm(apartment, u"FWhoAmI"),
       administration_(apartment.Runtime, &host::Runtime::CreateUserAdministration),
       classes_(apartment.Runtime, &host::Runtime::CreateUserClassAdministration) {
-  // The captions hold until the texts are loaded, and where that fails.
-  constexpr std::array<std::array<StringView, 2>, 4> kLabels{
-      {{u"lblFullName", u"&Vollst\u00e4ndiger Name"},
-       {u"lblName", u"&Name"},
-       {u"lblComment", u"&Kommentar"},
-       {u"lblUserClass", u"&Benutzerklasse"}}};
-  for (std::size_t i = 0; i < kLabels.size(); ++i) {
-    lblWhoAmI[i].Tag = kLabels[i][0];
-    lblWhoAmI[i].Caption = String(kLabels[i][1]);
-  }
+  NameLabels(lblWhoAmI, {{u"lblFullName", u"&Vollst\u00e4ndiger Name"},
+                         {u"lblName", u"&Name"},
+                         {u"lblComment", u"&Kommentar"},
+                         {u"lblUserClass", u"&Benutzerklasse"}});
   for (ui::TextBox* const field : {&txtFullName, &txtName, &txtComment, &txtUserClass}) {
     MakeDisplayField(*field);
   }
-  OrderRows(InputRows());
+  OrderRows();
+  wide_row_ = WideRow::EndsWithFrame;
   LoadStep = [this] {
     LoadUser();
     LoadTexts();
@@ -58,23 +54,17 @@ void FWhoAmI::LoadUser() {
 
 void FWhoAmI::LoadTexts() {
   LoadCaption(u"capCurrentUser");
-  LoadText(keyOK, u"keyOK");
-  for (ui::Label& label : lblWhoAmI)
-    LoadText(label, label.Tag);
-  const std::array keys{&keyOK};
-  LoadFonts(keys, InputRows());
-  ScreenChanged = [this, keys] {
-    LayOut(InputRows(), keys, service::kCaptionPadding, WideRow::EndsWithFrame);
-  };
-  ScreenChanged();
+  LoadButtons();
+  LoadLabels(lblWhoAmI);
+  LoadLook();
 }
 
 // On the screen the class stands above the comment.
-std::array<service::InputRow, 4> FWhoAmI::InputRows() {
-  return {{{lblWhoAmI[0], txtFullName},
-           {lblWhoAmI[1], txtName},
-           {lblWhoAmI[3], txtUserClass},
-           {lblWhoAmI[2], txtComment}}};
+std::vector<service::InputRow> FWhoAmI::InputRows() {
+  return {{lblWhoAmI[0], txtFullName},
+          {lblWhoAmI[1], txtName},
+          {lblWhoAmI[3], txtUserClass},
+          {lblWhoAmI[2], txtComment}};
 }
 
 }  // namespace krx::users

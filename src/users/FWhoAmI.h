@@ -27,7 +27,8 @@ class FWhoAmI : public UserForm {
  private:
   void LoadUser();
   void LoadTexts();
-  std::array<service::InputRow, 4> InputRows();
+  std::vector<service::InputRow> InputRows() override;
+  std::vector<ui::KRXKey*> Buttons() override { return {&keyOK}; }
 
   OnFirstUse<host::UserAdministration> administration_;
   OnFirstUse<host::UserClassAdministration> classes_;

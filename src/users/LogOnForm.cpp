@@ -1,5 +1,6 @@
 #include "users/LogOnForm.h"
 
+#include "service/MessageBoxStyle.h"
 #include "users/FChangePassword.h"
 
 namespace krx::users {
@@ -16,11 +17,11 @@ void LogOnForm::BindNameField(ui::Control& field) {
   name_field_ = &field;
   OnEnter(field, [this] { txtPassword.SetFocus(); });
   ConfirmOnEnter(txtPassword, keyOK, field);
-  OrderRows(InputRows());
+  OrderRows();
 }
 
-std::array<service::InputRow, 2> LogOnForm::InputRows() {
-  return {{{lblName, *name_field_}, {lblPassword, txtPassword}}};
+std::vector<service::InputRow> LogOnForm::InputRows() {
+  return {{lblName, *name_field_}, {lblPassword, txtPassword}};
 }
 
 void LogOnForm::LoadLogOn(StringView caption_suffix) {
@@ -30,10 +31,7 @@ void LogOnForm::LoadLogOn(StringView caption_suffix) {
   LoadText(log_off_, u"keyLogOut");
   LoadText(lblName, u"lblName");
   LoadText(lblPassword, u"lblPassword");
-  const std::array keys{&keyOK, &keyCancel, &log_off_};
-  LoadFonts(keys, InputRows());
-  ScreenChanged = [this, keys] { LayOut(InputRows(), keys); };
-  ScreenChanged();
+  LoadLook();
 }
 
 bool LogOnForm::LogOn() {

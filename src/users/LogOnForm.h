@@ -38,7 +38,8 @@ class LogOnForm : public UserForm {
   ui::KRXKey log_off_;
 
  private:
-  std::array<service::InputRow, 2> InputRows();
+  std::vector<service::InputRow> InputRows() override;
+  std::vector<ui::KRXKey*> Buttons() override { return {&keyOK, &keyCancel, &log_off_}; }
   bool Attempt(OnFirstUse<host::UserSession>& session);
   void RenewPassword(StringView message);
   void LogOff();

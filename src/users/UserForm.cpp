@@ -1,37 +1,38 @@
 #include "users/UserForm.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "service/KRXDialog.h"
 #include "service/MKRXDialog.h"
+#include "service/MessageBoxStyle.h"
 #include "service/Skip.h"
 
 namespace krx::users {
 
 namespace {
 
-using service::MaxValue;
-using service::MeasureTextHeight;
-using service::MeasureTextWidth;
+using service::kMargin;  // of the frame in the form and of the fields in the frame
 using service::Skip;
-
-// Lengths of these forms in twips.
-constexpr Twips kMargin = 120;    // of the frame in the form and of the fields in the frame
-constexpr Twips kButtonGap = 60;  // between two buttons
-constexpr Size kUnmeasuredKey{1215, 375};  // a button whose text cannot be measured
 
 }  // namespace
 
 UserForm::UserForm(service::Apartment& apartment, String name, String frame)
-    : DialogForm(apartment, std::move(name), host::kUserTexts), fra(*this, std::move(frame)) {
-  idxCaption.Height = service::kSmallestCaption;  // should its text not be measurable
+    : DialogForm(apartment, std::move(name), host::kUserTexts), fra(*this, std::move(frame)) {}
+
+void UserForm::OrderRows() {
+  std::vector<ui::Control*> controls;
+  for (const service::InputRow& row : InputRows())
+    controls.insert(controls.end(), {&row.Label, &row.Field});
+  OrderTabs(controls);
 }
 
-void UserForm::OrderRows(Rows rows) {
-  int position = 0;
-  for (const auto& [label, field] : rows) {
-    label.TabIndex = position++;
-    field.TabIndex = position++;
+void UserForm::NameLabels(std::span<ui::Label> labels, std::initializer_list<LabelText> texts) {
+  auto label = labels.begin();
+  for (const LabelText& text : texts) {
+    label->Tag = text.Key;
+    label->Caption = String(text.Caption);
+    ++label;
   }
 }
 
@@ -39,79 +40,56 @@ void UserForm::LoadCaption(StringView key, StringView suffix) {
   Skip([&] { SetCaption(Text(key) + String(suffix)); });
 }
 
-void UserForm::LoadText(ui::KRXKey& key, StringView text_key) {
-  Skip([&] { key.Caption = Text(text_key); });
+void UserForm::LoadLabels(std::span<ui::Label> labels) {
+  for (ui::Label& label : labels)
+    LoadText(label, label.Tag);
 }
 
-void UserForm::LoadText(ui::Label& label, StringView text_key) {
-  Skip([&] { label.Caption = Text(text_key); });
+void UserForm::LoadButtons() {
+  for (ui::KRXKey* const key : Buttons())
+    LoadText(*key, key->Name());
 }
 
-void UserForm::LoadFonts(Keys keys, Rows rows) {
-  Skip([&] { idxCaption.FontClass = Shared().FontClassCaption; });
+void UserForm::LoadLook() {
+  std::vector<ui::Control*> labels;
+  std::vector<ui::Control*> fields;
+  for (const service::InputRow& row : InputRows()) {
+    labels.push_back(&row.Label);
+    fields.push_back(&row.Field);
+  }
+  LoadFonts(Buttons(), labels, fields);
+  CalcPositions();
+}
+
+void UserForm::CalcPositions() {
+  const std::vector<service::InputRow> rows = InputRows();
+  const std::vector<ui::KRXKey*> keys = Buttons();
+  SizeCaptionAnyway(caption_padding_);
   for (ui::KRXKey* const key : keys)
-    Skip([&] { key->FontClass = Shared().FontClassButton; });
-  for (const service::InputRow& row : rows)
-    Skip([&] { row.Label.Font = ClassFont(Shared().FontClassText); });
-  for (const service::InputRow& row : rows)
-    Skip([&] { row.Field.Font = ClassFont(Shared().FontClassInput); });
-}
-
-void UserForm::LayOut(Rows rows, Keys keys, Twips caption_padding, WideRow wide_row) {
-  if (!Skip([&] { SizeCaption(caption_padding); })) SizeCloseKey();
-  const Twips row_width = SizeKeys(keys);
+    SizeKey(*key);
+  const Twips row_width = service::RowWidth(keys);
   fra.Left = kMargin;
   fra.Top = idxCaption.Height() + kMargin;
   service::LayOutRows(fra, rows, kMargin);
   const Twips overhang = std::max(row_width - fra.Width(), 0.0f);
   if (overhang > 0) {
-    fra.Left = kMargin + (wide_row == WideRow::EndsWithFrame ? overhang : overhang / 2);
+    fra.Left = kMargin + (wide_row_ == WideRow::EndsWithFrame ? overhang : overhang / 2);
     service::LayOutRows(fra, rows, kMargin);
   }
 
-  const Twips right = kMargin + std::max(fra.Width(), row_width);
+  Twips right = kMargin + std::max(fra.Width(), row_width);
   const Twips top = fra.Top() + fra.Height() + service::kFrameToButtons;
-  PlaceKeys(keys, right - row_width, top);
-  Twips height = 0;
+  service::PlaceRow(keys, right - row_width, top);
+  Twips bottom = top;
   for (const ui::KRXKey* const key : keys)
-    height = std::max(height, key->Height());
+    bottom = std::max(bottom, top + key->Height());
+  for (const service::InputRow& row : rows)
+    right = std::max(right, row.Label.Left() + row.Label.Width());
   Twips title = 0;
   Skip([&] { title = WidthOfTitle(); });
-  Width = MaxValue({right + kMargin, WidestLabelEnd(rows) + kMargin, title});
-  Height = top + height + kMargin;
+  Width = std::max(right + kMargin, title);
+  Height = bottom + kMargin;
   PlaceCaption();
-}
-
-void UserForm::SizeKey(ui::KRXKey& key) {
-  key.Place({0, 0, kUnmeasuredKey.Width, kUnmeasuredKey.Height});
-  const Twips minimum = Shared().ButtonMinHeight;
-  Skip([&] { key.Height = service::ButtonHeight(MeasureTextHeight(key), minimum); });
-  Skip([&] { key.Width = service::ButtonWidth(MeasureTextWidth(key), minimum); });
-}
-
-// Returns the width of the button row.
-Twips UserForm::SizeKeys(Keys keys) {
-  Twips row_width = -kButtonGap;
-  for (ui::KRXKey* const key : keys) {
-    SizeKey(*key);
-    row_width += key->Width() + kButtonGap;
-  }
-  return row_width;
-}
-
-void UserForm::PlaceKeys(Keys keys, Twips left, Twips top) {
-  for (ui::KRXKey* const key : keys) {
-    key->Left = left;
-    key->Top = top;
-    left += key->Width() + kButtonGap;
-  }
-}
-
-Twips UserForm::WidestLabelEnd(Rows rows) const {
-  Twips end = 0;
-  for (const service::InputRow& row : rows)
-    end = std::max(end, row.Label.Left() + row.Label.Width());
-  return end;
 }
 
 void UserForm::ShowMessage(StringView key, std::int32_t style, const String& title) {

@@ -2,10 +2,10 @@
 
 #include <memory>
 #include <span>
+#include <vector>
 
 #include "host/UserManager.h"
 #include "service/DialogForm.h"
-#include "service/Layout.h"
 
 namespace krx::users {
 
@@ -35,29 +35,35 @@ class UserForm : public service::DialogForm {
   ui::Frame fra;
 
  protected:
-  using Keys = std::span<ui::KRXKey* const>;
-  using Rows = std::span<const service::InputRow>;
   // Which edge a button row that is wider than the frame shares with it.
   enum class WideRow { CentredBelowFrame, EndsWithFrame };
 
   UserForm(service::Apartment& apartment, String name, String frame = u"fra");
 
-  // A label stands before its field in the tab order, so that its access key leads there.
-  static void OrderRows(Rows rows);
+  // What stands in the frame, from top to bottom, and below it, from left to right.
+  virtual std::vector<service::InputRow> InputRows() { return {}; }
+  virtual std::vector<ui::KRXKey*> Buttons() = 0;
+  void OrderRows();
 
-  // Steps of the load: all texts, then all fonts, then the layout. Each failing statement in them
-  // is passed over, and what it was to set keeps its value.
+  // The key of a label's text, and the caption that holds until texts are loaded and where that
+  // fails.
+  struct LabelText {
+    StringView Key;
+    StringView Caption = {};
+  };
+  static void NameLabels(std::span<ui::Label> labels, std::initializer_list<LabelText> texts);
+
+  // Steps of the load: all texts, then all fonts, then the layout. What fails is passed over.
   void LoadCaption(StringView key, StringView suffix = {});
-  void LoadText(ui::KRXKey& key, StringView text_key);
-  void LoadText(ui::Label& label, StringView text_key);
-  void LoadFonts(Keys keys, Rows rows);
-  // Caption line, rows and button row; the buttons end at the frame's right edge.
-  void LayOut(Rows rows, Keys keys, Twips caption_padding = service::kCaptionPadding,
-              WideRow wide_row = WideRow::CentredBelowFrame);
+  // A button's name is the key of its text.
+  void LoadLabels(std::span<ui::Label> labels);
+  void LoadButtons();
+  void LoadLook();
 
-  // Size of a button for its text and the configured minimum; one whose text cannot be measured
-  // gets a size of its own.
-  void SizeKey(ui::KRXKey& key);
+  // Caption line, rows and button row; the buttons end at the frame's right edge.
+  void CalcPositions() override;
+  Twips caption_padding_ = service::kCaptionPadding;
+  WideRow wide_row_ = WideRow::CentredBelowFrame;
 
   // Shows the text of a key through the shared dialog service.
   void ShowMessage(StringView key, std::int32_t style, const String& title);
@@ -72,23 +78,6 @@ class UserForm : public service::DialogForm {
 
   // A read-only field in the colours of a button, which Tab passes over.
   static void MakeDisplayField(ui::TextBox& field);
-
-  // Enter is swallowed in every input field and leads on.
-  template <class Next>
-  static void OnEnter(ui::Control& field, Next next) {
-    field.KeyPress = [next](char16_t& key) {
-      if (key != kEnter) return;
-      key = 0;
-      next();
-    };
-  }
-
-  static constexpr char16_t kEnter = 13;
-
- private:
-  Twips SizeKeys(Keys keys);
-  void PlaceKeys(Keys keys, Twips left, Twips top);
-  Twips WidestLabelEnd(Rows rows) const;
 };
 
 }  // namespace krx::users

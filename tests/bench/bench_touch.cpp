@@ -142,7 +142,7 @@ class Bench : public krx::files::FDirectorySelectTouch {
 
   void Run(const std::wstring& root) {
     start_ = Clock::now();
-    SelectDirectory(String(root.begin(), root.end()) + u"\\folder100000", true, u"bench");
+    SelectDirectory({String(root.begin(), root.end()) + u"\\folder100000", true, u"bench"});
   }
 
   double FirstRows = 0;

@@ -23,7 +23,7 @@ class FilesContract : public testing::Test {
     std::sort(names.begin(), names.end());
     return names;
   }
-  ui::FolderPart Read(StringView path) { return files.ReadFolder(path)->Take(kLong); }
+  folders::FolderPart Read(StringView path) { return files.ReadFolder(path)->Take(kLong); }
   // Number of the runtime error with which a folder is refused; 0 for one that is read.
   std::uint32_t Refusal(StringView path) {
     try {
@@ -36,7 +36,7 @@ class FilesContract : public testing::Test {
   static String WithSlashes(String path) { return ReplaceAll(std::move(path), u"\\", u"/"); }
 
   const std::unique_ptr<Port> port = MakePort();
-  ui::FileSystem& files = port->Platform().Files();
+  folders::FileSystem& files = port->Platform().Files();
   const std::unique_ptr<Disk> disk = port->MakeDisk();
 };
 
@@ -71,7 +71,7 @@ TEST_F(FilesContract, NamesAreKeptAsTheyWereMade) {
   for (const String& name : folders)
     disk->AddFolder(name);
   disk->AddFile(u"ReadMe.TXT");
-  const ui::FolderPart all = Read(disk->Path());
+  const folders::FolderPart all = Read(disk->Path());
   EXPECT_EQ(Sorted(all.Folders), Sorted(folders));
   EXPECT_EQ(all.Files, Names{u"ReadMe.TXT"});
   EXPECT_TRUE(files.FolderExists(disk->PathOf(u"\u00e4RGER")));
@@ -154,9 +154,9 @@ TEST_F(FilesContract, AShareIsReadLikeADrive) {
   EXPECT_TRUE(files.DriveReady(share));
   EXPECT_TRUE(files.FileExists(share + u"\\folder\\file"));
   EXPECT_EQ(Refusal(share + u"\\missing"), kPathNotFound);
-  const std::vector<ui::Drive> drives = files.Drives();
+  const std::vector<folders::Drive> drives = files.Drives();
   EXPECT_TRUE(std::all_of(drives.begin(), drives.end(),
-                          [](const ui::Drive& drive) { return drive.Path.size() == 2; }));
+                          [](const folders::Drive& drive) { return drive.Path.size() == 2; }));
 }
 
 TEST_F(FilesContract, FoldersWithSubfoldersAreFoundInTheOrderAskedFor) {

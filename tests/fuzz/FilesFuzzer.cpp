@@ -5,11 +5,10 @@
 
 #include "base/Error.h"
 #include "files/FileFilter.h"
-#include "files/Register.h"
+#include "folders/FilePattern.h"
+#include "folders/FolderPath.h"
 #include "ports/headless/HeadlessPlatform.h"
 #include "service/KRXDialog.h"
-#include "ui/FilePattern.h"
-#include "ui/FolderPath.h"
 #include "ui/Keyboard.h"
 
 // What callers pass to the selection dialogs: start directories, filters, names and titles. The
@@ -57,7 +56,7 @@ struct Runtime : krx::host::Runtime {
 
 void Furnish(krx::headless::SimulatedFiles& machine) {
   machine.CurrentFolder = u"C:\\a\\b";
-  machine.AddDrive(u"D:", krx::ui::DriveType::Optical, false);
+  machine.AddDrive(u"D:", krx::folders::DriveType::Optical, false);
   for (const StringView folder :
        {u"C:\\a\\b\\c", u"C:\\a b", u"C:\\a.", u"\\\\s\\t\\a", u"C:\\a\\shut"})
     machine.AddFolder(folder);
@@ -100,7 +99,6 @@ void OpenDialog(unsigned kind, unsigned choices, const std::array<String, 4>& te
   platform.Machine.Slice = kind / 8 % 3;
   Runtime runtime;
   krx::service::Apartment apartment(platform, runtime);
-  krx::files::Register(apartment);
   const auto dialog = krx::service::KRXDialog::Create(apartment);
   const auto& [start, filter, name, title] = texts;
   const bool free = (kind & 4) != 0;
@@ -124,7 +122,7 @@ void CheckFilter(const String& text) {
   Require(types.Patterns.size() == (bars + 1) / 2);
   static const krx::headless::HeadlessPlatform platform;  // remembers what it has folded
   for (const String& pattern : types.Patterns) {
-    const krx::ui::FilePattern compiled(pattern, platform.Folding());
+    const krx::folders::FilePattern compiled(pattern, platform.Folding());
     Require(!compiled.MatchesAll() || compiled.Matches(u"any"));
     compiled.Matches(text);
   }
@@ -135,13 +133,13 @@ void CheckPath(const String& text) {
   machine.CurrentFolder = u"C:\\a";
   String full;
   try {
-    full = krx::ui::FullPath(text, machine);
+    full = krx::folders::FullPath(text, machine);
   } catch (const krx::Error&) {
     return;
   }
-  Require(full.size() >= krx::ui::RootLength(full));
-  Require(krx::ui::FullPath(full, machine) == full);
-  Require(krx::ui::Levels(full).back() == full.size());
+  Require(full.size() >= krx::folders::RootLength(full));
+  Require(krx::folders::FullPath(full, machine) == full);
+  Require(krx::folders::Levels(full).back() == full.size());
 }
 
 }  // namespace

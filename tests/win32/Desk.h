@@ -11,11 +11,7 @@ struct Desk {
   win32::Win32Platform Platform;
   FakeRuntime Runtime;
   service::Apartment Apartment{Platform, Runtime};
-  std::shared_ptr<service::KRXDialog> Dialog;
-  Desk() {
-    msgbox::Register(Apartment);
-    Dialog = service::KRXDialog::Create(Apartment);
-  }
+  std::shared_ptr<service::KRXDialog> Dialog = service::KRXDialog::Create(Apartment);
 };
 
 // Of a window, in pixels of the screen.

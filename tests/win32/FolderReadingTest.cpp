@@ -42,8 +42,8 @@ using soak::CountHeapBlocks;
 using soak::CountKernelHandles;
 
 // What the system's own search finds, in its order.
-ui::FolderPart Search(const String& folder) {
-  ui::FolderPart found;
+folders::FolderPart Search(const String& folder) {
+  folders::FolderPart found;
   WIN32_FIND_DATAW data{};
   const String pattern = u"\\\\?\\" + folder + u"\\*";
   const HANDLE search = FindFirstFileW(win32::Wide(pattern), &data);
@@ -85,8 +85,8 @@ TEST(FolderReading, EverythingButTheFolderAndItsParentIsReadInTheSystemsOrder) {
   SetFileAttributesW(win32::Wide(tree.PathOf(u"hidden")),
                      FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
   MachineFiles files;
-  const ui::FolderPart all = ReadAll(files, tree.Path());
-  const ui::FolderPart expected = Search(tree.Path());
+  const folders::FolderPart all = ReadAll(files, tree.Path());
+  const folders::FolderPart expected = Search(tree.Path());
   ASSERT_EQ(expected.Folders.size(), 6u);
   ASSERT_EQ(expected.Files.size(), 5u);
   EXPECT_EQ(all.Folders, expected.Folders);
@@ -97,7 +97,7 @@ TEST(FolderReading, EverythingButTheFolderAndItsParentIsReadInTheSystemsOrder) {
 TEST(FolderReading, AnEmptyFolderIsComplete) {
   const FolderTree tree;
   MachineFiles files;
-  const ui::FolderPart all = ReadAll(files, tree.Path());
+  const folders::FolderPart all = ReadAll(files, tree.Path());
   EXPECT_TRUE(all.Complete);
   EXPECT_TRUE(all.Folders.empty());
   EXPECT_TRUE(all.Files.empty());
@@ -112,7 +112,7 @@ TEST(FolderReading, NamesAreThoseOfTheSystemAndLeadBackToIt) {
     tree.AddFile(name + u"\\inside");
   }
   MachineFiles files;
-  const ui::FolderPart all = ReadAll(files, tree.Path());
+  const folders::FolderPart all = ReadAll(files, tree.Path());
   EXPECT_EQ(std::set<String>(all.Folders.begin(), all.Folders.end()), names);
   for (const String& name : all.Folders) {
     EXPECT_TRUE(files.FolderExists(tree.PathOf(name))) << ToUtf8(name);
@@ -160,7 +160,7 @@ TEST(FolderReading, AFolderThatHangsInsideItselfIsReadAtEveryLevel) {
   MachineFiles files;
   String path = tree.Path();
   for (int level = 0; level < 10; ++level) {
-    const ui::FolderPart all = ReadAll(files, path);
+    const folders::FolderPart all = ReadAll(files, path);
     EXPECT_EQ(all.Folders, std::vector<String>{u"loop"});
     EXPECT_EQ(all.Files, std::vector<String>{u"file"});
     path += u"\\loop";
@@ -174,7 +174,7 @@ TEST(FolderReading, LinksThatLeadNowhereEndNothing) {
   if (!tree.AddLink(u"circle", "circle") || !tree.AddLink(u"nowhere", "missing"))
     GTEST_SKIP() << "no links can be made here";
   MachineFiles files;
-  const ui::FolderPart all = ReadAll(files, tree.Path());
+  const folders::FolderPart all = ReadAll(files, tree.Path());
   EXPECT_NE(std::find(all.Files.begin(), all.Files.end(), u"file"), all.Files.end());
   for (const StringView link : {u"circle", u"nowhere"}) {
     EXPECT_THROW(files.ReadFolder(tree.PathOf(link)), Error);
@@ -207,7 +207,7 @@ TEST_F(LargeFolder, ArrivesInPartsInTheSystemsOrder) {
     int parts = 0;
     const Stopwatch watch;
     for (bool complete = false; !complete && watch.Passed() < kLong;) {
-      ui::FolderPart part = reader->Take(milliseconds(1));
+      folders::FolderPart part = reader->Take(milliseconds(1));
       parts += !part.Files.empty();
       names.insert(names.end(), part.Files.begin(), part.Files.end());
       EXPECT_TRUE(part.Folders.empty());
@@ -243,7 +243,7 @@ TEST_F(LargeFolder, AReaderEndsAtOnceAndItsWorkSoon) {
 }
 
 TEST_F(LargeFolder, TheOwnerMayGoBeforeTheReader) {
-  std::unique_ptr<ui::FolderReader> reader;
+  std::unique_ptr<folders::FolderReader> reader;
   {
     MachineFiles gone;
     reader = gone.ReadFolder(Path());
@@ -252,7 +252,7 @@ TEST_F(LargeFolder, TheOwnerMayGoBeforeTheReader) {
 }
 
 TEST_F(LargeFolder, ManyAreReadAtOnce) {
-  std::vector<std::unique_ptr<ui::FolderReader>> readers;
+  std::vector<std::unique_ptr<folders::FolderReader>> readers;
   for (int i = 0; i < 5; ++i)
     readers.push_back(files_.ReadFolder(Path()));
   for (const auto& reader : readers)
@@ -263,11 +263,11 @@ TEST(FolderReading, AFolderThatVanishesWhileItIsReadIsCompleteWithWhatItHad) {
   const FolderTree tree;
   tree.AddFolder(u"vanishing");
   tree.AddFiles(u"vanishing", 20000);
-  const ui::FolderPart before = Search(tree.PathOf(u"vanishing"));
+  const folders::FolderPart before = Search(tree.PathOf(u"vanishing"));
   MachineFiles files;
   const auto reader = files.ReadFolder(tree.PathOf(u"vanishing"));
   tree.Remove(u"vanishing");
-  const ui::FolderPart all = reader->Take(kLong);
+  const folders::FolderPart all = reader->Take(kLong);
   EXPECT_TRUE(all.Complete);
   EXPECT_LE(all.Files.size(), before.Files.size());
   EXPECT_TRUE(

@@ -6,14 +6,14 @@
 #include <array>
 #include <chrono>
 
-#include "ui/FileSystem.h"
+#include "folders/FileSystem.h"
 
 namespace krx::test {
 
 // More than any folder of the tests takes on the slowest machine.
 constexpr std::chrono::milliseconds kLong{300000};
 
-inline ui::FolderPart ReadAll(ui::FileSystem& files, StringView path) {
+inline folders::FolderPart ReadAll(folders::FileSystem& files, StringView path) {
   return files.ReadFolder(path)->Take(kLong);
 }
 

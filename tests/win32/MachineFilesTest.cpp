@@ -32,14 +32,14 @@ TEST(MachineFiles, TheDrivesAreThoseOfTheSystemInItsOrder) {
   MachineFiles files;
   DWORD letters = 0;
   String before;
-  for (const ui::Drive& drive : files.Drives()) {
+  for (const folders::Drive& drive : files.Drives()) {
     ASSERT_EQ(drive.Path.size(), 2u);
     EXPECT_LT(before, drive.Path);
     letters |= 1u << (drive.Path[0] - u'A');
     before = drive.Path;
     const String root = drive.Path + u'\\';
     if (GetDriveTypeW(win32::Wide(root)) == DRIVE_FIXED) {
-      EXPECT_EQ(drive.Type, ui::DriveType::Fixed);
+      EXPECT_EQ(drive.Type, folders::DriveType::Fixed);
     }
   }
   EXPECT_EQ(letters, GetLogicalDrives());
@@ -48,8 +48,9 @@ TEST(MachineFiles, TheDrivesAreThoseOfTheSystemInItsOrder) {
 TEST(MachineFiles, TheSystemsDriveIsFixedAndReady) {
   MachineFiles files;
   const auto drives = files.Drives();
-  EXPECT_NE(std::find(drives.begin(), drives.end(), ui::Drive{u"C:", ui::DriveType::Fixed}),
-            drives.end());
+  EXPECT_NE(
+      std::find(drives.begin(), drives.end(), folders::Drive{u"C:", folders::DriveType::Fixed}),
+      drives.end());
   EXPECT_TRUE(files.DriveReady(u"C:"));
   EXPECT_TRUE(files.DriveReady(u"c:\\"));
   EXPECT_TRUE(files.DriveReady(u"C:\\there is no such folder"));
@@ -71,7 +72,7 @@ TEST(MachineFiles, ADriveWithoutAMediumIsShown) {
   MachineFiles files;
   const auto drives = files.Drives();
   EXPECT_TRUE(std::any_of(drives.begin(), drives.end(),
-                          [](const ui::Drive& d) { return d.Path == EmptyDrive::kDrive; }));
+                          [](const folders::Drive& d) { return d.Path == EmptyDrive::kDrive; }));
 }
 
 TEST(MachineFiles, TheLabelIsThatOfTheVolume) {

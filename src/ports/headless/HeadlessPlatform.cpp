@@ -93,18 +93,28 @@ std::unique_ptr<ui::Peer> HeadlessPlatform::CreatePeer(ui::Component& component)
   return std::make_unique<ControlPeer>(static_cast<ui::Control&>(component));
 }
 
+std::optional<HeadlessPlatform::Script> HeadlessPlatform::TakeScript(const String& form) {
+  if (!expected_.empty() && expected_.front().Form == form) {
+    Script script = std::move(expected_.front().Run);
+    expected_.pop_front();
+    return script;
+  }
+  const auto always = Always.find(form);
+  if (always == Always.end()) return std::nullopt;
+  return always->second;
+}
+
 void HeadlessPlatform::RunModal(ui::Form& form) {
-  if (expected_.empty() || expected_.front().Form != form.Name()) {
+  const std::optional<Script> script = TakeScript(form.Name());
+  if (!script) {
     complaints_.push_back("unexpected form: " + ToUtf8(form.Name()));
     return;
   }
-  const Script script = std::move(expected_.front().Run);
-  expected_.pop_front();
   if (ui::Control* const first = form.FirstFocus()) first->SetFocus();
   if (!form.Visible()) return;  // closed by the handler of its first focus
   form.Paint();
   Operator person(*this, form);
-  script(person);
+  (*script)(person);
   if (form.Visible()) complaints_.push_back("form left open: " + ToUtf8(form.Name()));
 }
 

@@ -4,6 +4,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -33,6 +34,8 @@ class HeadlessPlatform : public ui::Platform {
 
   // Queues what the operator does when the next form is shown; the form must have this name.
   void Expect(String form, Script script);
+  // What the operator does with a form of such a name when it comes without being expected next.
+  std::map<String, Script> Always;
   // What went against the expectations: a form that nobody expected, one that stayed open when its
   // script ended, an expected one that never came.
   std::vector<std::string> Complaints() const;
@@ -74,7 +77,7 @@ class HeadlessPlatform : public ui::Platform {
   std::unique_ptr<ui::Peer> CreatePeer(ui::Form& form) override;
   std::unique_ptr<ui::Peer> CreatePeer(ui::Component& component) override;
   void RunModal(ui::Form& form) override;
-  ui::FileSystem& Files() override { return Machine; }
+  folders::FileSystem& Files() override { return Machine; }
   void ProcessEvents() override { ++EventsProcessed; }
   ui::StockIcon LoadStockIcon(int id) override { return {id}; }
   void SetPointer(ui::Pointer pointer) override { Pointers.push_back(pointer); }
@@ -89,6 +92,8 @@ class HeadlessPlatform : public ui::Platform {
     String Form;
     Script Run;
   };
+  std::optional<Script> TakeScript(const String& form);
+
   std::deque<Expectation> expected_;
   std::vector<std::string> complaints_;
   std::vector<TimerPeer*> timers_;  // in the order of their start

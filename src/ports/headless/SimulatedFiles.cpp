@@ -4,8 +4,8 @@
 #include <stdexcept>
 
 #include "base/Error.h"
+#include "folders/FolderPath.h"
 #include "ports/headless/FoldCase.h"
-#include "ui/FolderPath.h"
 
 namespace krx::headless {
 
@@ -44,12 +44,12 @@ void MoveFront(std::vector<T>& from, std::vector<T>& to, std::size_t count) {
   from.erase(from.begin(), end);
 }
 
-class Reader : public ui::FolderReader {
+class Reader : public folders::FolderReader {
  public:
-  Reader(ui::FolderPart all, std::size_t slice) : rest_(std::move(all)), slice_(slice) {}
+  Reader(folders::FolderPart all, std::size_t slice) : rest_(std::move(all)), slice_(slice) {}
 
-  ui::FolderPart Take(std::chrono::milliseconds) override {
-    ui::FolderPart part;
+  folders::FolderPart Take(std::chrono::milliseconds) override {
+    folders::FolderPart part;
     const std::size_t count = NextPart(slice_, rest_.Folders.size() + rest_.Files.size());
     const std::size_t folders = std::min(count, rest_.Folders.size());
     MoveFront(rest_.Folders, part.Folders, folders);
@@ -59,11 +59,11 @@ class Reader : public ui::FolderReader {
   }
 
  private:
-  ui::FolderPart rest_;
+  folders::FolderPart rest_;
   std::size_t slice_;
 };
 
-class Probe : public ui::SubfolderProbe {
+class Probe : public folders::SubfolderProbe {
  public:
   Probe(std::vector<bool> answers, std::size_t slice)
       : answers_(std::move(answers)), slice_(slice) {}
@@ -93,7 +93,7 @@ SimulatedFiles::Folder* SimulatedFiles::NewFolder() {
   return &folders_.emplace_back();
 }
 
-SimulatedFiles::Volume& SimulatedFiles::AddVolume(ui::Drive drive, bool ready, String label) {
+SimulatedFiles::Volume& SimulatedFiles::AddVolume(folders::Drive drive, bool ready, String label) {
   return volumes_.emplace_back(Volume{std::move(drive), std::move(label), ready, NewFolder()});
 }
 
@@ -102,12 +102,12 @@ SimulatedFiles::Place SimulatedFiles::Find(StringView path) {
   Place place;
   String full;
   try {
-    full = ui::FullPath(path, [this] { return CurrentFolder; });
+    full = folders::FullPath(path, [this] { return CurrentFolder; });
   } catch (const Error&) {
     return {};
   }
   place.Named = true;
-  const std::size_t end = full.starts_with(u"\\\\") ? ui::RootLength(full) : 2;
+  const std::size_t end = full.starts_with(u"\\\\") ? folders::RootLength(full) : 2;
   const StringView root = StringView(full).substr(0, end);
   place.Names = Split(StringView(full).substr(end));
   const auto found = std::find_if(volumes_.begin(), volumes_.end(), [&](const Volume& volume) {
@@ -139,7 +139,7 @@ SimulatedFiles::Folder& SimulatedFiles::Make(const Place& place) {
   return *folder;
 }
 
-void SimulatedFiles::AddDrive(String path, ui::DriveType type, bool ready, String label) {
+void SimulatedFiles::AddDrive(String path, folders::DriveType type, bool ready, String label) {
   AddVolume({std::move(path), type}, ready, std::move(label));
 }
 
@@ -158,7 +158,7 @@ void SimulatedFiles::AddFolder(StringView path) {
   if (!place.On && path.starts_with(u"\\\\")) {
     const std::size_t share = path.find(u'\\', 2);
     const std::size_t end = std::min(path.find(u'\\', share + 1), path.size());
-    AddVolume({String(path.substr(0, end)), ui::DriveType::Network}, true, {});
+    AddVolume({String(path.substr(0, end)), folders::DriveType::Network}, true, {});
     place = Find(path);
   }
   Make(place);
@@ -172,7 +172,7 @@ void SimulatedFiles::AddFile(StringView path) {
 }
 
 void SimulatedFiles::AddShare(StringView share, StringView target) {
-  AddVolume({String(share), ui::DriveType::Network}, true, {}).Root = FolderAt(Find(target));
+  AddVolume({String(share), folders::DriveType::Network}, true, {}).Root = FolderAt(Find(target));
 }
 
 void SimulatedFiles::AddLink(StringView path, StringView target) {
@@ -195,9 +195,9 @@ void SimulatedFiles::Deny(StringView path) {
   Make(Find(path)).Denied = true;
 }
 
-std::vector<ui::Drive> SimulatedFiles::Drives() {
+std::vector<folders::Drive> SimulatedFiles::Drives() {
   Call("Drives", {});
-  std::vector<ui::Drive> drives;
+  std::vector<folders::Drive> drives;
   for (const Volume& volume : volumes_) {
     if (!volume.Drive.Path.starts_with(u"\\\\")) drives.push_back(volume.Drive);
   }
@@ -243,7 +243,7 @@ bool SimulatedFiles::FileExists(StringView path) {
                                [&](const String& file) { return SameName(file, name); });
 }
 
-std::unique_ptr<ui::FolderReader> SimulatedFiles::ReadFolder(StringView path) {
+std::unique_ptr<folders::FolderReader> SimulatedFiles::ReadFolder(StringView path) {
   Call("ReadFolder", path);
   const Place place = Find(path);
   if (!place.Named) throw RuntimeError(76, u"Path not found");
@@ -251,15 +251,15 @@ std::unique_ptr<ui::FolderReader> SimulatedFiles::ReadFolder(StringView path) {
   const Folder* const folder = FolderAt(place);
   if (!folder) throw RuntimeError(76, u"Path not found");
   if (folder->Denied) throw RuntimeError(70, u"Permission denied");
-  ui::FolderPart all;
+  folders::FolderPart all;
   for (const auto& [name, below] : folder->Folders)
     all.Folders.push_back(name);
   all.Files = folder->Files;
   return std::make_unique<Reader>(std::move(all), Slice);
 }
 
-std::unique_ptr<ui::SubfolderProbe> SimulatedFiles::ProbeSubfolders(StringView path,
-                                                                    std::vector<String> folders) {
+std::unique_ptr<folders::SubfolderProbe> SimulatedFiles::ProbeSubfolders(
+    StringView path, std::vector<String> folders) {
   Call("ProbeSubfolders", path);
   const Folder* const parent = FolderAt(Find(path));
   std::vector<bool> answers;

@@ -7,13 +7,13 @@
 #include <utility>
 #include <vector>
 
-#include "ui/FileSystem.h"
+#include "folders/FileSystem.h"
 
 namespace krx::headless {
 
 // Drives with folders and files in memory, in the order in which a test made them. Names are told
 // apart as on the machine: in any case. A folder may hang in several places, also inside itself.
-class SimulatedFiles : public ui::FileSystem {
+class SimulatedFiles : public folders::FileSystem {
  public:
   SimulatedFiles();
 
@@ -24,7 +24,7 @@ class SimulatedFiles : public ui::FileSystem {
   std::function<void(const std::string&)> OnCall;
 
   // A new machine has the ready fixed drive C: and nothing on it.
-  void AddDrive(String path, ui::DriveType type = ui::DriveType::Fixed, bool ready = true,
+  void AddDrive(String path, folders::DriveType type = folders::DriveType::Fixed, bool ready = true,
                 String label = {});
   void RemoveDrive(StringView path);
   void SetReady(StringView drive, bool ready);
@@ -39,16 +39,16 @@ class SimulatedFiles : public ui::FileSystem {
   // The folder may not be read from now on.
   void Deny(StringView path);
 
-  std::vector<ui::Drive> Drives() override;
+  std::vector<folders::Drive> Drives() override;
   bool DriveExists(StringView path) override;
   bool DriveReady(StringView drive) override;
   String VolumeLabel(StringView drive) override;
   String CurrentDirectory() override;
   bool FolderExists(StringView path) override;
   bool FileExists(StringView path) override;
-  std::unique_ptr<ui::FolderReader> ReadFolder(StringView path) override;
-  std::unique_ptr<ui::SubfolderProbe> ProbeSubfolders(StringView path,
-                                                      std::vector<String> folders) override;
+  std::unique_ptr<folders::FolderReader> ReadFolder(StringView path) override;
+  std::unique_ptr<folders::SubfolderProbe> ProbeSubfolders(StringView path,
+                                                           std::vector<String> folders) override;
 
  private:
   struct Folder {
@@ -57,7 +57,7 @@ class SimulatedFiles : public ui::FileSystem {
     bool Denied = false;
   };
   struct Volume {
-    ui::Drive Drive;
+    folders::Drive Drive;
     String Label;
     bool Ready = true;
     Folder* Root = nullptr;
@@ -71,7 +71,7 @@ class SimulatedFiles : public ui::FileSystem {
 
   void Call(const char* operation, StringView argument) const;
   Folder* NewFolder();
-  Volume& AddVolume(ui::Drive drive, bool ready, String label);
+  Volume& AddVolume(folders::Drive drive, bool ready, String label);
   Place Find(StringView path);
   // The folder at a place; none when it or its medium is missing.
   static Folder* FolderAt(const Place& place);

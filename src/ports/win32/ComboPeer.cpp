@@ -10,7 +10,6 @@ namespace krx::win32 {
 
 namespace {
 
-constexpr Twips kFingerRow = 525;  // 9 millimetres, rounded up to pixels of every resolution
 constexpr Twips kRowPadding = 90;
 constexpr Twips kNarrowRowPadding = 30;
 constexpr Twips kIndent = 60;
@@ -38,7 +37,7 @@ void ComboPeer::Update(ui::Aspect aspect) {
 int ComboPeer::RowHeight() const {
   const Size text = form_.Form().ThePlatform().MeasureText(box_.Font(), StringView());
   const Twips row = text.Height + (box_.ForFingers() ? kRowPadding : kNarrowRowPadding);
-  return form_.Scale().Pixels(box_.ForFingers() ? std::max(kFingerRow, row) : row);
+  return form_.Scale().Pixels(box_.ForFingers() ? std::max(ui::kFingerRow, row) : row);
 }
 
 // The system rounds down to whole rows, so half a row makes up for what its borders take.

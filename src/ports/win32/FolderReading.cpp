@@ -28,12 +28,12 @@ bool HasSubfolder(const String& path) {
   return false;
 }
 
-class Reader : public ui::FolderReader {
+class Reader : public folders::FolderReader {
  public:
   explicit Reader(std::shared_ptr<FolderReading> work) : work_(std::move(work)) {}
   ~Reader() override { work_->GiveUp(); }
 
-  ui::FolderPart Take(std::chrono::milliseconds patience) override {
+  folders::FolderPart Take(std::chrono::milliseconds patience) override {
     work_->WaitForEnd(patience);
     return work_->Take();
   }
@@ -42,7 +42,7 @@ class Reader : public ui::FolderReader {
   const std::shared_ptr<FolderReading> work_;
 };
 
-class Probe : public ui::SubfolderProbe {
+class Probe : public folders::SubfolderProbe {
  public:
   explicit Probe(std::shared_ptr<SubfolderProbing> work) : work_(std::move(work)) {}
   ~Probe() override { work_->GiveUp(); }
@@ -62,7 +62,7 @@ void FolderReading::Run() {
   FolderScan scan(path_, kReadBuffer);
   failure_ = scan.Failure();
   Answer();
-  ui::FolderPart batch;
+  folders::FolderPart batch;
   while (!GivenUp()) {
     const auto entry = scan.Next();
     if (!entry) break;
@@ -71,15 +71,15 @@ void FolderReading::Run() {
   }
 }
 
-void FolderReading::Publish(ui::FolderPart& batch) {
+void FolderReading::Publish(folders::FolderPart& batch) {
   const Guard guard(*this);
   MoveBehind(read_.Folders, batch.Folders);
   MoveBehind(read_.Files, batch.Files);
 }
 
-ui::FolderPart FolderReading::Take() {
+folders::FolderPart FolderReading::Take() {
   const Guard guard(*this);
-  ui::FolderPart part;
+  folders::FolderPart part;
   part.Folders.swap(read_.Folders);
   part.Files.swap(read_.Files);
   part.Complete = Ended();
@@ -112,11 +112,11 @@ std::vector<bool> SubfolderProbing::Take() {
   return part;
 }
 
-std::unique_ptr<ui::FolderReader> ReaderOf(std::shared_ptr<FolderReading> work) {
+std::unique_ptr<folders::FolderReader> ReaderOf(std::shared_ptr<FolderReading> work) {
   return std::make_unique<Reader>(std::move(work));
 }
 
-std::unique_ptr<ui::SubfolderProbe> ProbeOf(std::shared_ptr<SubfolderProbing> work) {
+std::unique_ptr<folders::SubfolderProbe> ProbeOf(std::shared_ptr<SubfolderProbing> work) {
   return std::make_unique<Probe>(std::move(work));
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "folders/FileSystem.h"
 #include "ports/win32/Background.h"
-#include "ui/FileSystem.h"
 
 namespace krx::win32 {
 
@@ -13,15 +13,15 @@ class FolderReading : public Background {
   // After the answer: ERROR_SUCCESS, or the system's code why the folder cannot be read.
   DWORD Failure() const { return failure_; }
   // What has been read since the last call.
-  ui::FolderPart Take();
+  folders::FolderPart Take();
 
  private:
   void Run() override;
-  void Publish(ui::FolderPart& batch);
+  void Publish(folders::FolderPart& batch);
 
   const String path_;
   DWORD failure_ = ERROR_NOT_ENOUGH_MEMORY;
-  ui::FolderPart read_;
+  folders::FolderPart read_;
 };
 
 // Looks which folders of a folder have subfolders.
@@ -44,7 +44,7 @@ class SubfolderProbing : public Background {
 
 // The reader's and the probe's side of work in the background. A reader takes work that has been
 // started.
-std::unique_ptr<ui::FolderReader> ReaderOf(std::shared_ptr<FolderReading> work);
-std::unique_ptr<ui::SubfolderProbe> ProbeOf(std::shared_ptr<SubfolderProbing> work);
+std::unique_ptr<folders::FolderReader> ReaderOf(std::shared_ptr<FolderReading> work);
+std::unique_ptr<folders::SubfolderProbe> ProbeOf(std::shared_ptr<SubfolderProbing> work);
 
 }  // namespace krx::win32

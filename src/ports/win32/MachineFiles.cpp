@@ -43,10 +43,11 @@ bool IsDrive(DWORD drives, int letter) {
   return letter < kLetters && (drives >> letter & 1) != 0;
 }
 
-ui::DriveType TypeOf(const String& drive) {
+folders::DriveType TypeOf(const String& drive) {
   const UINT type = GetDriveTypeW(Wide(drive + u'\\'));
   // The system counts a drive without a root between the unknown and the removable ones.
-  return type <= DRIVE_NO_ROOT_DIR ? ui::DriveType::Unknown : static_cast<ui::DriveType>(type - 1);
+  return type <= DRIVE_NO_ROOT_DIR ? folders::DriveType::Unknown
+                                   : static_cast<folders::DriveType>(type - 1);
 }
 
 Refusal RefusalOf(DWORD failure) {
@@ -116,8 +117,8 @@ String MachineFiles::Resolve(StringView path) {
   return SystemPath(path, CurrentDirectory());
 }
 
-std::vector<ui::Drive> MachineFiles::Drives() {
-  std::vector<ui::Drive> drives;
+std::vector<folders::Drive> MachineFiles::Drives() {
+  std::vector<folders::Drive> drives;
   const DWORD letters = GetLogicalDrives();
   for (int letter = 0; letter < kLetters; ++letter) {
     if (!IsDrive(letters, letter)) continue;
@@ -189,7 +190,7 @@ bool MachineFiles::FileExists(StringView path) {
   return KindOf(path) == Kind::File;
 }
 
-std::unique_ptr<ui::FolderReader> MachineFiles::ReadFolder(StringView path) {
+std::unique_ptr<folders::FolderReader> MachineFiles::ReadFolder(StringView path) {
   const String resolved = Resolve(path);
   if (resolved.empty()) throw Refused(Refusal::PathNotFound);
   const auto reading = std::make_shared<FolderReading>(resolved);
@@ -202,8 +203,8 @@ std::unique_ptr<ui::FolderReader> MachineFiles::ReadFolder(StringView path) {
   throw Refused(refusal);
 }
 
-std::unique_ptr<ui::SubfolderProbe> MachineFiles::ProbeSubfolders(StringView path,
-                                                                  std::vector<String> folders) {
+std::unique_ptr<folders::SubfolderProbe> MachineFiles::ProbeSubfolders(
+    StringView path, std::vector<String> folders) {
   const auto probing = std::make_shared<SubfolderProbing>(Resolve(path), std::move(folders));
   Background::Start(probing);
   return ProbeOf(probing);

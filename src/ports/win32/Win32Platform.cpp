@@ -112,7 +112,7 @@ void Win32Platform::RunModal(ui::Form& form) {
   if (const std::exception_ptr error = peer.TakeError()) std::rethrow_exception(error);
 }
 
-ui::FileSystem& Win32Platform::Files() {
+folders::FileSystem& Win32Platform::Files() {
   return files_;
 }
 

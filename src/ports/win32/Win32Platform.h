@@ -26,7 +26,7 @@ class Win32Platform : public ui::Platform {
   std::unique_ptr<ui::Peer> CreatePeer(ui::Form& form) override;
   std::unique_ptr<ui::Peer> CreatePeer(ui::Component& component) override;
   void RunModal(ui::Form& form) override;
-  ui::FileSystem& Files() override;
+  folders::FileSystem& Files() override;
   void ProcessEvents() override;
   ui::StockIcon LoadStockIcon(int id) override;
   void SetPointer(ui::Pointer pointer) override;

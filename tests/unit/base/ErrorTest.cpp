@@ -21,13 +21,11 @@ TEST(Error, RuntimeErrorsCountFromTheirBase) {
   EXPECT_EQ(RuntimeError(5, u"d").Description(), u"d");
   EXPECT_EQ(TypeMismatch().Status(), 0x800A000Du);  // 13
   EXPECT_EQ(ObjectNotSet().Status(), 0x800A005Bu);  // 91
-  EXPECT_EQ(NotImplemented().Status(), 0x80004001u);
 }
 
 TEST(Error, NamedErrorsDescribeThemselves) {
   EXPECT_FALSE(TypeMismatch().Description().empty());
   EXPECT_FALSE(ObjectNotSet().Description().empty());
-  EXPECT_FALSE(NotImplemented().Description().empty());
 }
 
 }  // namespace krx

@@ -1,4 +1,4 @@
-#include "ui/FilePattern.h"
+#include "folders/FilePattern.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ struct Case {
 
 class FilePatternTest : public testing::Test {
  protected:
-  ui::FilePattern Pattern(StringView text) const { return {text, platform_.Folding()}; }
+  folders::FilePattern Pattern(StringView text) const { return {text, platform_.Folding()}; }
 
  private:
   headless::HeadlessPlatform platform_;
@@ -42,7 +42,7 @@ TEST_F(FilePatternTest, MatchesAsPeopleExpect) {
       {u"**", {u"", u"a"}, {}},
   };
   for (const Case& c : cases) {
-    const ui::FilePattern pattern = Pattern(c.Pattern);
+    const folders::FilePattern pattern = Pattern(c.Pattern);
     for (const StringView name : c.Matching)
       EXPECT_TRUE(pattern.Matches(name)) << ToUtf8(c.Pattern) << " / " << ToUtf8(name);
     for (const StringView name : c.Others)
@@ -54,7 +54,7 @@ TEST_F(FilePatternTest, ManyStarsTakeNoExponentialTime) {
   String stars;
   for (int i = 0; i < 60; ++i)
     stars += u"*a";
-  const ui::FilePattern pattern = Pattern(stars + u"b");
+  const folders::FilePattern pattern = Pattern(stars + u"b");
   EXPECT_FALSE(pattern.Matches(String(5000, u'a')));  // with exponential time this never ends
 }
 

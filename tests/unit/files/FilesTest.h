@@ -2,7 +2,6 @@
 
 #include "files/FFileSelect.h"
 #include "files/FSelectDirectory.h"
-#include "files/Register.h"
 #include "support/DialogTest.h"
 #include "ui/Keyboard.h"
 
@@ -16,11 +15,10 @@ class FilesTest : public DialogTest {
   using Script = headless::HeadlessPlatform::Script;
 
   FilesTest() {
-    files::Register(apartment);
     machine.RemoveDrive(u"C:");
-    machine.AddDrive(u"C:", ui::DriveType::Fixed, true, u"SYSTEM");
-    machine.AddDrive(u"D:", ui::DriveType::Removable);
-    machine.AddDrive(u"E:", ui::DriveType::Optical, false);
+    machine.AddDrive(u"C:", folders::DriveType::Fixed, true, u"SYSTEM");
+    machine.AddDrive(u"D:", folders::DriveType::Removable);
+    machine.AddDrive(u"E:", folders::DriveType::Optical, false);
     for (const StringView folder : {u"C:\\Data\\Alpha", u"C:\\Data\\Logs\\Old", u"C:\\Data\\Zeta",
                                     u"C:\\Windows", u"D:\\Backup"}) {
       machine.AddFolder(folder);

@@ -1,4 +1,4 @@
-#include "ui/FolderPath.h"
+#include "folders/FolderPath.h"
 
 #include <gtest/gtest.h>
 
@@ -8,10 +8,10 @@
 namespace krx::test {
 namespace {
 
-using ui::FullPath;
-using ui::LastName;
-using ui::Levels;
-using ui::PathIn;
+using folders::FullPath;
+using folders::LastName;
+using folders::Levels;
+using folders::PathIn;
 
 constexpr std::uint32_t kPathNotFound = 0x800A0000u + 76;
 
@@ -61,7 +61,7 @@ TEST(FolderPathTest, AWholePathStaysAsItIsWritten) {
   headless::SimulatedFiles files;
   for (const StringView path : {u"", u"C:", u"d:", u"c:\\data\\", u"C:\\\\Data",
                                 u"\\\\server\\share", u"\\\\server\\share\\a\\", u"\\\\server"})
-    EXPECT_EQ(ToUtf8(ui::WholePath(path, files)), ToUtf8(path));
+    EXPECT_EQ(ToUtf8(folders::WholePath(path, files)), ToUtf8(path));
 }
 
 TEST(FolderPathTest, WhateverElseIsPassedIsMadeAWholePath) {
@@ -79,7 +79,7 @@ TEST(FolderPathTest, WhateverElseIsPassedIsMadeAWholePath) {
       {u"//server/share/a", u"\\\\server\\share\\a"},
   };
   for (const Case& c : cases)
-    EXPECT_EQ(ToUtf8(ui::WholePath(c.Given, files)), ToUtf8(c.Full)) << ToUtf8(c.Given);
+    EXPECT_EQ(ToUtf8(folders::WholePath(c.Given, files)), ToUtf8(c.Full)) << ToUtf8(c.Given);
 }
 
 TEST(FolderPathTest, ARootOfTheCurrentShareIsTheShare) {

@@ -119,7 +119,7 @@ TEST_F(ListsTest, ChangeIsRaisedWhenAnotherDirectoryOpens) {
 }
 
 TEST_F(ListsTest, ADirectoryThatCannotBeOpenedLeavesTheOpenOne) {
-  machine.AddDrive(u"E:", ui::DriveType::Optical, false);
+  machine.AddDrive(u"E:", folders::DriveType::Optical, false);
   machine.Deny(u"C:\\Other");
   dirs.Path = u"C:\\Data";
   dirs.ListIndex = 1;
@@ -314,9 +314,9 @@ TEST_F(ListsTest, AHighlightIsAtOnceWhereTheEntryIsKnown) {
 }
 
 TEST_F(ListsTest, DrivesShowTheirLabelsAndTheCurrentOneIsChosen) {
-  machine.AddDrive(u"D:", ui::DriveType::Fixed, true, u"DATA");
-  machine.AddDrive(u"E:", ui::DriveType::Optical, false, u"never seen");
-  machine.AddDrive(u"N:", ui::DriveType::Network, true, u"not asked");
+  machine.AddDrive(u"D:", folders::DriveType::Fixed, true, u"DATA");
+  machine.AddDrive(u"E:", folders::DriveType::Optical, false, u"never seen");
+  machine.AddDrive(u"N:", folders::DriveType::Network, true, u"not asked");
   machine.CurrentFolder = u"D:\\Work";
   form.drvSelect.Refresh();
   EXPECT_EQ(form.drvSelect.Items(), (std::vector<String>{u"c:", u"d: [DATA]", u"e:", u"n:"}));

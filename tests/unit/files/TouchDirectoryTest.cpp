@@ -136,9 +136,9 @@ TEST_F(TouchDirectory, AStartDirectoryThatDoesNotExistLeavesTheRootOfItsDrive) {
 
 TEST_F(TouchDirectory, WithoutTheStartDriveTheFirstReadyFixedDriveIsSelected) {
   machine.RemoveDrive(u"C:");
-  machine.AddDrive(u"F:", ui::DriveType::Fixed, false);
-  machine.AddDrive(u"G:", ui::DriveType::Fixed);
-  machine.AddDrive(u"H:", ui::DriveType::Fixed);
+  machine.AddDrive(u"F:", folders::DriveType::Fixed, false);
+  machine.AddDrive(u"G:", folders::DriveType::Fixed);
+  machine.AddDrive(u"H:", folders::DriveType::Fixed);
   for (const String& start : {String(u"X:\\Data"), String(u"d:"), String()}) {
     SelectDirectory(start, [](Operator& op) {
       EXPECT_EQ(op.Get<ui::KRXComboBox>(u"cboDrives").Text(), u"G:");

@@ -176,10 +176,10 @@ TEST_F(TouchFile, CarriesItsTextsAndTitlesWithoutMarks) {
 
 TEST_F(TouchFile, TheKindOfDialogChoosesTitleAndButton) {
   files::FFileSelectTouch form(apartment);
-  EXPECT_TRUE(form.SetTexts({}, {}, {}, 1));
+  form.SetTexts({}, {}, {}, 1);
   EXPECT_EQ(form.idxCaption.Text(), u"TitleSaveAs");
   EXPECT_EQ(form.keyOK.Caption(), u"Save");
-  EXPECT_TRUE(form.SetTexts({}, {}, u"Mine", 0));
+  form.SetTexts({}, {}, u"Mine", 0);
   EXPECT_EQ(form.idxCaption.Text(), u"Mine");
 }
 

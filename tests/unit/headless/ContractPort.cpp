@@ -66,7 +66,7 @@ class SimulatedDisk final : public Disk {
     return String(share);
   }
   String DriveWithoutMedium() override {
-    machine_.AddDrive(u"Q:", ui::DriveType::Removable, false);
+    machine_.AddDrive(u"Q:", folders::DriveType::Removable, false);
     return u"Q:";
   }
   String MissingDrive() override { return u"X:"; }

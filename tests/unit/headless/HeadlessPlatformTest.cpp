@@ -56,6 +56,19 @@ TEST_F(HeadlessPlatform, ComplainsAboutAnotherFormThanTheExpectedOne) {
               ElementsAre("unexpected form: Sample", "expected form was never shown: Other"));
 }
 
+TEST_F(HeadlessPlatform, AStandingScriptAnswersWhatNobodyExpectsNext) {
+  int answered = 0;
+  platform.Always[u"Sample"] = [&](headless::Operator& op) {
+    ++answered;
+    op.Form().Hide();
+  };
+  form.ShowModal();
+  platform.Expect(u"Sample", [](headless::Operator& op) { op.Form().Hide(); });
+  form.ShowModal();
+  EXPECT_EQ(answered, 1);
+  EXPECT_THAT(platform.Complaints(), IsEmpty());
+}
+
 TEST_F(HeadlessPlatform, ComplainsAboutAFormThatStaysOpen) {
   platform.Expect(u"Sample", [](headless::Operator&) {});
   form.ShowModal();

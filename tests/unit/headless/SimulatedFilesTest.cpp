@@ -24,7 +24,7 @@ class SimulatedMachine : public testing::Test {
     machine.AddFile(u"C:\\Data\\b.txt");
     machine.AddFile(u"C:\\Data\\A.TXT");
   }
-  ui::FolderPart All(StringView path) { return machine.ReadFolder(path)->Take(kNoWait); }
+  folders::FolderPart All(StringView path) { return machine.ReadFolder(path)->Take(kNoWait); }
   std::uint32_t Refusal(StringView path) {
     return StatusOf([&] { machine.ReadFolder(path); }) & 0xFFFFu;
   }
@@ -34,10 +34,10 @@ class SimulatedMachine : public testing::Test {
 
 TEST_F(SimulatedMachine, HasOneReadyFixedDriveAtFirst) {
   headless::SimulatedFiles fresh;
-  EXPECT_EQ(fresh.Drives(), (std::vector<ui::Drive>{{u"C:", ui::DriveType::Fixed}}));
+  EXPECT_EQ(fresh.Drives(), (std::vector<folders::Drive>{{u"C:", folders::DriveType::Fixed}}));
   EXPECT_TRUE(fresh.DriveReady(u"C:"));
   EXPECT_EQ(fresh.CurrentDirectory(), u"C:\\");
-  const ui::FolderPart root = fresh.ReadFolder(u"C:")->Take(kNoWait);
+  const folders::FolderPart root = fresh.ReadFolder(u"C:")->Take(kNoWait);
   EXPECT_TRUE(root.Folders.empty());
   EXPECT_TRUE(root.Files.empty());
   EXPECT_TRUE(root.Complete);
@@ -65,7 +65,7 @@ TEST_F(SimulatedMachine, KnowsFoldersFromFiles) {
 }
 
 TEST_F(SimulatedMachine, RefusesAsTheSystemDoes) {
-  machine.AddDrive(u"A:", ui::DriveType::Removable, false, u"FLOPPY");
+  machine.AddDrive(u"A:", folders::DriveType::Removable, false, u"FLOPPY");
   machine.Deny(u"C:\\Data\\Logs");
   EXPECT_EQ(Refusal(u"C:\\Nowhere"), 76u);
   EXPECT_EQ(Refusal(u"C:\\Data\\Logs"), 70u);
@@ -76,7 +76,7 @@ TEST_F(SimulatedMachine, RefusesAsTheSystemDoes) {
 }
 
 TEST_F(SimulatedMachine, DrivesComeGoAndBecomeReady) {
-  machine.AddDrive(u"D:", ui::DriveType::Optical, false, u"DISC");
+  machine.AddDrive(u"D:", folders::DriveType::Optical, false, u"DISC");
   EXPECT_TRUE(machine.DriveExists(u"d:\\anything"));
   EXPECT_FALSE(machine.DriveReady(u"D:"));
   EXPECT_EQ(machine.VolumeLabel(u"D:"), u"");
@@ -116,13 +116,13 @@ TEST_F(SimulatedMachine, WhatIsRemovedIsGone) {
 TEST_F(SimulatedMachine, ReadsInSlicesFoldersFirst) {
   machine.Slice = 3;
   const auto reader = machine.ReadFolder(u"C:\\Data");
-  const ui::FolderPart first = reader->Take(kNoWait);
+  const folders::FolderPart first = reader->Take(kNoWait);
   EXPECT_EQ(first.Folders, (Names{u"Logs", u"Bilder"}));
   EXPECT_EQ(first.Files, (Names{u"b.txt"}));
   EXPECT_FALSE(first.Complete);
   // What changes meanwhile is not seen.
   machine.AddFile(u"C:\\Data\\late.txt");
-  const ui::FolderPart second = reader->Take(kNoWait);
+  const folders::FolderPart second = reader->Take(kNoWait);
   EXPECT_TRUE(second.Folders.empty());
   EXPECT_EQ(second.Files, (Names{u"A.TXT"}));
   EXPECT_TRUE(second.Complete);

@@ -119,7 +119,7 @@ TEST_F(FMessageBoxButtons, HelpTextIsLookedUpInEitherCase) {
 
 TEST_F(FMessageBoxButtons, EmptyFreeTextsChangeNothing) {
   msgbox::FMessageBox form(apartment);
-  EXPECT_EQ(form.SetTextsEx(u"", u"B", u"", 0), 0);
+  form.SetTextsEx(u"", u"B", u"", 0);
   EXPECT_EQ(form.keyButton[0].Caption(), u"");
   EXPECT_EQ(form.keyButton[0].Tag, u"");
   EXPECT_EQ(form.keyButton[1].Caption(), u"B");

@@ -123,12 +123,6 @@ TEST_F(FMessageBoxTexts, FreshFormWaitsWithItsTimerOffAndItsLabelHidden) {
   EXPECT_EQ(form.Name(), u"FMessageBox");
 }
 
-TEST_F(FMessageBoxTexts, SetUpOperationsReturnZero) {
-  msgbox::FMessageBox form(apartment);
-  EXPECT_EQ(form.SetTextsEx(u"A", u"B", u"C", 7), 0);
-  EXPECT_EQ(form.SetTexts(u"m", 0, u"t", u"", 99), 0);
-}
-
 TEST_F(FMessageBoxTexts, SimpleMethodShowsTheSameBoxWithoutFreeButtons) {
   platform.Expect(u"FMessageBox", [](Operator& op) {
     EXPECT_EQ(op.Get<ui::KRXIndex>(u"idxMessage").Text(), u"text");

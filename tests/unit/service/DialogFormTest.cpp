@@ -16,6 +16,8 @@ struct PlainDialog : service::DialogForm {
   ui::KRXKey keyOne{*this, u"keyOne"};
   ui::KRXKey keyTwo{*this, u"keyTwo"};
 
+  void CalcPositions() override {}
+
   using DialogForm::ClassFont;
   using DialogForm::DialogService;
   using DialogForm::PlaceCaption;

@@ -1,7 +1,6 @@
 #include "service/KRXDialog.h"
 
 #include <chrono>
-#include <vector>
 
 #include "support/DialogTest.h"
 
@@ -11,54 +10,52 @@ using service::KRXDialog;
 
 class DialogService : public MessageBoxTest {
  protected:
-  // Every request that a method hands over, instead of a dialog.
-  void CatchRequests() {
-    apartment.Dialogs.MessageBox = [this](service::Apartment& from,
-                                          const service::MessageBoxRequest& request) {
-      EXPECT_EQ(&from, &apartment);
-      requests.push_back(request);
-      return 42;
-    };
+  // The next box, and what it shows.
+  void ExpectBox(Script check) {
+    platform.Expect(u"FMessageBox", [check = std::move(check)](Operator& op) {
+      EXPECT_EQ(op.Get<ui::KRXIndex>(u"idxMessage").Text(), u"text");
+      check(op);
+      op.Click(u"keyButton(0)");
+    });
   }
-
-  std::vector<service::MessageBoxRequest> requests;
+  static StringView CaptionOf(Operator& op, StringView key) {
+    return op.Get<ui::KRXKey>(key).Caption();
+  }
 };
 
 TEST_F(DialogService, SimpleMethodHandsItsArgumentsOver) {
-  CatchRequests();
-  EXPECT_EQ(dialog->KRMsgBox(u"text", 5, u"title", u"help", 6), 42);
-  ASSERT_EQ(requests.size(), 1u);
-  EXPECT_EQ(requests[0].Text, u"text");
-  EXPECT_EQ(requests[0].Style, 5);
-  EXPECT_EQ(requests[0].Title, u"title");
-  EXPECT_EQ(requests[0].HelpFile, u"help");
-  EXPECT_EQ(requests[0].Context, 6);
-  EXPECT_FALSE(requests[0].Extra.has_value());
+  ExpectBox([](Operator& op) {
+    EXPECT_EQ(op.Get<ui::KRXIndex>(u"idxCaption").Text(), u"title");
+    EXPECT_EQ(op.Get<ui::PictureBox>(u"picIcon").Picture()->Icon.Id, ui::kQuestionIcon);
+    EXPECT_EQ(CaptionOf(op, u"keyButton(0)"), u"Retry");
+    EXPECT_TRUE(op.Get(u"keyHelp").Visible());
+  });
+  EXPECT_EQ(dialog->KRMsgBox(u"text", 5 + 32, u"title", u"help", 6), 4);
 }
 
 TEST_F(DialogService, OmittedArgumentsAreEmptyAndZero) {
-  CatchRequests();
-  dialog->KRMsgBox(u"text");
-  EXPECT_EQ(requests.at(0).Style, 0);
-  EXPECT_EQ(requests.at(0).Title, u"");
-  EXPECT_EQ(requests.at(0).HelpFile, u"");
-  EXPECT_EQ(requests.at(0).Context, 0);
+  ExpectBox([](Operator& op) {
+    EXPECT_EQ(op.Get<ui::KRXIndex>(u"idxCaption").Text(), u"KRXDialogs");
+    EXPECT_FALSE(op.Get(u"picIcon").Visible());
+    EXPECT_EQ(CaptionOf(op, u"keyButton(0)"), u"OK");
+    EXPECT_FALSE(op.Get(u"keyHelp").Visible());
+    op.Wait(std::chrono::hours(1));
+    EXPECT_TRUE(op.Form().Visible()) << "it answers itself";
+  });
+  EXPECT_EQ(dialog->KRMsgBox(u"text"), 1);
 }
 
 TEST_F(DialogService, ExtendedMethodHandsFreeButtonsAndSecondsOver) {
-  CatchRequests();
-  EXPECT_EQ(dialog->KRMsgBoxEx(u"text", 1, u"title", u"help", 2, {u"a", u"b", u"c", 9}), 42);
-  ASSERT_TRUE(requests.at(0).Extra.has_value());
-  EXPECT_EQ(requests[0].Extra->Button1, u"a");
-  EXPECT_EQ(requests[0].Extra->Button2, u"b");
-  EXPECT_EQ(requests[0].Extra->Button3, u"c");
-  EXPECT_EQ(requests[0].Extra->AutoActivation, 9);
-}
-
-TEST_F(DialogService, MethodWithoutItsDialogIsNotImplemented) {
-  apartment.Dialogs = {};
-  EXPECT_EQ(StatusOf([this] { dialog->KRMsgBox(u"m"); }), 0x80004001u);
-  EXPECT_EQ(StatusOf([this] { dialog->KRMsgBoxEx(u"m", 0, u"", u"", 0, {}); }), 0x80004001u);
+  platform.Expect(u"FMessageBox", [](Operator& op) {
+    EXPECT_EQ(CaptionOf(op, u"keyButton(0)"), u"a");
+    EXPECT_EQ(CaptionOf(op, u"keyButton(1)"), u"b");
+    EXPECT_EQ(CaptionOf(op, u"keyButton(2)"), u"c");
+    EXPECT_TRUE(op.Get(u"keyHelp").Visible());
+    op.Wait(std::chrono::milliseconds(8999));
+    EXPECT_TRUE(op.Form().Visible());
+    op.Wait(std::chrono::milliseconds(1));
+  });
+  EXPECT_EQ(dialog->KRMsgBoxEx(u"text", 0, u"title", u"help", 2, {u"a", u"b", u"c", 9}), 11);
 }
 
 TEST_F(DialogService, FreeTextsReachTheBoxBeforeTheStandardTexts) {

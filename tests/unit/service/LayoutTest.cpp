@@ -35,6 +35,23 @@ TEST(ButtonWidth, IsTextAnd180OrTwoAndAHalfMinimumHeights) {
   EXPECT_EQ(ButtonWidth(400, -400), 580);
 }
 
+TEST(ButtonRow, HiddenButtonsTakeNoPlace) {
+  headless::HeadlessPlatform platform;
+  ui::Form form(platform, u"Form");
+  ui::KRXKey first(form, u"first");
+  ui::KRXKey hidden(form, u"hidden");
+  ui::KRXKey last(form, u"last");
+  for (ui::KRXKey* const key : {&first, &hidden, &last})
+    key->Width = 500;
+  hidden.Visible = false;
+  ui::KRXKey* const keys[] = {&first, &hidden, &last};
+  EXPECT_EQ(service::RowWidth(keys, 60), 1060);
+  EXPECT_EQ(service::PlaceRow(keys, 100, 40, 60), 1220);
+  EXPECT_EQ(first.Left(), 100);
+  EXPECT_EQ(last.Left(), 660);
+  EXPECT_EQ(last.Top(), 40);
+}
+
 // At 15 twips a pixel a step of 8 pixels is 120 twips; the margin is 105.
 TEST(CrossFor, TakesTheNearestStep) {
   EXPECT_EQ(CrossFor(105 + 120, 15).Pixels, 8);

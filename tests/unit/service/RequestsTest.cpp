@@ -1,101 +1,89 @@
 // How the methods of the dialog service hand their arguments to the dialogs and the outcome back.
 
-#include <functional>
-
+#include "files/FDirectorySelectTouch.h"
+#include "files/FFileSelect.h"
+#include "files/FFileSelectTouch.h"
+#include "files/FSelectDirectory.h"
 #include "support/DialogTest.h"
 
 namespace krx::test {
 
-using service::DirectoryRequest;
-using service::FileDialogKind;
-using service::FileRequest;
 using service::KRXDialog;
 
 class Requests : public DialogTest {
  protected:
+  using Operator = headless::Operator;
+
   Requests() {
-    auto& dialogs = apartment.Dialogs;
-    dialogs.AddUser = [this](service::Apartment&) { return Note("AddUser"), true; };
-    dialogs.User = [this](service::Apartment&) { Note("User"); };
-    dialogs.SelectDirectory = [this](service::Apartment&, const DirectoryRequest& request) {
-      return Take("SelectDirectory", request);
-    };
-    dialogs.SelectDirectoryTouch = [this](service::Apartment&, const DirectoryRequest& request) {
-      return Take("SelectDirectoryTouch", request);
-    };
-    dialogs.SelectFile = [this](service::Apartment&, const FileRequest& request,
-                                FileDialogKind kind) {
-      return Take("SelectFile " + std::to_string(kind), request);
-    };
-    dialogs.SelectFileTouch = [this](service::Apartment&, const FileRequest& request) {
-      return Take("SelectFileTouch", request);
-    };
+    runtime.Users.Current = {.Name = u"anna", .ClassName = u"Shift", .LoggedOn = true};
+    platform.Machine.AddFolder(u"C:\\Data\\Logs");
+    platform.Machine.AddFile(u"C:\\Data\\a.txt");
+    platform.Machine.AddFile(u"C:\\Data\\b.bmp");
   }
-
-  void Note(const std::string& opened) { opened_ = opened; }
-  String Take(const std::string& entry, const DirectoryRequest& request) {
-    opened_ = entry;
-    directory = request;
-    return u"D:\\answer";
-  }
-  String Take(const std::string& entry, const FileRequest& request) {
-    opened_ = entry;
-    file = request;
-    return u"D:\\answer.txt";
-  }
-
-  std::string opened_;
-  DirectoryRequest directory;
-  FileRequest file;
 };
 
 TEST_F(Requests, AddUserTellsTheOutcome) {
-  EXPECT_TRUE(dialog->KRAddUser());
-  EXPECT_EQ(opened_, "AddUser");
+  platform.Expect(u"FAddUser", [](Operator& op) { op.Click(u"keyCancel"); });
+  EXPECT_FALSE(dialog->KRAddUser());
 }
 
 TEST_F(Requests, UserOpensTheOverview) {
+  platform.Expect(u"FUser", [](Operator& op) { op.Click(u"keyOK"); });
   dialog->KRUser();
-  EXPECT_EQ(opened_, "User");
 }
 
 TEST_F(Requests, DirectoryMethodsHandAllArgumentsOver) {
-  for (const auto& [method, entry] :
-       {std::pair{&KRXDialog::KRSelectDirectory, "SelectDirectory"},
-        std::pair{&KRXDialog::KRSelectDirectoryTouch, "SelectDirectoryTouch"}}) {
-    EXPECT_EQ((*dialog.*method)({u"D:\\Data", false, u"title"}), u"D:\\answer");
-    EXPECT_EQ(opened_, entry);
-    EXPECT_EQ(directory.StartDirectory, u"D:\\Data");
-    EXPECT_FALSE(directory.AllowChangeUp);
-    EXPECT_EQ(directory.Title, u"title");
-  }
+  platform.Expect(u"FSelectDirectory", [](Operator& op) {
+    const auto& form = dynamic_cast<files::FSelectDirectory&>(op.Form());
+    EXPECT_EQ(form.StartDirectory, u"C:\\Data\\Logs");
+    EXPECT_TRUE(form.Confined);
+    EXPECT_EQ(form.idxCaption.Text(), u"title");
+    op.Click(u"keyOK");
+  });
+  EXPECT_EQ(dialog->KRSelectDirectory({u"C:\\Data\\Logs", false, u"title"}), u"C:\\Data\\Logs");
+
+  platform.Expect(u"FDirectorySelectTouch", [](Operator& op) {
+    const auto& form = dynamic_cast<files::FDirectorySelectTouch&>(op.Form());
+    EXPECT_EQ(form.StartDirectory, u"C:\\Data\\Logs");
+    EXPECT_FALSE(form.AllowChangeUp);
+    EXPECT_EQ(form.idxCaption.Text(), u"title");
+    op.Click(u"keyOK");
+  });
+  EXPECT_EQ(dialog->KRSelectDirectoryTouch({u"C:\\Data\\Logs", false, u"title"}), u"C:\\Data");
 }
 
 TEST_F(Requests, FileMethodsHandAllArgumentsOverAndSavingIsTold) {
-  for (const auto& [method, entry] : {std::pair{&KRXDialog::KROpenFile, "SelectFile 0"},
-                                      std::pair{&KRXDialog::KRSaveFileAs, "SelectFile 1"},
-                                      std::pair{&KRXDialog::KROpenFileTouch, "SelectFileTouch"}}) {
-    EXPECT_EQ((*dialog.*method)({u"a.txt", u"D:\\Data", u"All|*.*", false, u"title"}),
-              u"D:\\answer.txt");
-    EXPECT_EQ(opened_, entry);
-    EXPECT_EQ(file.FileName, u"a.txt");
-    EXPECT_EQ(file.StartDirectory, u"D:\\Data");
-    EXPECT_EQ(file.Filter, u"All|*.*");
-    EXPECT_FALSE(file.AllowChangeUp);
-    EXPECT_EQ(file.Title, u"title");
+  using Method = String (KRXDialog::*)(const service::FileRequest&);
+  for (const auto& [method, ok] : {std::pair<Method, StringView>{&KRXDialog::KROpenFile, u"Open"},
+                                   {&KRXDialog::KRSaveFileAs, u"Save"}}) {
+    platform.Expect(u"FFileSelect", [ok](Operator& op) {
+      const auto& form = dynamic_cast<files::FFileSelect&>(op.Form());
+      EXPECT_EQ(form.keyOK.Caption(), ok);
+      EXPECT_EQ(form.idxCaption.Text(), u"title");
+      EXPECT_EQ(form.txtFileName.Text(), u"a.txt");
+      EXPECT_EQ(form.StartDirectory, u"C:\\Data");
+      EXPECT_EQ(form.cboFileType[0].Items(), std::vector<String>{u"Text"});
+      EXPECT_TRUE(form.Confined);
+      op.Click(u"keyOK");
+    });
+    EXPECT_EQ((*dialog.*method)({u"a.txt", u"C:\\Data", u"Text|*.txt", false, u"title"}),
+              u"C:\\Data\\a.txt");
   }
 }
 
-TEST_F(Requests, MethodsWithoutTheirDialogsAreNotImplemented) {
-  apartment.Dialogs = {};
-  const std::function<void()> calls[] = {
-      [this] { dialog->KRAddUser(); },           [this] { dialog->KRUser(); },
-      [this] { dialog->KRSelectDirectory({}); }, [this] { dialog->KRSelectDirectoryTouch({}); },
-      [this] { dialog->KROpenFile({}); },        [this] { dialog->KRSaveFileAs({}); },
-      [this] { dialog->KROpenFileTouch({}); },
-  };
-  for (const auto& call : calls)
-    EXPECT_EQ(StatusOf(call), 0x80004001u);
+TEST_F(Requests, TouchFileMethodHandsItsArgumentsOver) {
+  platform.Expect(u"FFileSelectTouch", [](Operator& op) {
+    const auto& form = dynamic_cast<files::FFileSelectTouch&>(op.Form());
+    EXPECT_EQ(form.idxCaption.Text(), u"title");
+    EXPECT_EQ(form.StartDirectory, u"C:\\Data\\Logs");
+    EXPECT_EQ(form.cboExtention.Items(), std::vector<String>{u"Text     *.txt"});
+    ASSERT_EQ(form.grdFiles.RowCount(), 1);
+    EXPECT_EQ(form.grdFiles.SelectedRow(), 0) << "the file's name";
+    op.ClickRow(u"grdFiles", 0);
+    op.Click(u"keyOK");
+  });
+  EXPECT_EQ(dialog->KROpenFileTouch({u"a.txt", u"C:\\Data\\Logs", u"Text|*.txt", false, u"title"}),
+            u"C:\\Data\\a.txt");
 }
 
 }  // namespace krx::test

@@ -2,9 +2,7 @@
 
 #include <functional>
 
-#include "files/Register.h"
 #include "support/DialogTest.h"
-#include "users/Register.h"
 
 namespace krx::test {
 
@@ -40,8 +38,6 @@ void PrintTo(const Call& call, std::ostream* out) {
 class ScreenChange : public DialogTest, public ::testing::WithParamInterface<Call> {
  protected:
   ScreenChange() {
-    users::Register(apartment);
-    files::Register(apartment);
     runtime.Users.Current = {.Name = u"anna", .ClassName = u"Shift", .LoggedOn = true};
     runtime.Users.Records[u"anna"] = {};
     runtime.Users.Names = {u"anna"};

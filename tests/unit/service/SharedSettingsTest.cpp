@@ -141,7 +141,6 @@ TEST_F(SharedSettings, TwoApartmentsNeverTouchEachOthers) {
 
 TEST_F(SharedSettings, ObjectMayOutliveItsApartment) {
   auto passing = std::make_unique<service::Apartment>(platform, runtime);
-  msgbox::Register(*passing);
   auto left_over = KRXDialog::Create(*passing);
   passing.reset();
   EXPECT_EQ(StatusOf([&] { left_over->KRMsgBox(u"m"); }), kObjectNotSet);

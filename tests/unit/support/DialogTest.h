@@ -17,7 +17,6 @@ namespace krx::test {
 // each form that was expected must have come and no service may be left.
 class DialogTest : public ::testing::Test {
  protected:
-  DialogTest() { msgbox::Register(apartment); }
   ~DialogTest() override {
     EXPECT_THAT(platform.Complaints(), ::testing::IsEmpty());
     EXPECT_EQ(runtime.LiveTextServices, 0);

@@ -128,6 +128,17 @@ TEST(Event, HandlerMayRaiseItsOwnEvent) {
   EXPECT_EQ(depth, 4);
 }
 
+TEST(Accessor, IsWrittenAndReadByOperationsOfItsOwner) {
+  struct Counter {
+    void Count(int from) { next = from + 1; }
+    int Next() const { return next; }
+    int next = 0;
+    Accessor<Counter, &Counter::Count, &Counter::Next> Value{*this};
+  } counter;
+  counter.Value = 4;
+  EXPECT_EQ(counter.Value(), 5);
+}
+
 TEST(Event, ErrorOfAHandlerReachesWhoeverRaisesTheEvent) {
   Event<> event;
   event = [] { throw std::string("failure"); };

@@ -30,7 +30,7 @@ class AddUserCodes : public AdministrationTest {
       EXPECT_EQ(op.Focus(), answer.Focus);
       if (answer.Message) {
         ASSERT_EQ(boxes.size(), before + 1);
-        EXPECT_EQ(boxes.back(), std::string("Box ") + answer.Message + "|48|||0");
+        EXPECT_EQ(boxes.back(), std::string("Box ") + answer.Message + "|48|KRXDialogs");
       } else {
         EXPECT_EQ(boxes.size(), before);
       }
@@ -144,7 +144,7 @@ TEST_F(AddUserCodes, RestrictedModeAsksForTheOwnClassBeforeTheList) {
           "UserAdministration1.GetCurrentUser()", "CreateUserClassAdministration",
           "UserClassAdministration1.GetUserClassInfo(Admin)",
           "UserClassAdministration1.GetUserClasses()", "UserAdministration1.GetCurrentUser()",
-          "Box msgNoCurrentUser\nmsgNoAddUser|48|capAddUser||0", "~UserClassAdministration1",
+          "Box msgNoCurrentUser\nmsgNoAddUser|48|capAddUser", "~UserClassAdministration1",
           "~UserAdministration1"));
 }
 

@@ -51,7 +51,7 @@ TEST_F(AddUser, NobodyLoggedOnIsToldInTwoLinesAndNoFormIsShown) {
   Users().Current = {};
   EXPECT_FALSE(Add());
   EXPECT_THAT(log.EntriesOf("Box"),
-              ::testing::ElementsAre("Box msgNoCurrentUser\nmsgNoAddUser|48|capAddUser||0"));
+              ::testing::ElementsAre("Box msgNoCurrentUser\nmsgNoAddUser|48|capAddUser"));
 }
 
 // The name decides, not the flag.

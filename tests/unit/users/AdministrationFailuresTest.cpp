@@ -25,8 +25,7 @@ class AdministrationFailures : public FailingCalls {
     for (const std::string& entry : entries) {
       const bool asks = entry.find("GetCurrentUser()") != std::string::npos;
       if (entry == "Show FUser" || (form && asks)) loading = form = false;
-      const bool note = entry.starts_with("Show") || entry.starts_with("~");
-      if (!note) loading_of_call.push_back(loading);
+      if (!IsNote(entry)) loading_of_call.push_back(loading);
       if (entry.starts_with("GetText capAddUser") || entry.starts_with("GetText capChangeUser"))
         loading = form = true;
     }

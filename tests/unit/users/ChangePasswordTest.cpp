@@ -16,7 +16,7 @@ class ChangePassword : public UsersTest {
   }
 
   bool Change(const std::optional<String>& user = std::nullopt) {
-    return apartment.Dialogs.ChangePassword(apartment, user);
+    return users::FChangePassword(apartment).ChangePassword(user);
   }
   static Script Confirm(String current, String fresh) {
     return [current, fresh](Operator& op) {
@@ -48,8 +48,8 @@ class ChangePassword : public UsersTest {
     return calls;
   }
   static Calls Refused(const std::string& message) {
-    return OfCurrentUser(
-        {"UserAdministration1.ChangeUserPassword(anna, new, old)", "Box " + message + "|48|||0"});
+    return OfCurrentUser({"UserAdministration1.ChangeUserPassword(anna, new, old)",
+                          "Box " + message + "|48|KRXDialogs"});
   }
 };
 
@@ -100,7 +100,7 @@ TEST_F(ChangePassword, OneObjectServesAllAttemptsOfACall) {
     ExpectChange(Confirm(u"old" + number, u"new" + number));
     expected.push_back("UserAdministration1.ChangeUserPassword(anna, new" + std::to_string(i) +
                        ", old" + std::to_string(i) + ")");
-    if (!boxes[i].empty()) expected.push_back("Box " + boxes[i] + "|48|||0");
+    if (!boxes[i].empty()) expected.push_back("Box " + boxes[i] + "|48|KRXDialogs");
   }
   EXPECT_TRUE(Change());
   EXPECT_THAT(Users().Calls(), ElementsAreArray(OfCurrentUser(expected)));
@@ -134,7 +134,7 @@ TEST_F(ChangePassword, NobodyLoggedOnIsReportedWithoutADialog) {
   EXPECT_THAT(
       Users().Calls(),
       ElementsAreArray({"CreateUserAdministration", "UserAdministration1.GetCurrentUser()",
-                        "Box msgNoCurrentUser|64|capChangePassword||0", "~UserAdministration1"}));
+                        "Box msgNoCurrentUser|64|capChangePassword", "~UserAdministration1"}));
 }
 
 // The flag decides on the message, the name on the dialog.
@@ -144,7 +144,7 @@ TEST_F(ChangePassword, NameThatIsNotLoggedOnIsReportedAndAskedAllTheSame) {
   EXPECT_FALSE(Change());
   EXPECT_THAT(Users().Calls(),
               ElementsAreArray({"CreateUserAdministration", "UserAdministration1.GetCurrentUser()",
-                                "Box msgNoCurrentUser|64|capChangePassword||0",
+                                "Box msgNoCurrentUser|64|capChangePassword",
                                 "UserAdministration1.GetUserInfo(anna)", "~UserAdministration1"}));
 }
 
@@ -173,13 +173,12 @@ TEST_F(ChangePassword, UnknownNamedUserIsReportedWithoutADialog) {
   EXPECT_THAT(
       Users().Calls(),
       ElementsAreArray({"CreateUserAdministration", "UserAdministration1.GetUserClass(zeno)",
-                        "Box msgUnknownUser|64|capChangePassword||0", "~UserAdministration1"}));
+                        "Box msgUnknownUser|64|capChangePassword", "~UserAdministration1"}));
 }
 
 TEST_F(ChangePassword, EmptyNamedUserIsAskedForAndNeverShown) {
   EXPECT_FALSE(Change(u""));
-  EXPECT_THAT(log.EntriesOf("Box"),
-              ElementsAreArray({"Box msgUnknownUser|64|capChangePassword||0"}));
+  EXPECT_THAT(log.EntriesOf("Box"), ElementsAreArray({"Box msgUnknownUser|64|capChangePassword"}));
   Users().Restart();
   Users().Records[u""] = {};
   EXPECT_FALSE(Change(u""));
@@ -192,7 +191,7 @@ TEST_F(ChangePassword, MessagesBeforeTheDialogTakeItsTitleAsItIs) {
   runtime.Texts[u"capChangePassword"] = u"Kennwort\\n\u00E4ndern";
   EXPECT_FALSE(Change(u"zeno"));
   EXPECT_THAT(log.EntriesOf("Box"),
-              ElementsAreArray({"Box msgUnknownUser|64|Kennwort\\n\u00E4ndern||0"}));
+              ElementsAreArray({"Box msgUnknownUser|64|Kennwort\\n\u00E4ndern"}));
 }
 
 TEST_F(ChangePassword, NameOfEveryAttemptIsReadFromItsField) {
@@ -225,7 +224,6 @@ TEST_F(ChangePassword, NothingIsKeptBetweenCalls) {
 }
 
 TEST_F(ChangePassword, RealMessageBoxesHaveTheirTitles) {
-  UseRealMessageBox();
   platform.Expect(u"FMessageBox", [](Operator& op) {
     EXPECT_EQ(op.Get(u"idxCaption").DisplayedText(), u"capChangePassword");
     EXPECT_EQ(op.Get<ui::PictureBox>(u"picIcon").Picture()->Icon.Id, 32516);

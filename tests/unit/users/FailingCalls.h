@@ -25,6 +25,11 @@ class FailingCalls : public UsersTest {
   // Which calls of a run, given by all that was written down, are made while a form loads.
   virtual std::vector<bool> LoadingOf(const Calls& entries) const = 0;
 
+  // What is written down and is no call.
+  static bool IsNote(const std::string& entry) {
+    return entry.starts_with("Show") || entry.starts_with("~") || entry.starts_with("Box");
+  }
+
   void Clear() {
     platform.Forget();
     Users().LogOnCodes.clear();

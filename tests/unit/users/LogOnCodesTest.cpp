@@ -26,7 +26,7 @@ class LogOnCodes : public LogOnTest {
   }
   static Calls Refused(const std::string& message) {
     return InDialog({"CreateUserSession", "UserSession1.LogOnUser(anna, secret)",
-                     "Box " + message + "|48|||0", "~UserSession1"});
+                     "Box " + message + "|48|KRXDialogs", "~UserSession1"});
   }
 };
 
@@ -81,7 +81,7 @@ TEST_P(LogOnCodes, MessageIsTheTextOfTheKeyInTheUserGroup) {
   runtime.Texts[u"msgUnknownUser"] = u"Benutzer unbekannt";
   FocusAfter(0);
   EXPECT_THAT(log.EntriesOf("GetText msg"), ElementsAreArray({"GetText msgUnknownUser -103"}));
-  EXPECT_THAT(log.EntriesOf("Box"), ElementsAreArray({"Box Benutzer unbekannt|48|||0"}));
+  EXPECT_THAT(log.EntriesOf("Box"), ElementsAreArray({"Box Benutzer unbekannt|48|KRXDialogs"}));
 }
 
 TEST_P(LogOnCodes, OneSessionServesAllAttemptsOfACall) {
@@ -94,7 +94,7 @@ TEST_P(LogOnCodes, OneSessionServesAllAttemptsOfACall) {
     Expect(Confirm(names[i], u"p" + ToString(static_cast<std::int32_t>(i))));
     expected.push_back("UserSession1.LogOnUser(" + ToUtf8(names[i]) + ", p" + std::to_string(i) +
                        ")");
-    if (!boxes[i].empty()) expected.push_back("Box " + boxes[i] + "|48|||0");
+    if (!boxes[i].empty()) expected.push_back("Box " + boxes[i] + "|48|KRXDialogs");
   }
   expected.push_back("~UserSession1");
   EXPECT_TRUE(LogOn());
@@ -152,7 +152,7 @@ TEST_P(LogOnCodes, LoggingOffAfterAnAttemptLeavesItsSessionAlone) {
   EXPECT_THAT(
       Users().Calls(),
       ElementsAreArray(InDialog({"CreateUserSession", "UserSession1.LogOnUser(anna, x)",
-                                 "Box msgInvalidPassword|48|||0", "CreateUserSession",
+                                 "Box msgInvalidPassword|48|KRXDialogs", "CreateUserSession",
                                  "UserSession2.LogOffUser()", "~UserSession2", "~UserSession1"})));
 }
 
@@ -172,7 +172,6 @@ TEST_P(LogOnCodes, NothingIsKeptBetweenCalls) {
 }
 
 TEST_P(LogOnCodes, RealMessageBoxHasTheDefaultTitleAndOneButton) {
-  UseRealMessageBox();
   Users().LogOnCodes = {0};
   Expect(Confirm(u"zeno", u"x"));
   platform.Expect(u"FMessageBox", [](Operator& op) {

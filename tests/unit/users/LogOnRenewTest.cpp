@@ -23,9 +23,10 @@ class LogOnRenew : public LogOnTest {
     });
     EXPECT_FALSE(LogOn()) << "a changed password is no log-on";
     const std::string number = Nested();
-    Calls calls{"CreateUserSession", "UserSession1.LogOnUser(anna, old)",
-                code == 4 ? "Box msgPasswordExpired|48|||0" : "Box msgRenewPassword|48|||0",
-                "CreateUserAdministration", "UserAdministration" + number + ".GetUserClass(anna)"};
+    Calls calls{
+        "CreateUserSession", "UserSession1.LogOnUser(anna, old)",
+        code == 4 ? "Box msgPasswordExpired|48|KRXDialogs" : "Box msgRenewPassword|48|KRXDialogs",
+        "CreateUserAdministration", "UserAdministration" + number + ".GetUserClass(anna)"};
     for (const std::string& call : nested) {
       const bool own = !call.starts_with("Box");
       calls.push_back(own ? "UserAdministration" + number + "." + call : call);
@@ -74,14 +75,15 @@ TEST_P(LogOnRenew, DialogsComeInTheOrderOfTheWay) {
     });
     EXPECT_TRUE(LogOn());
     const std::string form = ToUtf8(Which().Form);
-    EXPECT_THAT(
-        log.EntriesOf("Show"),
-        ElementsAreArray({"Show " + form, std::string("Show FChangePassword"), "Show " + form}));
+    EXPECT_THAT(log.EntriesOf("Show"),
+                ElementsAreArray({"Show " + form, std::string("Show FMessageBox"),
+                                  std::string("Show FChangePassword"), "Show " + form}));
     const std::string admin = "UserAdministration" + Nested();
     EXPECT_THAT(Users().Calls(),
                 ElementsAreArray(InDialog(
                     {"CreateUserSession", "UserSession1.LogOnUser(anna, old)",
-                     code == 4 ? "Box msgPasswordExpired|48|||0" : "Box msgRenewPassword|48|||0",
+                     code == 4 ? "Box msgPasswordExpired|48|KRXDialogs"
+                               : "Box msgRenewPassword|48|KRXDialogs",
                      "CreateUserAdministration", admin + ".GetUserClass(anna)",
                      admin + ".GetUserInfo(anna)", admin + ".ChangeUserPassword(anna, new, old)",
                      "~" + admin, "UserSession1.LogOnUser(anna, new)", "~UserSession1"})));
@@ -112,10 +114,11 @@ TEST_P(LogOnRenew, RefusedAndGivenUpChangeLeadsBack) {
     EXPECT_THAT(Users().Calls(),
                 ElementsAreArray(InDialog(
                     {"CreateUserSession", "UserSession1.LogOnUser(anna, old)",
-                     code == 4 ? "Box msgPasswordExpired|48|||0" : "Box msgRenewPassword|48|||0",
+                     code == 4 ? "Box msgPasswordExpired|48|KRXDialogs"
+                               : "Box msgRenewPassword|48|KRXDialogs",
                      "CreateUserAdministration", admin + ".GetUserClass(anna)",
                      admin + ".GetUserInfo(anna)", admin + ".ChangeUserPassword(anna, new, bad)",
-                     "Box msgInvalidPassword|48|||0", "~" + admin, "~UserSession1"})));
+                     "Box msgInvalidPassword|48|KRXDialogs", "~" + admin, "~UserSession1"})));
   }
 }
 
@@ -123,7 +126,7 @@ TEST_P(LogOnRenew, RefusedAndGivenUpChangeLeadsBack) {
 TEST_P(LogOnRenew, UserWhoIsGoneIsReportedAndLeadsBack) {
   Users().Records.clear();
   for (const std::int32_t code : {4, 6})
-    Run(code, {"Box msgUnknownUser|64|capChangePassword||0"});
+    Run(code, {"Box msgUnknownUser|64|capChangePassword"});
 }
 
 TEST_P(LogOnRenew, ExpiredAgainAndAgainOpensTheChangeEachTime) {

@@ -1,6 +1,7 @@
 #include <cstdlib>
 
 #include "users/DialogModel.h"
+#include "users/FChangePassword.h"
 #include "users/UsersTest.h"
 
 // Random sequences of what an operator does, against small models written from the rules. A
@@ -20,7 +21,7 @@ using Calls = std::vector<std::string>;
 using Kind = DialogModel::Kind;
 
 std::string Box(const std::string& key) {
-  return "Box " + key + "|48|||0";
+  return "Box " + key + "|48|KRXDialogs";
 }
 
 // A log-on dialog and what it asks of the user management.
@@ -63,7 +64,7 @@ class LogOnModel : public DialogModel {
     if (known) {
       Calls_.push_back(administration + ".GetUserInfo(" + ToUtf8(Name()) + ")");
     } else {
-      Calls_.push_back("Box msgUnknownUser|64|capChangePassword||0");
+      Calls_.push_back("Box msgUnknownUser|64|capChangePassword");
     }
     Calls_.push_back("~" + administration);
     return known;
@@ -189,7 +190,6 @@ class OperatorAtRandom : public UsersTest {
 
   OperatorAtRandom() {
     Users().Current = {u"anna", u"operators", true};
-    plain_.Dialogs = apartment.Dialogs;
     dialog = service::KRXDialog::Create(plain_);
   }
   FakeUsers& Users() { return plain_runtime_.Users; }
@@ -238,7 +238,7 @@ class OperatorAtRandom : public UsersTest {
     };
     again_ = showing;
     platform.Expect(u"FChangePassword", showing);
-    const bool result = plain_.Dialogs.ChangePassword(plain_, std::nullopt);
+    const bool result = users::FChangePassword(plain_).ChangePassword();
     Compare(result == changed ? "" : "result");
     CompareCalls(model.AllCalls());
   }

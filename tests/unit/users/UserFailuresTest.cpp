@@ -1,3 +1,4 @@
+#include "users/FChangePassword.h"
 #include "users/FailingCalls.h"
 
 namespace krx::test {
@@ -17,11 +18,10 @@ class UserFailures : public FailingCalls {
     bool loading = true;
     bool change = false;
     for (const std::string& entry : entries) {
-      const bool note = entry.starts_with("Show") || entry.starts_with("~");
       if (entry.starts_with("GetText capChangePassword")) change = true;
       if (entry.starts_with("Show") || entry.starts_with("GetText msg")) loading = false;
       if (change && entry == "CreateUserAdministration") loading = false;
-      if (!note) loading_of_call.push_back(loading);
+      if (!IsNote(entry)) loading_of_call.push_back(loading);
       if (entry.starts_with("Box msgPasswordExpired")) loading = true;
     }
     return loading_of_call;
@@ -94,7 +94,7 @@ TEST_F(UserFailures, ChangePasswordWithEveryRefusal) {
 
 TEST_F(UserFailures, ChangePasswordOfNobody) {
   FailEveryCall({[] {}, [this] { dialog->KRChangePassword(); }}, 10 + 31 + 2 + 2);
-  FailEveryCall({[] {}, [this] { apartment.Dialogs.ChangePassword(apartment, u"zeno"); }},
+  FailEveryCall({[] {}, [this] { users::FChangePassword(apartment).ChangePassword(u"zeno"); }},
                 10 + 31 + 2 + 2);
 }
 

@@ -4,14 +4,14 @@
 #include <vector>
 
 #include "service/MKRXDialog.h"
+#include "service/MessageBoxStyle.h"
 #include "support/DialogTest.h"
 #include "ui/Keyboard.h"
-#include "users/Register.h"
 
 namespace krx::test {
 
-// The four user dialogs over a scripted user management. A message box is written down with all its
-// arguments, "Box text|style|title|help file|context", and answered at once.
+// The user dialogs over a scripted user management. A message box is written down as the operator
+// sees it, "Box text|style|title", and answered by its only button.
 class UsersTest : public DialogTest {
  protected:
   using Operator = headless::Operator;
@@ -19,18 +19,17 @@ class UsersTest : public DialogTest {
   using Calls = std::vector<std::string>;
 
   UsersTest() {
-    users::Register(apartment);
-    apartment.Dialogs.MessageBox = [this](service::Apartment&,
-                                          const service::MessageBoxRequest& box) {
-      log.Add("Box " + ToUtf8(box.Text) + "|" + std::to_string(box.Style) + "|" +
-              ToUtf8(box.Title) + "|" + ToUtf8(box.HelpFile) + "|" + std::to_string(box.Context));
-      EXPECT_FALSE(box.Extra);
-      return 1;
+    platform.Always[u"FMessageBox"] = [this](Operator& op) {
+      const int icon = op.Get<ui::PictureBox>(u"picIcon").Picture()->Icon.Id;
+      const auto style =
+          icon == ui::kExclamationIcon ? service::kExclamation : service::kInformation;
+      log.Note("Box " + ToUtf8(op.Get<ui::KRXIndex>(u"idxMessage").WholeText()) + "|" +
+               std::to_string(style) + "|" + ToUtf8(op.Get<ui::KRXIndex>(u"idxCaption").Text()));
+      for (const StringView key : {u"keyButton(1)", u"keyButton(2)", u"keyHelp"})
+        EXPECT_FALSE(op.Get(key).Visible());
+      op.Press(ui::kKeyEnter);
     };
   }
-
-  // The dialogs' real message box takes the place of the one written down.
-  void UseRealMessageBox() { msgbox::Register(apartment); }
 
   FakeUsers& Users() { return runtime.Users; }
 

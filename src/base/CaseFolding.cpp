@@ -1,6 +1,6 @@
-#include "ui/CaseFolding.h"
+#include "base/CaseFolding.h"
 
-namespace krx::ui {
+namespace krx {
 
 namespace {
 
@@ -49,4 +49,4 @@ void CaseFolding::Into(StringView text, String& folded) const {
   }
 }
 
-}  // namespace krx::ui
+}  // namespace krx

@@ -6,7 +6,7 @@
 
 #include "base/String.h"
 
-namespace krx::ui {
+namespace krx::folders {
 
 enum class DriveType {
   Unknown = 0,
@@ -78,4 +78,4 @@ class FileSystem {
                                                           std::vector<String> folders) = 0;
 };
 
-}  // namespace krx::ui
+}  // namespace krx::folders

@@ -6,7 +6,7 @@
 
 #include "base/String.h"
 
-namespace krx::ui {
+namespace krx {
 
 // Makes letters that differ in case alone the same, by Unicode's simple case folding as a platform
 // knows it. Texts keep their length. What was asked once is remembered, for lists have many rows.
@@ -30,4 +30,4 @@ class CaseFolding {
   mutable std::array<std::unique_ptr<Page>, 256> pages_;
 };
 
-}  // namespace krx::ui
+}  // namespace krx

@@ -1,10 +1,10 @@
-#include "ui/FolderPath.h"
+#include "folders/FolderPath.h"
 
 #include <algorithm>
 
 #include "base/Error.h"
 
-namespace krx::ui {
+namespace krx::folders {
 
 namespace {
 
@@ -143,4 +143,4 @@ String PathIn(StringView folder, StringView name) {
   return path += name;
 }
 
-}  // namespace krx::ui
+}  // namespace krx::folders

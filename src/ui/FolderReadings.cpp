@@ -1,8 +1,8 @@
-#include "ui/FolderListing.h"
+#include "ui/FolderReadings.h"
 
 #include <algorithm>
-#include <iterator>
-#include <utility>
+
+#include "ui/Form.h"
 
 namespace krx::ui {
 
@@ -16,28 +16,7 @@ constexpr std::chrono::milliseconds kPatience{20};
 constexpr int kInterval = 10;
 constexpr int kLongestRound = 16;
 
-void MoveBehind(std::vector<String>& known, std::vector<String>& more) {
-  if (known.empty()) {
-    known = std::move(more);
-  } else {
-    known.insert(known.end(), std::move_iterator(more.begin()), std::move_iterator(more.end()));
-  }
-}
-
 }  // namespace
-
-FolderListing::FolderListing(FileSystem& files, String path)
-    : path_(std::move(path)), reader_(files.ReadFolder(path_)) {}
-
-bool FolderListing::Take(std::chrono::milliseconds patience) {
-  if (!reader_) return false;
-  FolderPart part = reader_->Take(patience);
-  MoveBehind(known_.Folders, part.Folders);
-  MoveBehind(known_.Files, part.Files);
-  known_.Complete = part.Complete;
-  if (known_.Complete) reader_.reset();
-  return known_.Complete;
-}
 
 FolderReadings::FolderReadings(Form& form)
     : platform_(form.ThePlatform()), tmrReading_(form, u"tmrReading") {
@@ -45,8 +24,8 @@ FolderReadings::FolderReadings(Form& form)
   tmrReading_.Tick = [this] { Tick(); };
 }
 
-std::shared_ptr<const FolderListing> FolderReadings::Open(const String& path) {
-  auto listing = std::make_shared<FolderListing>(platform_.Files(), path);
+std::shared_ptr<const folders::FolderListing> FolderReadings::Open(const String& path) {
+  auto listing = std::make_shared<folders::FolderListing>(platform_.Files(), path);
   listing->Take(kPatience);
   listings_.push_back(listing);
   ticks_ = 0;
@@ -55,7 +34,7 @@ std::shared_ptr<const FolderListing> FolderReadings::Open(const String& path) {
   return listing;
 }
 
-std::shared_ptr<const FolderListing> FolderReadings::Share(const String& path) {
+std::shared_ptr<const folders::FolderListing> FolderReadings::Share(const String& path) {
   const auto found = std::find_if(listings_.rbegin(), listings_.rend(), [&](const auto& listing) {
     const auto held = listing.lock();
     return held && held->Path() == path;

@@ -2,9 +2,9 @@
 
 #include <vector>
 
-#include "ui/CaseFolding.h"
+#include "base/CaseFolding.h"
 
-namespace krx::ui {
+namespace krx::folders {
 
 // Tells which file names a pattern means: alternatives parted by ";" in which "*" stands for any
 // number of characters and "?" for one, in any case. A name without a dot counts as ending in one,
@@ -25,4 +25,4 @@ class FilePattern {
   mutable String name_;               // folded, kept for its memory
 };
 
-}  // namespace krx::ui
+}  // namespace krx::folders

@@ -3,9 +3,9 @@
 #include <functional>
 #include <vector>
 
-#include "ui/FileSystem.h"
+#include "folders/FileSystem.h"
 
-namespace krx::ui {
+namespace krx::folders {
 
 // Paths of folders as the lists show them: absolute, parted by single backslashes, without one at
 // the end but at the root of a drive. Names are kept as they are, trailing dots and blanks too.
@@ -33,4 +33,4 @@ StringView LastName(StringView path);
 // The path of a name in a folder, whose path is in normal form.
 String PathIn(StringView folder, StringView name);
 
-}  // namespace krx::ui
+}  // namespace krx::folders

@@ -1,8 +1,8 @@
-#include "ui/FilePattern.h"
+#include "folders/FilePattern.h"
 
 #include <algorithm>
 
-namespace krx::ui {
+namespace krx::folders {
 
 namespace {
 
@@ -76,4 +76,4 @@ bool FilePattern::Matches(StringView name) const {
   });
 }
 
-}  // namespace krx::ui
+}  // namespace krx::folders

@@ -1,0 +1,33 @@
+#include "folders/FolderListing.h"
+
+#include <iterator>
+#include <utility>
+
+namespace krx::folders {
+
+namespace {
+
+void MoveBehind(std::vector<String>& known, std::vector<String>& more) {
+  if (known.empty()) {
+    known = std::move(more);
+  } else {
+    known.insert(known.end(), std::move_iterator(more.begin()), std::move_iterator(more.end()));
+  }
+}
+
+}  // namespace
+
+FolderListing::FolderListing(FileSystem& files, String path)
+    : path_(std::move(path)), reader_(files.ReadFolder(path_)) {}
+
+bool FolderListing::Take(std::chrono::milliseconds patience) {
+  if (!reader_) return false;
+  FolderPart part = reader_->Take(patience);
+  MoveBehind(known_.Folders, part.Folders);
+  MoveBehind(known_.Files, part.Files);
+  known_.Complete = part.Complete;
+  if (known_.Complete) reader_.reset();
+  return known_.Complete;
+}
+
+}  // namespace krx::folders
