@@ -113,12 +113,10 @@ answer_dialog() {
       fi
       ;;
     FLogOnCombo) log_on_by_list "$4" ;;
-    FChangePassword | FAddUser | FUser) ask key Esc ;;
-    FSelectDirectory | FFileSelect) ask key Esc ;;
+    FMessageBox) answer_message "$1" ;;
     # Where a finger is expected, only the button gives up.
     FDirectorySelectTouch | FFileSelectTouch) ask click keyCancel ;;
-    FWhoAmI) ask key Enter ;;
-    *) answer_message "$1" ;;
+    *) ask key Esc ;;
   esac
 }
 

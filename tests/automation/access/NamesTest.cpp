@@ -11,43 +11,6 @@
 namespace krx::drive {
 namespace {
 
-struct Dialog {
-  const char* Section;  // of the document
-  const wchar_t* Form;
-  const wchar_t* Focus;   // control that has the keyboard at first
-  const char* Call;       // statement of the script; "@" stands for the folder
-  const wchar_t* Answer;  // button that closes it
-};
-
-std::ostream& operator<<(std::ostream& out, const Dialog& dialog) {
-  return out << dialog.Section;
-}
-
-constexpr Dialog kDialogs[] = {
-    {"FMessageBox", L"FMessageBox", L"keyButton(0)",
-     "Dialogs.KRMsgBox \"Start the pump?\" & vbCrLf & \"It runs dry.\", 35, \"Pump\", \"a.chm\"",
-     L"keyButton(2)"},
-    {"FLogOn", L"FLogOn", L"txtName", "Dialogs.KRUserLogOn", L"keyCancel"},
-    {"FLogOnCombo", L"FLogOnCombo", L"cboName", "Dialogs.KRUserLogOnCombo", L"keyCancel"},
-    {"FChangePassword", L"FChangePassword", L"txtActPassword",
-     "LogOn \"eva.meier\": Dialogs.KRChangePassword", L"keyCancel"},
-    {"FWhoAmI", L"FWhoAmI", L"keyOK", "LogOn \"eva.meier\": Dialogs.KRWhoAmI", L"keyOK"},
-    {"FUser", L"FUser", L"lvwUser", "LogOn \"admin\": Dialogs.KRUser", L"keyOK"},
-    {"FAddUser", L"FAddUser", L"txtName", "LogOn \"admin\": Dialogs.KRAddUser", L"keyCancel"},
-    {"FSelectDirectory", L"FSelectDirectory", L"dirSelect", "Dialogs.KRSelectDirectory @",
-     L"keyCancel"},
-    {"FSelectDirectory, drive not ready", L"FSelectDirectory", L"txtDirectory",
-     "Dialogs.KRSelectDirectory \"Y:\\\"", L"keyCancel"},
-    {"FFileSelect", L"FFileSelect", L"txtFileName", "Dialogs.KROpenFile \"\", @, \"All|*.*\"",
-     L"keyCancel"},
-    {"FFileSelect, to save", L"FFileSelect", L"txtFileName",
-     "Dialogs.KRSaveFileAs \"\", @, \"All|*.*\"", L"keyCancel"},
-    {"FDirectorySelectTouch", L"FDirectorySelectTouch", L"grdFolders",
-     "Dialogs.KRSelectDirectoryTouch @", L"keyCancel"},
-    {"FFileSelectTouch", L"FFileSelectTouch", L"grdFolders",
-     "Dialogs.KROpenFileTouch \"\", @, \"All|*.*\"", L"keyCancel"},
-};
-
 using Row = std::vector<std::string>;  // control, role, type, German, English, state
 constexpr std::size_t kType = 2;
 constexpr std::size_t kGerman = 3;
@@ -77,18 +40,57 @@ Row Cells(const std::string& line) {
   return row;
 }
 
-// The rows of a section of the document, without the titles.
-std::vector<Row> Documented(const std::string& section) {
+// What the document says of a dialog.
+struct Dialog {
+  std::string Section;  // the form's name, and its state behind a comma
+  std::string Call;     // statement of the script; "@" stands for the folder
+  std::string Answer;   // button that closes it
+  std::vector<Row> Rows;
+
+  std::wstring Form() const { return Widen(Section.substr(0, Section.find(','))); }
+  // The control that has the keyboard at first.
+  std::wstring Focus() const {
+    for (const Row& row : Rows)
+      if (row.back().find("focused") != std::string::npos) return Widen(row.front());
+    throw std::runtime_error("nothing in " + Section + " has the focus");
+  }
+};
+
+std::ostream& operator<<(std::ostream& out, const Dialog& dialog) {
+  return out << dialog.Section;
+}
+
+// The words of a line that stand between backticks.
+std::vector<std::string> Quoted(const std::string& line) {
+  std::vector<std::string> words;
+  std::size_t begin = 0;
+  while ((begin = line.find('`', begin)) != std::string::npos) {
+    const std::size_t end = line.find('`', begin + 1);
+    words.push_back(line.substr(begin + 1, end - begin - 1));
+    begin = end + 1;
+  }
+  return words;
+}
+
+std::vector<Dialog> Documented() {
   std::ifstream document(KRX_DOCUMENT);
   if (!document) throw std::runtime_error("there is no " KRX_DOCUMENT);
-  std::vector<Row> rows;
-  std::string line;
-  for (bool inside = false; std::getline(document, line);) {
-    if (line.starts_with("#")) inside = line == "## " + section;
-    if (inside && line.starts_with("|")) rows.push_back(Cells(line));
+  constexpr std::ptrdiff_t kTitles = 2;  // lines at the top of a table
+  std::vector<Dialog> dialogs;
+  for (std::string line; std::getline(document, line);) {
+    if (line.starts_with("## ")) dialogs.push_back({line.substr(3), {}, {}, {}});
+    if (dialogs.empty()) continue;
+    Dialog& dialog = dialogs.back();
+    if (line.starts_with("`")) {
+      const std::vector<std::string> words = Quoted(line);
+      dialog.Call = words.at(0);
+      dialog.Answer = words.at(1);
+    }
+    if (line.starts_with("|")) dialog.Rows.push_back(Cells(line));
   }
-  rows.erase(rows.begin(), rows.begin() + std::min<std::ptrdiff_t>(2, std::ssize(rows)));
-  return rows;
+  for (Dialog& dialog : dialogs)
+    dialog.Rows.erase(dialog.Rows.begin(), dialog.Rows.begin() + kTitles);
+  return dialogs;
 }
 
 // Name, access key, and what a dialog announces besides.
@@ -122,14 +124,14 @@ class SpokenNames : public AccessTest, public testing::WithParamInterface<Dialog
     std::string call = GetParam().Call;
     if (const auto at = call.find('@'); at != std::string::npos) call.replace(at, 1, Folder());
     RunUserScript("Runtime.Language = \"" + std::string(language) + "\"\r\n" + call + "\r\n");
-    const Window form = Form(GetParam().Form, GetParam().Focus);
+    const Window form = Form(GetParam().Form(), GetParam().Focus());
     const Element dialog(form);
     std::vector<Row> rows{Read(dialog)};
     for (long i = 1; i <= dialog.Count(); ++i) {
       const Element inside = dialog.Inside(i);
       if (!inside.Has(STATE_SYSTEM_INVISIBLE)) rows.push_back(Read(inside));
     }
-    Leave(form, GetParam().Answer);
+    Leave(form, Widen(GetParam().Answer));
     EXPECT_EQ(Printed(), Lines{"end"});
     return rows;
   }
@@ -153,7 +155,7 @@ TEST_P(SpokenNames, AreThoseOfTheTable) {
   const std::vector<Row> german = ReadAll("de");
   std::vector<Row> rows = ReadAll("en");
   ASSERT_EQ(rows.size(), german.size());
-  std::vector<Row> documented = Documented(GetParam().Section);
+  const std::vector<Row>& documented = GetParam().Rows;
   std::string table;
   for (std::size_t i = 0; i < rows.size(); ++i) {
     Row& row = rows[i];
@@ -168,7 +170,7 @@ TEST_P(SpokenNames, AreThoseOfTheTable) {
   EXPECT_TRUE(rows == documented) << "seen of " << GetParam().Section << ":\n" << table;
 }
 
-INSTANTIATE_TEST_SUITE_P(OfEveryDialog, SpokenNames, testing::ValuesIn(kDialogs),
+INSTANTIATE_TEST_SUITE_P(OfEveryDialog, SpokenNames, testing::ValuesIn(Documented()),
                          [](const auto& test) {
                            std::string name = test.param.Section;
                            std::erase_if(name, [](char c) { return c == ',' || c == ' '; });

@@ -27,7 +27,7 @@ inline void PrintTo(const Method& method, std::ostream* out) {
   *out << method.Name;
 }
 
-// All of them, in the order of the interface.
+// All of them, in the order of the interface, as the component beside this program describes them.
 const std::vector<Method>& Methods();
 
 }  // namespace krx::client

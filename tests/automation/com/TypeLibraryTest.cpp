@@ -1,3 +1,5 @@
+#include <fstream>
+#include <string>
 #include <vector>
 
 #include "ComponentTest.h"
@@ -18,6 +20,7 @@ class TypeLibraryTest : public ComponentTest {
   }
 
   struct Member {
+    DISPID Id;
     String Name;
     String Help;
     INVOKEKIND Kind;
@@ -26,6 +29,7 @@ class TypeLibraryTest : public ComponentTest {
   };
   // The members of the interface itself, in the order of its table.
   std::vector<Member> Members() const;
+  std::string Row(const Member& member) const;
 
   com::ComPtr<ITypeLib> Library;
 };
@@ -45,7 +49,7 @@ std::vector<TypeLibraryTest::Member> TypeLibraryTest::Members() const {
     BSTR names[16] = {};
     UINT count = 0;
     info->GetNames(id, names, 16, &count);
-    Member member{com::FromBstr(names[0]), help.Text(), kind, {}};
+    Member member{id, com::FromBstr(names[0]), help.Text(), kind, {}};
     for (UINT n = 0; n < count; ++n) {
       if (n > 0 && kind == INVOKE_FUNC) member.Parameters.push_back(com::FromBstr(names[n]));
       SysFreeString(names[n]);
@@ -90,78 +94,51 @@ TEST_F(TypeLibraryTest, PropertiesComeFirstInOrderWithTheirHelpTexts) {
   }
 }
 
-TEST_F(TypeLibraryTest, MethodsFollowInOrderWithTheirParameters) {
-  const std::vector<String> file{u"FileName", u"StartDirectory", u"Filter", u"AllowChangeUp",
-                                 u"Title"};
-  const std::vector<String> box{u"Text", u"Style", u"Title", u"HelpFile", u"Context"};
-  const std::vector<String> directory{u"StartDirectory", u"AllowChangeUp", u"Title"};
-  std::vector<String> box_ex = box;
-  box_ex.insert(box_ex.end(), {u"Button1", u"Button2", u"Button3", u"AutoActivation"});
-  const std::vector<std::pair<String, std::vector<String>>> expected{
-      {u"SetHostApp", {u"HostApp"}},
-      {u"KRMsgBox", box},
-      {u"KRMsgBoxEx", box_ex},
-      {u"KRSelectDirectory", directory},
-      {u"KRSelectDirectoryTouch", directory},
-      {u"KRSaveFileAs", file},
-      {u"KROpenFile", file},
-      {u"KROpenFileTouch", file},
-      {u"KRUserLogOn", {}},
-      {u"KRUserLogOnCombo", {}},
-      {u"KRAddUser", {}},
-      {u"KRWhoAmI", {}},
-      {u"KRUser", {}},
-      {u"KRChangePassword", {}},
-  };
-  const auto members = Members();
-  ASSERT_EQ(members.size(), 12 + expected.size());
-  for (std::size_t i = 0; i < expected.size(); ++i) {
-    auto parameters = members[12 + i].Parameters;
-    // The result is a parameter to the interface's own view only.
-    if (!parameters.empty() && parameters.back() == u"Result") parameters.pop_back();
-    EXPECT_EQ(members[12 + i].Name, expected[i].first);
-    EXPECT_EQ(parameters, expected[i].second);
-  }
-}
-
-// Flags and default of one parameter, as text: "" required, "opt" optional, "=..." a default.
-String Describe(const PARAMDESC& parameter) {
+// A parameter as the manual writes it: "[`A`]" may be left out, "`A` = ..." has a value then.
+std::string Describe(const String& name, const PARAMDESC& parameter) {
+  const std::string quoted = "`" + ToUtf8(name) + "`";
   if (parameter.wParamFlags & PARAMFLAG_FHASDEFAULT) {
-    com::Variant value = com::Variant::Copy(parameter.pparamdescex->varDefaultValue);
-    value.Convert(VT_BSTR, LOCALE_INVARIANT);
-    String text(1, u'=');
-    text += com::FromBstr(value.Get().bstrVal);
-    return text;
+    const VARIANT& value = parameter.pparamdescex->varDefaultValue;
+    if (value.vt == VT_BOOL)
+      return quoted + (value.boolVal == VARIANT_TRUE ? " = True" : " = False");
+    if (value.vt == VT_BSTR) return quoted + " = \"" + ToUtf8(com::FromBstr(value.bstrVal)) + '"';
+    return quoted + " = " + std::to_string(value.lVal);
   }
-  return parameter.wParamFlags & PARAMFLAG_FOPT ? u"opt" : u"";
+  return parameter.wParamFlags & PARAMFLAG_FOPT ? "[" + quoted + "]" : quoted;
 }
 
-std::vector<String> ParametersOf(ITypeInfo& info, DISPID id) {
-  std::vector<String> result;
-  FUNCDESC* function = nullptr;
-  for (UINT i = 0; SUCCEEDED(info.GetFuncDesc(i, &function)); ++i) {
-    for (int n = 0; function->memid == id && n < function->cParams; ++n) {
-      const PARAMDESC& parameter = function->lprgelemdescParam[n].paramdesc;
-      if (!(parameter.wParamFlags & PARAMFLAG_FRETVAL)) result.push_back(Describe(parameter));
-    }
-    info.ReleaseFuncDesc(function);
-  }
-  return result;
-}
-
-TEST_F(TypeLibraryTest, OptionalParametersHaveTheirDefaults) {
-  using Expected = std::vector<String>;
+// The method at a place of the interface as a row of the manual's table.
+std::string TypeLibraryTest::Row(const Member& member) const {
   const auto info = Interface();
-  EXPECT_EQ(ParametersOf(*info, 8), (Expected{u"", u"=0", u"opt", u"opt", u"opt"}));
-  EXPECT_EQ(ParametersOf(*info, 9),
-            (Expected{u"", u"=0", u"opt", u"opt", u"opt", u"opt", u"opt", u"opt", u"=0"}));
-  const Expected directory = ParametersOf(*info, 10);
-  ASSERT_EQ(directory.size(), 3u);
-  EXPECT_EQ(directory[0], u"=");
-  EXPECT_NE(directory[1], u"=0") << "true, as the locale writes it";
-  EXPECT_EQ(directory[2], u"=");
-  EXPECT_EQ(ParametersOf(*info, 11)[0], u"");
-  EXPECT_EQ(ParametersOf(*info, 12).size(), 5u);
+  std::string parameters;
+  FUNCDESC* function = nullptr;
+  for (UINT i = 0; SUCCEEDED(info->GetFuncDesc(i, &function)); ++i) {
+    for (int n = 0; function->memid == member.Id && n < function->cParams; ++n) {
+      const PARAMDESC& parameter = function->lprgelemdescParam[n].paramdesc;
+      if (parameter.wParamFlags & PARAMFLAG_FRETVAL) continue;
+      if (!parameters.empty()) parameters += ", ";
+      parameters += Describe(member.Parameters.at(static_cast<std::size_t>(n)), parameter);
+    }
+    info->ReleaseFuncDesc(function);
+  }
+  return "| " + std::to_string(member.Id) + " | `" + ToUtf8(member.Name) + "` | " +
+         (parameters.empty() ? "none" : parameters) + " |";
+}
+
+TEST_F(TypeLibraryTest, MethodsFollowInTheOrderAndWithTheParametersOfTheManual) {
+  std::ifstream manual(KRX_MANUAL);
+  ASSERT_TRUE(manual) << KRX_MANUAL;
+  std::vector<std::string> expected;
+  bool inside = false;
+  for (std::string line; std::getline(manual, line);) {
+    if (line.starts_with("## ")) inside = line == "## All methods";
+    if (inside && line.starts_with("| ") && !line.starts_with("| Id")) expected.push_back(line);
+  }
+  std::vector<std::string> rows;
+  for (const Member& member : Members())
+    if (member.Kind == INVOKE_FUNC) rows.push_back(Row(member));
+  EXPECT_EQ(rows, expected);
+  EXPECT_EQ(Members().size(), 12 + rows.size()) << "six properties come first";
 }
 
 TEST_F(TypeLibraryTest, TheHeightsTakeTheirValueByReference) {
