@@ -2,7 +2,7 @@
 
 #include <exception>
 
-#include "runtime/users/RulesFile.h"
+#include "runtime/users/rules/RulesFile.h"
 
 namespace krx::runtime {
 

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "runtime/users/AuditLog.h"
-#include "runtime/users/Clock.h"
-#include "runtime/users/Cryptography.h"
-#include "runtime/users/Files.h"
-#include "runtime/users/RefusedPasswords.h"
 #include "runtime/users/Session.h"
-#include "runtime/users/StoreFile.h"
-#include "runtime/users/UserRules.h"
+#include "runtime/users/passwords/RefusedPasswords.h"
+#include "runtime/users/rules/UserRules.h"
+#include "runtime/users/store/StoreFile.h"
+#include "runtime/users/system/Clock.h"
+#include "runtime/users/system/Cryptography.h"
+#include "runtime/users/system/Files.h"
 
 namespace krx::runtime {
 

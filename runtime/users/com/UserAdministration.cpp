@@ -1,7 +1,7 @@
 #include "runtime/users/com/UserAdministration.h"
 
 #include "com/Text.h"
-#include "runtime/users/UserDirectory.h"
+#include "runtime/users/administration/UserDirectory.h"
 #include "runtime/users/com/Arrays.h"
 #include "runtime/users/com/ProcessUsers.h"
 

@@ -1,7 +1,7 @@
 #include "runtime/users/com/UserClassAdministration.h"
 
 #include "com/Text.h"
-#include "runtime/users/ClassDirectory.h"
+#include "runtime/users/administration/ClassDirectory.h"
 #include "runtime/users/com/Arrays.h"
 #include "runtime/users/com/ProcessUsers.h"
 

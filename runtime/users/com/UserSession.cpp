@@ -1,8 +1,8 @@
 #include "runtime/users/com/UserSession.h"
 
 #include "com/Text.h"
-#include "runtime/users/LogOnService.h"
 #include "runtime/users/com/ProcessUsers.h"
+#include "runtime/users/logon/LogOnService.h"
 
 namespace krx::runtime {
 

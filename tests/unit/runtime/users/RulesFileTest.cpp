@@ -1,4 +1,4 @@
-#include "runtime/users/RulesFile.h"
+#include "runtime/users/rules/RulesFile.h"
 
 #include <gtest/gtest.h>
 
