@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "com/Failure.h"
+#include "com/Errors.h"
 
 namespace krx::com {
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "com/Dispatch.h"
-#include "com/Failure.h"
+#include "com/Errors.h"
 #include "com/Module.h"
 #include "com/TypeLibrary.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
-#include "runtime/core/Failure.h"
+#include "runtime/core/KorvelError.h"
 #include "runtime/core/LineReader.h"
 
 namespace krx::runtime {

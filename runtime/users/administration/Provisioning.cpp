@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
 #include "runtime/users/passwords/PasswordRules.h"
 #include "runtime/users/passwords/SecretBytes.h"
 #include "runtime/users/rules/Names.h"
@@ -21,7 +21,7 @@ constexpr std::string_view kRefusedTemplate =
     "difference.\n";
 
 [[noreturn]] void Refuse(const String& reason) {
-  throw Failure(kUnableToProvision, reason);
+  throw KorvelError(kUnableToProvision, reason);
 }
 
 String ClassOfFirstAdministrator(const UserRules& rules) {

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "runtime/core/KorvelError.h"
 #include "runtime/core/LineReader.h"
-#include "runtime/users/UserFailure.h"
 #include "runtime/users/rules/Names.h"
 
 namespace krx::runtime {

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "runtime/core/FieldText.h"
+#include "runtime/core/KorvelError.h"
 #include "runtime/core/LineReader.h"
-#include "runtime/users/UserFailure.h"
 #include "runtime/users/rules/Names.h"
 
 namespace krx::runtime {

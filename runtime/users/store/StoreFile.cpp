@@ -3,7 +3,6 @@
 #include <stdexcept>
 #include <utility>
 
-#include "runtime/users/UserFailure.h"
 #include "runtime/users/store/StoreFormat.h"
 
 namespace krx::runtime {

@@ -4,10 +4,18 @@
 #include <mutex>
 #include <string>
 
+#include "runtime/core/KorvelError.h"
 #include "runtime/users/store/UserStore.h"
 #include "runtime/users/system/Files.h"
 
 namespace krx::runtime {
+
+// The store could not be written; the old one is still in force.
+class UnableToSave : public Error {
+ public:
+  explicit UnableToSave(String description)
+      : Error(KorvelError(kUnableToSaveUsers, std::move(description))) {}
+};
 
 // The stored users of one folder: read as a whole, replaced as a whole. Whatever happens while it
 // is replaced, the store is the old or the new one; a store that cannot be read is never written.

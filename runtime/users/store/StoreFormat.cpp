@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "runtime/core/FieldText.h"
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
 #include "runtime/users/rules/Names.h"
 #include "runtime/users/store/Checksum.h"
 
@@ -170,7 +170,7 @@ class Reader {
   }
 
   [[noreturn]] void Refuse(const String& reason) const {
-    throw Failure(kUnreadableUsers, file_ + u", line " + ToString(line_) + u": " + reason);
+    throw KorvelError(kUnreadableUsers, file_ + u", line " + ToString(line_) + u": " + reason);
   }
 
   const String& file_;

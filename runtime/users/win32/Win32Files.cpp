@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
 
 namespace krx::runtime {
 namespace {
@@ -26,7 +26,7 @@ String SystemText(DWORD error) {
 }
 
 [[noreturn]] void Fail(const std::filesystem::path& file, DWORD error = GetLastError()) {
-  throw Failure(kFileFailure, file.u16string() + u": " + SystemText(error));
+  throw KorvelError(kFileFailure, file.u16string() + u": " + SystemText(error));
 }
 
 bool MayPass(DWORD error) {
@@ -99,7 +99,7 @@ class Win32Lock : public FileLock {
       const DWORD error = GetLastError();
       if (error != ERROR_LOCK_VIOLATION && error != ERROR_IO_PENDING) Fail(file, error);
       if (GetTickCount64() >= end)
-        throw Failure(kStoreBusy, file.u16string() + u": another process holds the users");
+        throw KorvelError(kStoreBusy, file.u16string() + u": another process holds the users");
       Sleep(kPause);
     }
   }

@@ -60,7 +60,7 @@ class Probe : public ui::SubfolderProbe {
 
 void FolderReading::Run() {
   FolderScan scan(path_, kReadBuffer);
-  failure_ = scan.Failure();
+  error_code_ = scan.ErrorCode();
   Answer();
   ui::FolderPart batch;
   while (!GivenUp()) {

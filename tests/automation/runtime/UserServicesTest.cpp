@@ -7,7 +7,7 @@
 #include <thread>
 #include <vector>
 
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
 #include "runtime/users/administration/Provisioning.h"
 #include "runtime/users/administration/UserDirectory.h"
 #include "runtime/users/logon/LogOnService.h"

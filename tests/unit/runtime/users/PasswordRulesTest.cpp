@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
 #include "runtime/users/rules/Names.h"
 #include "support/TestCryptography.h"
 

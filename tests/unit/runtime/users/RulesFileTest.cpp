@@ -6,7 +6,7 @@
 #include <random>
 
 #include "base/Error.h"
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
 
 namespace krx::test {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <random>
 
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
 #include "runtime/users/store/Checksum.h"
 
 namespace krx::test {

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
 #include "runtime/users/administration/ClassDirectory.h"
 #include "runtime/users/administration/Provisioning.h"
 #include "runtime/users/administration/UserDirectory.h"

@@ -1,4 +1,4 @@
-#include "com/Failure.h"
+#include "com/Errors.h"
 
 #include <ole2.h>
 #include <windows.h>
@@ -78,13 +78,13 @@ String Get(Getter&& getter) {
   return text.Text();
 }
 
-Failure FromErrorInfo(HRESULT status, IErrorInfo& info) {
+ObjectError FromErrorInfo(HRESULT status, IErrorInfo& info) {
   DWORD help_context = 0;
   info.GetHelpContext(&help_context);
   String description = Get([&](BSTR* text) { info.GetDescription(text); });
   if (description.empty()) description = SystemMessage(status);
-  return Failure(status, std::move(description), Get([&](BSTR* text) { info.GetSource(text); }),
-                 Get([&](BSTR* text) { info.GetHelpFile(text); }), help_context);
+  return ObjectError(status, std::move(description), Get([&](BSTR* text) { info.GetSource(text); }),
+                     Get([&](BSTR* text) { info.GetHelpFile(text); }), help_context);
 }
 
 String Take(BSTR& text) {
@@ -123,7 +123,7 @@ void CheckCall(HRESULT status, IUnknown* object, REFIID iid) {
   Check(status);
 }
 
-Failure FromExcepInfo(EXCEPINFO& info) {
+ObjectError FromExcepInfo(EXCEPINFO& info) {
   if (info.pfnDeferredFillIn) std::exchange(info.pfnDeferredFillIn, nullptr)(&info);
   const String source = Take(info.bstrSource);
   String description = Take(info.bstrDescription);
@@ -133,14 +133,14 @@ Failure FromExcepInfo(EXCEPINFO& info) {
   if (info.wCode != 0) status = static_cast<HRESULT>(0x800A0000u + info.wCode);
   if (SUCCEEDED(status)) status = E_FAIL;
   if (description.empty()) description = SystemMessage(status);
-  return Failure(status, std::move(description), source, help_file, info.dwHelpContext);
+  return ObjectError(status, std::move(description), source, help_file, info.dwHelpContext);
 }
 
 HRESULT ReportException(REFIID iid) noexcept {
   try {
     throw;
-  } catch (const Failure& failure) {
-    return Report(iid, failure, failure.HelpFile(), failure.HelpContext());
+  } catch (const ObjectError& error) {
+    return Report(iid, error, error.HelpFile(), error.HelpContext());
   } catch (const Error& error) {
     return Report(iid, error, {}, 0);
   } catch (const std::bad_alloc&) {

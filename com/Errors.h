@@ -9,10 +9,10 @@
 namespace krx::com {
 
 // An error that came out of an automation object, with the help reference that it named.
-class Failure : public Error {
+class ObjectError : public Error {
  public:
-  Failure(HRESULT status, String description, String source, String help_file = {},
-          DWORD help_context = 0)
+  ObjectError(HRESULT status, String description, String source, String help_file = {},
+              DWORD help_context = 0)
       : Error(static_cast<std::uint32_t>(status), std::move(description), std::move(source)),
         help_file_(std::move(help_file)),
         help_context_(help_context) {}
@@ -37,7 +37,7 @@ void CheckCall(HRESULT status, IUnknown* object, REFIID iid);
 
 // The failure that a late-bound call described in `info`, deferred texts included; releases the
 // texts of `info`.
-Failure FromExcepInfo(EXCEPINFO& info);
+ObjectError FromExcepInfo(EXCEPINFO& info);
 
 // To be called in a catch block: turns the exception into the status for the client and leaves its
 // texts as the thread's error object. What is no Error is an internal error (0x800A0033), lack of
