@@ -11,6 +11,12 @@ Variant Variant::Zero(VARTYPE type) {
   return result;
 }
 
+Variant Variant::LeftOut() {
+  Variant result = Zero(VT_ERROR);
+  result.value_.scode = DISP_E_PARAMNOTFOUND;
+  return result;
+}
+
 Variant Variant::Copy(const VARIANT& source) {
   Variant result;
   Check(VariantCopyInd(&result.value_, const_cast<VARIANT*>(&source)));
