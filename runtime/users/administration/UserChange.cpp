@@ -74,7 +74,7 @@ String Loggable(const String& name) {
 }
 
 AuditEntry EntryOf(UserManagement& management, const String& action, const String& subject) {
-  const std::optional<LoggedOnUser> actor = management.Users.Current();
+  const std::optional<LoggedOnUser> actor = management.Session.Current();
   return {actor ? actor->Name : String(), action, Loggable(subject), u""};
 }
 

@@ -59,7 +59,8 @@ std::int32_t LogOnService::LogOnUser(const String& user, const Password& passwor
                                   ? Settle(hold, rules, checked, std::move(rehashed))
                                   : ResultOf(checked.Outcome);
   management_.Audit.Add({checked.User.Name, u"log-on", u"", OutcomeText(checked, result)});
-  if (result == host::LogOnSucceeded) management_.Users.Begin({checked.User.Id, checked.User.Name});
+  if (result == host::LogOnSucceeded)
+    management_.Session.Begin({checked.User.Id, checked.User.Name});
   return result;
 }
 
@@ -88,7 +89,7 @@ std::int32_t LogOnService::Settle(StoreFile::Hold& hold, const UserRules& rules,
 }
 
 std::int32_t LogOnService::LogOffUser() {
-  const std::optional<LoggedOnUser> user = management_.Users.End();
+  const std::optional<LoggedOnUser> user = management_.Session.End();
   if (!user) return 1;
   StoreFile::Hold hold(management_.Store);
   management_.Audit.Add({user->Name, u"log-off", u"", u"logged off"});

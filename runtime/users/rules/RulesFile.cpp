@@ -1,6 +1,5 @@
 #include "runtime/users/rules/RulesFile.h"
 
-#include <charconv>
 #include <map>
 #include <string>
 
@@ -83,11 +82,9 @@ class Parser {
   }
 
   std::int32_t WholeNumber(std::string_view text) {
-    std::int32_t number = 0;
-    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (text.empty() || failure != std::errc() || end != text.data() + text.size())
-      lines_.Refuse(u"a whole number is expected");
-    return number;
+    const auto number = runtime::WholeNumber<std::int32_t>(text);
+    if (!number) lines_.Refuse(u"a whole number is expected");
+    return *number;
   }
 
   // What only the file as a whole can show; reported at its last line.

@@ -1,6 +1,5 @@
 #include "runtime/users/store/StoreFormat.h"
 
-#include <charconv>
 #include <cstdint>
 #include <optional>
 #include <set>
@@ -151,10 +150,9 @@ class Reader {
 
   template <class T>
   T Number(std::string_view text) {
-    T value{};
-    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (failure != std::errc() || end != text.data() + text.size()) Refuse(u"a number is none");
-    return value;
+    const std::optional<T> value = WholeNumber<T>(text);
+    if (!value) Refuse(u"a number is none");
+    return *value;
   }
 
   String Text(std::string_view field) {
