@@ -6,7 +6,7 @@
 #include "base/Error.h"
 #include "files/FileFilter.h"
 #include "files/Register.h"
-#include "ports/headless/HeadlessPlatform.h"
+#include "ports/headless/Operator.h"
 #include "service/KRXDialog.h"
 #include "ui/FilePattern.h"
 #include "ui/FolderPath.h"
