@@ -1,10 +1,11 @@
+#include "automation/RuntimeServices.h"
+
 #include <ole2.h>
 
 #include <algorithm>
 
 #include "KorvelRuntime.h"
 #include "automation/RuntimeClass.h"
-#include "automation/RuntimeServices.h"
 #include "com/Text.h"
 #include "com/Variant.h"
 
@@ -26,15 +27,6 @@ class SecretBstr {
  private:
   com::Bstr text_;
 };
-
-// An optional argument that is left out.
-VARIANT LeftOut() {
-  VARIANT missing;
-  VariantInit(&missing);
-  missing.vt = VT_ERROR;
-  missing.scode = DISP_E_PARAMNOTFOUND;
-  return missing;
-}
 
 com::Variant Element(SAFEARRAY* array, LONG index) {
   VARTYPE type = VT_EMPTY;
@@ -129,8 +121,9 @@ class UserAdministrationAdapter : public host::UserAdministration {
   }
   std::vector<String> GetUserNames(const String& selection) override {
     com::Variant names;
-    service_.Check(service_->GetUserNames(com::Bstr(selection).Get(), LeftOut(), LeftOut(),
-                                          LeftOut(), names.Put()));
+    const com::Variant left_out = com::Variant::LeftOut();
+    service_.Check(service_->GetUserNames(com::Bstr(selection).Get(), left_out.Get(),
+                                          left_out.Get(), left_out.Get(), names.Put()));
     return Names(names);
   }
   host::CurrentUser GetCurrentUser() override {
