@@ -1,6 +1,7 @@
 #include "ports/win32/FolderReading.h"
 
 #include <iterator>
+#include <utility>
 
 #include "ports/win32/FolderScan.h"
 
@@ -28,32 +29,20 @@ bool HasSubfolder(const String& path) {
   return false;
 }
 
-class Reader : public ui::FolderReader {
+// The side of a reader or a probe; work that it waits for no longer is given up.
+template <class Interface, class Work>
+class Taker : public Interface {
  public:
-  explicit Reader(std::shared_ptr<FolderReading> work) : work_(std::move(work)) {}
-  ~Reader() override { work_->GiveUp(); }
+  explicit Taker(std::shared_ptr<Work> work) : work_(std::move(work)) {}
+  ~Taker() override { work_->GiveUp(); }
 
-  ui::FolderPart Take(std::chrono::milliseconds patience) override {
+  decltype(std::declval<Work>().Take()) Take(std::chrono::milliseconds patience) override {
     work_->WaitForEnd(patience);
     return work_->Take();
   }
 
  private:
-  const std::shared_ptr<FolderReading> work_;
-};
-
-class Probe : public ui::SubfolderProbe {
- public:
-  explicit Probe(std::shared_ptr<SubfolderProbing> work) : work_(std::move(work)) {}
-  ~Probe() override { work_->GiveUp(); }
-
-  std::vector<bool> Take(std::chrono::milliseconds patience) override {
-    work_->WaitForEnd(patience);
-    return work_->Take();
-  }
-
- private:
-  const std::shared_ptr<SubfolderProbing> work_;
+  const std::shared_ptr<Work> work_;
 };
 
 }  // namespace
@@ -113,11 +102,11 @@ std::vector<bool> SubfolderProbing::Take() {
 }
 
 std::unique_ptr<ui::FolderReader> ReaderOf(std::shared_ptr<FolderReading> work) {
-  return std::make_unique<Reader>(std::move(work));
+  return std::make_unique<Taker<ui::FolderReader, FolderReading>>(std::move(work));
 }
 
 std::unique_ptr<ui::SubfolderProbe> ProbeOf(std::shared_ptr<SubfolderProbing> work) {
-  return std::make_unique<Probe>(std::move(work));
+  return std::make_unique<Taker<ui::SubfolderProbe, SubfolderProbing>>(std::move(work));
 }
 
 }  // namespace krx::win32

@@ -1,21 +1,14 @@
+#include "ports/win32/ListPeer.h"
+
 #include <windowsx.h>
 
 #include <algorithm>
 #include <cstring>
 #include <utility>
 
-#include "ports/win32/ListPeer.h"
-
 namespace krx::win32 {
 
 namespace {
-
-constexpr UINT_PTR kGlideTimer = 0x4B52;  // far from the numbers of the system's list
-constexpr UINT kGlideStep = 15;           // milliseconds
-
-double Now() {
-  return static_cast<double>(GetTickCount64());
-}
 
 // A quarter of the one colour in the other.
 COLORREF Mixed(COLORREF quarter, COLORREF rest) {
@@ -33,11 +26,11 @@ bool Walks(WPARAM key) {
 // What the window reports
 
 LRESULT ListPeer::FromParent(UINT message, WPARAM w, LPARAM l) {
-  if (message == WM_NOTIFY) return Notified(*reinterpret_cast<NMHDR*>(l));
+  if (message == WM_NOTIFY) return Reported(*reinterpret_cast<NMHDR*>(l));
   return ControlPeer::FromParent(message, w, l);
 }
 
-LRESULT ListPeer::Notified(NMHDR& header) {
+LRESULT ListPeer::Reported(NMHDR& header) {
   switch (header.code) {
     case LVN_GETDISPINFOW:
       Describe(reinterpret_cast<NMLVDISPINFOW&>(header).item);
@@ -64,9 +57,7 @@ void ListPeer::Describe(LVITEMW& item) const {
   const bool exists = item.iItem >= 0 && item.iItem < list_.RowCount();
   if ((item.mask & LVIF_TEXT) != 0 && item.pszText && item.cchTextMax > 0) {
     const StringView text = exists ? list_.Cell(item.iItem, item.iSubItem) : StringView();
-    const std::size_t length = std::min(text.size(), static_cast<std::size_t>(item.cchTextMax) - 1);
-    std::memcpy(item.pszText, text.data(), length * sizeof(wchar_t));
-    item.pszText[length] = 0;
+    AnswerText(text, static_cast<WPARAM>(item.cchTextMax), reinterpret_cast<LPARAM>(item.pszText));
   }
   const bool first = exists && item.iSubItem == 0;
   if ((item.mask & LVIF_IMAGE) != 0)
@@ -76,7 +67,7 @@ void ListPeer::Describe(LVITEMW& item) const {
 
 void ListPeer::ItemChanged(const NMLISTVIEW& change) {
   const bool selected = (change.uNewState & LVIS_SELECTED) != 0;
-  if (!showing_ && selected && change.iItem >= 0) list_.OperatorSelected(change.iItem);
+  if (!IsFollowing() && selected && change.iItem >= 0) list_.OperatorSelected(change.iItem);
 }
 
 // The selected row, and the one that the keyboard is on while the list has it.
@@ -109,7 +100,7 @@ LRESULT ListPeer::DrawRow(NMLVCUSTOMDRAW& drawing) const {
 
 // The operator moves the edge of a column.
 void ListPeer::HeaderNotified(const NMHDR& header) {
-  if (showing_ || (header.code != HDN_ITEMCHANGEDW && header.code != HDN_ITEMCHANGEDA)) return;
+  if (IsFollowing() || (header.code != HDN_ITEMCHANGEDW && header.code != HDN_ITEMCHANGEDA)) return;
   const auto column = static_cast<std::size_t>(reinterpret_cast<const NMHEADERW&>(header).iItem);
   std::vector<ui::RowList::Column> columns = list_.Columns();
   if (column >= columns.size()) return;
@@ -138,32 +129,32 @@ LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       HandleMouse(message, w, l);
       return 0;
     case WM_MOUSEMOVE:
-      if (drag_.Touched()) Drag(l);
+      if (finger_.Touched()) ShowTop(finger_.Move(form_.Scale().ToTwips(GET_Y_LPARAM(l))));
       return ControlPeer::Handle(message, w, l);
     case WM_CAPTURECHANGED:
     case WM_CANCELMODE:
       GiveUp();
       return ControlPeer::Handle(message, w, l);
     case WM_TIMER:
-      if (w != kGlideTimer) return ControlPeer::Handle(message, w, l);
-      Glide();
+      if (w != FingerScroll::kTimer) return ControlPeer::Handle(message, w, l);
+      if (const auto top_row = finger_.Glide()) ShowTop(*top_row);
       return 0;
     case WM_KEYDOWN:
       return KeyDown(w, l);
     default:
       break;
   }
-  if (message == WM_MOUSEWHEEL) StopGliding();
+  if (message == WM_MOUSEWHEEL) finger_.StopGliding();
   const LRESULT result = ControlPeer::Handle(message, w, l);
   if (message == WM_NOTIFY) HeaderNotified(*reinterpret_cast<const NMHDR*>(l));
   const bool may_scroll = message == WM_VSCROLL || message == WM_MOUSEWHEEL || message == WM_CHAR ||
                           message == LVM_ENSUREVISIBLE || message == LVM_SCROLL;
-  if (may_scroll && !showing_ && Window()) AdoptTop();
+  if (may_scroll && !IsFollowing() && Window()) AdoptTop();
   return result;
 }
 
 LRESULT ListPeer::KeyDown(WPARAM key, LPARAM l) {
-  StopGliding();
+  finger_.StopGliding();
   if (list_.SelectedRow() == ui::RowList::kNoRow && BeginWalk(key)) return 0;
   const LRESULT result = ControlPeer::Handle(WM_KEYDOWN, key, l);
   if (!Window()) return result;
@@ -218,14 +209,8 @@ void ListPeer::Touch(LPARAM point) {
   RECT row{LVIR_BOUNDS, 0, 0, 0};
   const bool any = Send(LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row)) != 0;
   const Twips height = any ? scale.ToTwips(row.bottom - row.top) : 0;
-  StopGlideTimer();
-  drag_.Begin({height, list_.RowCount(), static_cast<int>(Send(LVM_GETCOUNTPERPAGE))}, TopRow(),
-              scale.ToTwips(GET_Y_LPARAM(point)), Now());
-}
-
-void ListPeer::Drag(LPARAM point) {
-  ScrollTo(drag_.Move(form_.Scale().ToTwips(GET_Y_LPARAM(point)), Now()));
-  AdoptTop();
+  finger_.Begin(Window(), {height, list_.RowCount(), static_cast<int>(Send(LVM_GETCOUNTPERPAGE))},
+                TopRow(), scale.ToTwips(GET_Y_LPARAM(point)));
 }
 
 // By the time that anybody hears of the release the row is selected.
@@ -233,10 +218,7 @@ void ListPeer::Release(WPARAM w, LPARAM point) {
   if (!pressed_) return;  // the button went down elsewhere
   const Pressed press = *pressed_;
   bool click = press.Row >= 0 && RowAt(point) == press.Under;
-  if (list_.DragScrolls) {
-    click = drag_.End(Now()) && click;
-    if (drag_.Gliding()) SetTimer(Window(), kGlideTimer, kGlideStep, nullptr);
-  }
+  if (list_.DragScrolls) click = finger_.End() && click;
   LetGo();
   const int rows_of_click = press.Twice ? clicked_rows_ : list_.Replacements();
   clicked_ = click && !press.Twice ? press.Row : ui::RowList::kNoRow;
@@ -263,24 +245,8 @@ void ListPeer::GiveUp() {
 
 void ListPeer::LetGo() {
   pressed_.reset();
-  if (drag_.Touched()) drag_.Stop();
+  finger_.LetGo();
   if (GetCapture() == Window()) ReleaseCapture();
-}
-
-void ListPeer::Glide() {
-  ScrollTo(drag_.Glide(Now()));
-  AdoptTop();
-  if (!drag_.Gliding()) StopGlideTimer();
-}
-
-void ListPeer::StopGliding() {
-  if (!drag_.Gliding()) return;
-  drag_.Stop();
-  StopGlideTimer();
-}
-
-void ListPeer::StopGlideTimer() const {
-  KillTimer(Window(), kGlideTimer);
 }
 
 void ListPeer::Select(int row) const {

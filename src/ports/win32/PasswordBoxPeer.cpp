@@ -1,4 +1,4 @@
-#include "ports/win32/PasswordPeer.h"
+#include "ports/win32/PasswordBoxPeer.h"
 
 #include <string>
 #include <utility>
@@ -62,10 +62,11 @@ void PasswordBoxPeer::ShowText() {
 }
 
 void PasswordBoxPeer::Mask(std::size_t length, std::size_t caret) {
-  updating_ = true;
-  const String mask(length, box_.PasswordChar);
-  Default(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Wide(mask)));
-  updating_ = false;
+  {
+    const Following following(*this);
+    const String mask(length, box_.PasswordChar);
+    Default(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Wide(mask)));
+  }
   Default(EM_SETSEL, caret, static_cast<LPARAM>(caret));
   AdoptSelection();
 }

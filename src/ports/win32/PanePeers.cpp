@@ -1,4 +1,4 @@
-#include "ports/win32/Panes.h"
+#include "ports/win32/PanePeers.h"
 
 #include <algorithm>
 

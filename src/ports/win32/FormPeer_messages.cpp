@@ -1,19 +1,14 @@
+#include "ports/win32/FormPeer.h"
+
 #include <algorithm>
 
 #include "ports/win32/ControlPeer.h"
-#include "ports/win32/FormPeer.h"
 #include "ports/win32/IndexScroll.h"
 #include "ports/win32/Stacking.h"
 #include "ports/win32/TimerPeer.h"
 #include "ui/Keyboard.h"
 
 namespace krx::win32 {
-
-namespace {
-
-constexpr int kEdge = 1;  // pixels at 96 dpi
-
-}  // namespace
 
 LRESULT FormPeer::Handle(UINT message, WPARAM w, LPARAM l) {
   switch (message) {
