@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "com/Failure.h"
+#include "com/Errors.h"
 
 namespace krx::com {
 
@@ -128,12 +128,8 @@ HRESULT Arguments::FillMissing(Slot& slot) {
     return slot.Value.Convert(slot.Type.Type, locale_);
   }
   if (!(flags & PARAMFLAG_FOPT)) return slot.Given ? DISP_E_PARAMNOTFOUND : DISP_E_BADPARAMCOUNT;
-  if (slot.Type.Type == VT_VARIANT) {
-    slot.Value = Variant::Zero(VT_ERROR);
-    slot.Value.Get().scode = DISP_E_PARAMNOTFOUND;
-  } else {
-    slot.Value = Variant::Zero(slot.Type.Type);
-  }
+  const bool any = slot.Type.Type == VT_VARIANT;
+  slot.Value = any ? Variant::LeftOut() : Variant::Zero(slot.Type.Type);
   return S_OK;
 }
 

@@ -1,7 +1,7 @@
 #include "com/ClassFactory.h"
 
 #include "com/ComPtr.h"
-#include "com/Failure.h"
+#include "com/Errors.h"
 
 namespace krx::com {
 

@@ -6,8 +6,9 @@
 #include <utility>
 
 #include "com/Dispatch.h"
-#include "com/Failure.h"
+#include "com/Errors.h"
 #include "com/Module.h"
+#include "com/Results.h"
 #include "com/TypeLibrary.h"
 
 namespace krx::com {
@@ -87,6 +88,14 @@ class DualObject : public Interface, public ISupportErrorInfo {
   HRESULT Guard(Body&& body) noexcept {
     const ComPtr<Interface> self(static_cast<Interface*>(this));
     return com::Guard(__uuidof(Interface), std::forward<Body>(body));
+  }
+  // As Guard, for a method with one result: what the body returns.
+  template <class Value, class Body>
+  HRESULT Answer(Value* place, Body&& body) noexcept {
+    return Guard([&] {
+      com::Answer(place, body);
+      return S_OK;
+    });
   }
 
  private:

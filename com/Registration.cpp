@@ -4,7 +4,7 @@
 
 #include <exception>
 
-#include "com/Failure.h"
+#include "com/Errors.h"
 #include "com/Module.h"
 #include "com/RegistryKey.h"
 #include "com/Text.h"

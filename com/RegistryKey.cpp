@@ -1,6 +1,6 @@
 #include "com/RegistryKey.h"
 
-#include "com/Failure.h"
+#include "com/Errors.h"
 
 namespace krx::com {
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "com/Failure.h"
+#include "com/Errors.h"
 
 namespace krx::com {
 

@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "com/Failure.h"
+#include "com/Errors.h"
 #include "com/Module.h"
 
 namespace krx::com {

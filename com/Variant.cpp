@@ -1,6 +1,6 @@
 #include "com/Variant.h"
 
-#include "com/Failure.h"
+#include "com/Errors.h"
 
 namespace krx::com {
 
@@ -8,6 +8,12 @@ Variant Variant::Zero(VARTYPE type) {
   Variant result;
   result.value_ = VARIANT{};
   result.value_.vt = type;
+  return result;
+}
+
+Variant Variant::LeftOut() {
+  Variant result = Zero(VT_ERROR);
+  result.value_.scode = DISP_E_PARAMNOTFOUND;
   return result;
 }
 

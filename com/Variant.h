@@ -19,6 +19,8 @@ class Variant {
 
   // The empty value of a type: 0, false, null text, no object.
   static Variant Zero(VARTYPE type);
+  // What stands for an optional argument that is left out.
+  static Variant LeftOut();
   // A value of its own of what `source` holds or refers to. Raises Error when it cannot be copied.
   static Variant Copy(const VARIANT& source);
 
@@ -34,11 +36,17 @@ class Variant {
     VariantClear(&value_);
     return &value_;
   }
+  // Hands the value over to the caller.
+  VARIANT Detach() { return std::exchange(value_, VARIANT{}); }
 
  private:
   HRESULT ConvertObject(VARTYPE type);
 
   VARIANT value_;
 };
+
+inline VARIANT_BOOL ToVariantBool(bool value) {
+  return value ? VARIANT_TRUE : VARIANT_FALSE;
+}
 
 }  // namespace krx::com

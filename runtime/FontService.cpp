@@ -29,9 +29,8 @@ HRESULT FontService::SelectFontClass(BSTR name) {
 }
 
 HRESULT FontService::GetFont(IFontDisp** font) {
-  if (!font) return E_POINTER;
-  *font = nullptr;
   return Guard([&] {
+    com::EmptyResults(font);
     constexpr float kCurrencyUnit = 10000;  // sizes are given as currency
     const Font described = FontOf(*current_, MessageFace());
     std::wstring face = com::ToWide(described.Name);

@@ -6,10 +6,10 @@
 #include <memory>
 #include <optional>
 
-#include "com/Failure.h"
+#include "com/Errors.h"
 #include "com/Module.h"
 #include "com/Text.h"
-#include "runtime/core/Failure.h"
+#include "runtime/core/KorvelError.h"
 
 namespace krx::runtime {
 namespace {
@@ -37,8 +37,8 @@ std::optional<TextFile> BuiltIn(const String& language) {
 }
 
 [[noreturn]] void RaiseUnreadable(const String& file, DWORD reason) {
-  throw Failure(kUnreadableTexts,
-                file + u" cannot be read: " + com::SystemMessage(HRESULT_FROM_WIN32(reason)));
+  throw KorvelError(kUnreadableTexts,
+                    file + u" cannot be read: " + com::SystemMessage(HRESULT_FROM_WIN32(reason)));
 }
 
 std::optional<TextFile> Beside(const String& language) {

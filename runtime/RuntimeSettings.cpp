@@ -6,12 +6,7 @@
 namespace krx::runtime {
 
 HRESULT RuntimeSettings::get_Language(BSTR* value) {
-  if (!value) return E_POINTER;
-  *value = nullptr;
-  return Guard([&] {
-    *value = com::Bstr(ProcessLanguages().Current()).Detach();
-    return S_OK;
-  });
+  return Answer(value, [] { return com::Bstr(ProcessLanguages().Current()).Detach(); });
 }
 
 HRESULT RuntimeSettings::put_Language(BSTR value) {

@@ -7,20 +7,13 @@
 namespace krx::runtime {
 
 HRESULT TextService::GetText(BSTR key, LONG group, BSTR* text) {
-  if (!text) return E_POINTER;
-  *text = nullptr;
-  return Guard([&] {
-    *text = com::Bstr(ProcessLanguages().Text(com::FromBstr(key), group)).Detach();
-    return S_OK;
-  });
+  return Answer(
+      text, [&] { return com::Bstr(ProcessLanguages().Text(com::FromBstr(key), group)).Detach(); });
 }
 
 HRESULT TextService::ResolveText(BSTR reference, BSTR* text) {
-  if (!text) return E_POINTER;
-  *text = nullptr;
-  return Guard([&] {
-    *text = com::Bstr(ResolveReference(ProcessLanguages(), com::FromBstr(reference))).Detach();
-    return S_OK;
+  return Answer(text, [&] {
+    return com::Bstr(ResolveReference(ProcessLanguages(), com::FromBstr(reference))).Detach();
   });
 }
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "runtime/core/Failure.h"
+#include "runtime/core/KorvelError.h"
 
 namespace krx::runtime {
 namespace {
@@ -44,9 +44,9 @@ void Languages::Select(StringView name) {
   }
   Choice choice = Choose(Lowered(name));
   if (choice.Name.empty()) {
-    throw Failure(kInvalidArgument, u"There are no texts for the language \"" + String(name) +
-                                        u"\". Name \"de\", \"en\" or the language of a file "
-                                        u"KorvelTexts.<language>.txt.");
+    throw KorvelError(kInvalidArgument, u"There are no texts for the language \"" + String(name) +
+                                            u"\". Name \"de\", \"en\" or the language of a file "
+                                            u"KorvelTexts.<language>.txt.");
   }
   choice_ = std::move(choice);
 }

@@ -4,7 +4,7 @@
 #include <optional>
 #include <utility>
 
-#include "runtime/core/Failure.h"
+#include "runtime/core/KorvelError.h"
 #include "runtime/core/Utf8.h"
 
 namespace krx::runtime {
@@ -44,7 +44,7 @@ String LineReader::Text(std::string_view bytes) const {
 }
 
 void LineReader::Refuse(const String& reason) const {
-  throw Failure(status_, file_ + u", line " + ToString(number_) + u": " + reason);
+  throw KorvelError(status_, file_ + u", line " + ToString(number_) + u": " + reason);
 }
 
 }  // namespace krx::runtime

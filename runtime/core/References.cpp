@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "host/TextService.h"
-#include "runtime/core/Failure.h"
+#include "runtime/core/KorvelError.h"
 
 namespace krx::runtime {
 namespace {
@@ -20,7 +20,7 @@ std::optional<std::int32_t> GroupOf(StringView text) {
 
 String ResolveReference(Languages& languages, StringView reference) {
   if (!reference.starts_with(u'@')) {
-    throw Failure(kInvalidArgument, u"A text reference begins with \"@\".");
+    throw KorvelError(kInvalidArgument, u"A text reference begins with \"@\".");
   }
   const StringView name = reference.substr(1);
   if (name.empty()) return String(reference);

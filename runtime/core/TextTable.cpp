@@ -1,9 +1,9 @@
 #include "runtime/core/TextTable.h"
 
 #include <algorithm>
-#include <charconv>
 
-#include "runtime/core/Failure.h"
+#include "runtime/core/FieldText.h"
+#include "runtime/core/KorvelError.h"
 #include "runtime/core/LineReader.h"
 
 namespace krx::runtime {
@@ -37,15 +37,12 @@ class Reader {
     const std::size_t blank = std::min(name.find_first_of(LineReader::kBlanks), name.size());
     const std::string_view group = name.substr(0, blank);
     const std::string_view key = Trimmed(name.substr(blank));
-    std::int32_t number = 0;
-    const auto [end, failure] = std::from_chars(group.data(), group.data() + group.size(), number);
-    if (failure != std::errc() || end != group.data() + group.size()) {
-      lines_.Refuse(u"the line does not begin with the number of a text group");
-    }
+    const auto number = WholeNumber<std::int32_t>(group);
+    if (!number) lines_.Refuse(u"the line does not begin with the number of a text group");
     if (key.empty()) lines_.Refuse(u"the key is missing");
     if (key.find_first_of(LineReader::kBlanks) != std::string_view::npos)
       lines_.Refuse(u"the key contains a blank");
-    return {number, lines_.Text(key)};
+    return {*number, lines_.Text(key)};
   }
 
   String Unescaped(StringView text) {

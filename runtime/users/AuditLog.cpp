@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <string>
 
-#include "runtime/users/FieldText.h"
+#include "runtime/core/FieldText.h"
 
 namespace krx::runtime {
 namespace {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/String.h"
-#include "runtime/users/Clock.h"
-#include "runtime/users/Files.h"
+#include "runtime/users/system/Clock.h"
+#include "runtime/users/system/Files.h"
 
 namespace krx::runtime {
 

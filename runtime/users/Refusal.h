@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <utility>
 
-#include "runtime/users/UserFailure.h"
 #include "runtime/users/UserManagement.h"
 
 namespace krx::runtime {

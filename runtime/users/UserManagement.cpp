@@ -2,7 +2,7 @@
 
 #include <exception>
 
-#include "runtime/users/RulesFile.h"
+#include "runtime/users/rules/RulesFile.h"
 
 namespace krx::runtime {
 
@@ -19,7 +19,7 @@ RefusedPasswords UserManagement::Refused() {
 }
 
 const StoredUser* UserManagement::Actor(const UserStore* users) const {
-  const std::optional<LoggedOnUser> current = Users.Current();
+  const std::optional<LoggedOnUser> current = Session.Current();
   if (!current || users == nullptr) return nullptr;
   const StoredUser* const user = users->FindId(current->Id);
   return user != nullptr && !user->Deactivated ? user : nullptr;

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "runtime/users/AuditLog.h"
-#include "runtime/users/Clock.h"
-#include "runtime/users/Cryptography.h"
-#include "runtime/users/Files.h"
-#include "runtime/users/RefusedPasswords.h"
 #include "runtime/users/Session.h"
-#include "runtime/users/StoreFile.h"
-#include "runtime/users/UserRules.h"
+#include "runtime/users/passwords/RefusedPasswords.h"
+#include "runtime/users/rules/UserRules.h"
+#include "runtime/users/store/StoreFile.h"
+#include "runtime/users/system/Clock.h"
+#include "runtime/users/system/Cryptography.h"
+#include "runtime/users/system/Files.h"
 
 namespace krx::runtime {
 
@@ -22,9 +22,10 @@ struct SystemServices {
 // (refused-passwords.txt) and audit file (audit.log), and who is logged on to this process.
 class UserManagement {
  public:
-  UserManagement(const SystemServices& system, std::filesystem::path folder, Session& session)
+  UserManagement(const SystemServices& system, std::filesystem::path folder,
+                 runtime::Session& session)
       : System(system),
-        Users(session),
+        Session(session),
         Store(system.FileSystem, std::move(folder)),
         Audit(system.FileSystem, system.Time, Store.Folder()) {}
 
@@ -42,7 +43,7 @@ class UserManagement {
   void RecordFailure(const AuditEntry& entry) noexcept;
 
   const SystemServices System;
-  Session& Users;
+  runtime::Session& Session;
   StoreFile Store;
   AuditLog Audit;
 };

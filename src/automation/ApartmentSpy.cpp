@@ -1,7 +1,7 @@
 #include "automation/ApartmentSpy.h"
 
 #include "com/ComPtr.h"
-#include "com/Failure.h"
+#include "com/Errors.h"
 
 namespace krx::automation {
 

@@ -3,7 +3,7 @@
 #include <ocidl.h>
 #include <ole2.h>
 
-#include "com/Failure.h"
+#include "com/Errors.h"
 #include "com/Text.h"
 
 namespace krx::automation {

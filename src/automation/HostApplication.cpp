@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "com/Failure.h"
+#include "com/Errors.h"
 #include "com/Text.h"
 #include "com/Variant.h"
 

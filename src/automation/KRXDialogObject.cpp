@@ -2,22 +2,11 @@
 
 #include "automation/HostApplication.h"
 #include "com/Text.h"
+#include "com/Variant.h"
 
 namespace krx::automation {
 
 using service::SharedSettings;
-
-namespace {
-
-// Where a result goes: emptied first, refused when the client gives no place for it.
-template <class Value>
-Value& Place(Value* value) {
-  if (!value) com::Check(E_POINTER);
-  *value = Value{};
-  return *value;
-}
-
-}  // namespace
 
 KRXDialogObject::KRXDialogObject() : dialog_(service::KRXDialog::Create(apartment_.Service())) {}
 
@@ -33,7 +22,9 @@ HRESULT KRXDialogObject::Run(Body&& body) noexcept {
 // Settings
 
 HRESULT KRXDialogObject::GetSetting(String SharedSettings::*setting, BSTR* value) {
-  return Run([&] { Place(value) = com::Bstr(dialog_->Settings().*setting).Detach(); });
+  return Run([&] {
+    com::Answer(value, [&] { return com::Bstr(dialog_->Settings().*setting).Detach(); });
+  });
 }
 
 HRESULT KRXDialogObject::PutSetting(String SharedSettings::*setting, BSTR value) {
@@ -41,7 +32,7 @@ HRESULT KRXDialogObject::PutSetting(String SharedSettings::*setting, BSTR value)
 }
 
 HRESULT KRXDialogObject::GetSetting(Twips SharedSettings::*setting, float* value) {
-  return Run([&] { Place(value) = dialog_->Settings().*setting; });
+  return Run([&] { com::Answer(value, [&] { return dialog_->Settings().*setting; }); });
 }
 
 HRESULT KRXDialogObject::PutSetting(Twips SharedSettings::*setting, const float* value) {
@@ -100,9 +91,10 @@ HRESULT KRXDialogObject::SetHostApp(IDispatch** HostApp) {
 HRESULT KRXDialogObject::KRMsgBox(BSTR Text, LONG Style, BSTR Title, BSTR HelpFile, LONG Context,
                                   LONG* Result) {
   return Run([&] {
-    LONG& result = Place(Result);
-    result = dialog_->KRMsgBox(com::FromBstr(Text), Style, com::FromBstr(Title),
+    com::Answer(Result, [&] {
+      return dialog_->KRMsgBox(com::FromBstr(Text), Style, com::FromBstr(Title),
                                com::FromBstr(HelpFile), Context);
+    });
   });
 }
 
@@ -110,10 +102,10 @@ HRESULT KRXDialogObject::KRMsgBoxEx(BSTR Text, LONG Style, BSTR Title, BSTR Help
                                     BSTR Button1, BSTR Button2, BSTR Button3, LONG AutoActivation,
                                     KRMsgBoxResult* Result) {
   return Run([&] {
-    KRMsgBoxResult& result = Place(Result);
+    com::EmptyResults(Result);
     service::FreeButtons extra{com::FromBstr(Button1), com::FromBstr(Button2),
                                com::FromBstr(Button3), AutoActivation};
-    result = static_cast<KRMsgBoxResult>(
+    *Result = static_cast<KRMsgBoxResult>(
         dialog_->KRMsgBoxEx(com::FromBstr(Text), Style, com::FromBstr(Title),
                             com::FromBstr(HelpFile), Context, std::move(extra)));
   });
@@ -122,10 +114,13 @@ HRESULT KRXDialogObject::KRMsgBoxEx(BSTR Text, LONG Style, BSTR Title, BSTR Help
 // User dialogs
 
 HRESULT KRXDialogObject::KRUserLogOn(VARIANT_BOOL* Result) {
-  return Run([&] { Place(Result) = dialog_->KRUserLogOn() ? VARIANT_TRUE : VARIANT_FALSE; });
+  return Run(
+      [&] { com::Answer(Result, [&] { return com::ToVariantBool(dialog_->KRUserLogOn()); }); });
 }
 HRESULT KRXDialogObject::KRUserLogOnCombo(VARIANT_BOOL* Result) {
-  return Run([&] { Place(Result) = dialog_->KRUserLogOnCombo() ? VARIANT_TRUE : VARIANT_FALSE; });
+  return Run([&] {
+    com::Answer(Result, [&] { return com::ToVariantBool(dialog_->KRUserLogOnCombo()); });
+  });
 }
 HRESULT KRXDialogObject::KRWhoAmI() {
   return Run([&] { dialog_->KRWhoAmI(); });
@@ -135,7 +130,8 @@ HRESULT KRXDialogObject::KRChangePassword() {
 }
 
 HRESULT KRXDialogObject::KRAddUser(VARIANT_BOOL* Result) {
-  return Run([&] { Place(Result) = dialog_->KRAddUser() ? VARIANT_TRUE : VARIANT_FALSE; });
+  return Run(
+      [&] { com::Answer(Result, [&] { return com::ToVariantBool(dialog_->KRAddUser()); }); });
 }
 HRESULT KRXDialogObject::KRUser() {
   return Run([&] { dialog_->KRUser(); });
@@ -146,10 +142,10 @@ HRESULT KRXDialogObject::KRUser() {
 HRESULT KRXDialogObject::SelectDirectory(DirectoryMethod method, BSTR start_directory,
                                          VARIANT_BOOL allow_change_up, BSTR title, BSTR* result) {
   return Run([&] {
-    BSTR& path = Place(result);
+    com::EmptyResults(result);
     const service::DirectoryRequest request{com::FromBstr(start_directory),
                                             allow_change_up != VARIANT_FALSE, com::FromBstr(title)};
-    path = com::Bstr((*dialog_.*method)(request)).Detach();
+    *result = com::Bstr((*dialog_.*method)(request)).Detach();
   });
 }
 
@@ -157,11 +153,11 @@ HRESULT KRXDialogObject::SelectFile(FileMethod method, BSTR file_name, BSTR star
                                     BSTR filter, VARIANT_BOOL allow_change_up, BSTR title,
                                     BSTR* result) {
   return Run([&] {
-    BSTR& path = Place(result);
+    com::EmptyResults(result);
     const service::FileRequest request{com::FromBstr(file_name), com::FromBstr(start_directory),
                                        com::FromBstr(filter), allow_change_up != VARIANT_FALSE,
                                        com::FromBstr(title)};
-    path = com::Bstr((*dialog_.*method)(request)).Detach();
+    *result = com::Bstr((*dialog_.*method)(request)).Detach();
   });
 }
 

@@ -4,7 +4,7 @@
 
 #include "base/Error.h"
 #include "com/ComPtr.h"
-#include "com/Failure.h"
+#include "com/Errors.h"
 
 namespace krx::automation {
 

@@ -7,7 +7,7 @@
 #include "automation/Fonts.h"
 #include "automation/RuntimeClass.h"
 #include "com/ComPtr.h"
-#include "com/Failure.h"
+#include "com/Errors.h"
 #include "com/Text.h"
 
 namespace krx::automation {

@@ -7,7 +7,7 @@
 #include "files/FileFilter.h"
 #include "folders/FilePattern.h"
 #include "folders/FolderPath.h"
-#include "ports/headless/HeadlessPlatform.h"
+#include "ports/headless/Operator.h"
 #include "service/KRXDialog.h"
 #include "ui/Keyboard.h"
 

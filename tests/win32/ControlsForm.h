@@ -1,16 +1,14 @@
 #pragma once
 
-#include "ports/win32/Win32Platform.h"
-#include "ui/Controls.h"
-#include "ui/Timer.h"
+#include "TestForm.h"
 
 namespace krx::test {
 
 // A form with every control that takes input, their labels and a frame behind them, as a log-on
 // looks. Esc closes it.
-class ControlsForm : public ui::Form {
+class ControlsForm : public FormWithCross {
  public:
-  explicit ControlsForm(ui::Platform& platform) : Form(platform, u"FControls") {
+  explicit ControlsForm(ui::Platform& platform) : FormWithCross(platform, u"FControls") {
     Width = 5400;
     Height = 3600;
     idxCaption.Place({0, 0, 5400, 300});
@@ -28,10 +26,7 @@ class ControlsForm : public ui::Form {
     txtShown.BackColor = ui::kButtonFace;
     keyOK.Place({180, 3000, 1215, 375});
     keyOK.Caption = u"&OK";
-    keyClose.Place({5130, 30, 240, 240});
-    keyClose.Picture = ui::CrossPicture{8};
-    keyClose.TabStop = false;
-    CancelKey = &keyClose;
+    MakeCross(keyClose, {5130, 30, 240, 240});
     keyClose.Click = [this] {
       ++Cancels;
       Unload();
@@ -44,17 +39,6 @@ class ControlsForm : public ui::Form {
                       ui::KRXComboBox::kAtEnd);
   }
 
-  // Runs once, from the form's own loop, as soon as the form is shown.
-  template <class Action>
-  void Soon(Action action) {
-    tmrOnce.Interval = 10;
-    tmrOnce.Enabled = true;
-    tmrOnce.Tick = [this, action] {
-      tmrOnce.Enabled = false;
-      action();
-    };
-  }
-
   ui::KRXIndex idxCaption{*this, u"idxCaption"};
   ui::Frame fra{*this, u"fra"};
   ui::Label lblName{*this, u"lblName"};
@@ -65,7 +49,6 @@ class ControlsForm : public ui::Form {
   ui::TextBox txtShown{*this, u"txtShown"};
   ui::KRXKey keyOK{*this, u"keyOK"};
   ui::KRXKey keyClose{*this, u"keyClose"};
-  ui::Timer tmrOnce{*this, u"tmrOnce"};
   int Cancels = 0;
 
  private:

@@ -47,9 +47,9 @@ class FolderList final : public ui::RowList {
 
 // A form with a report, a touch grid, a plain list, both combo boxes and a frame with a caption;
 // Esc closes it.
-class ListsForm : public ui::Form {
+class ListsForm : public FormWithCross {
  public:
-  explicit ListsForm(ui::Platform& platform) : Form(platform, u"FLists") {
+  explicit ListsForm(ui::Platform& platform) : FormWithCross(platform, u"FLists") {
     Width = 9000;
     Height = 6600;
     lvw.Place({120, 120, 4200, 3000});
@@ -63,10 +63,7 @@ class ListsForm : public ui::Form {
     fra.Caption = u"&Frame";
     keyOK.Place({180, 6000, 1215, 375});
     keyOK.Caption = u"&OK";
-    keyClose.Place({8600, 6000, 240, 240});
-    keyClose.Picture = ui::CrossPicture{8};
-    keyClose.TabStop = false;
-    CancelKey = &keyClose;
+    MakeCross(keyClose, {8600, 6000, 240, 240});
     keyClose.Click = [this] {
       ++Cancels;
       Hide();
@@ -88,17 +85,6 @@ class ListsForm : public ui::Form {
     return rows;
   }
 
-  // Runs once, from the form's own loop, as soon as the form is shown.
-  template <class Action>
-  void Soon(Action action) {
-    tmrOnce.Interval = 10;
-    tmrOnce.Enabled = true;
-    tmrOnce.Tick = [this, action] {
-      tmrOnce.Enabled = false;
-      action();
-    };
-  }
-
   ui::ListView lvw{*this, u"lvw"};
   ui::KRXGrid grd{*this, u"grd"};
   FolderList lst{*this, u"lst"};
@@ -107,7 +93,6 @@ class ListsForm : public ui::Form {
   ui::Frame fra{*this, u"fra"};
   ui::KRXKey keyOK{*this, u"keyOK"};
   ui::KRXKey keyClose{*this, u"keyClose"};
-  ui::Timer tmrOnce{*this, u"tmrOnce"};
   int Cancels = 0;
 };
 

@@ -8,25 +8,51 @@
 
 namespace krx::test {
 
+// What the forms of these tests have in common: a cross that Esc presses, too, and something to do
+// from their own loop.
+class FormWithCross : public ui::Form {
+ public:
+  // Runs once, from the form's own loop, as soon as the form is shown.
+  template <class Action>
+  void Soon(Action action) {
+    tmrOnce.Interval = 10;
+    tmrOnce.Enabled = true;
+    tmrOnce.Tick = [this, action] {
+      tmrOnce.Enabled = false;
+      action();
+    };
+  }
+
+  ui::Timer tmrOnce{*this, u"tmrOnce"};
+
+ protected:
+  using Form::Form;
+
+  void MakeCross(ui::KRXKey& key, const Rect& place) {
+    key.Place(place);
+    key.Picture = ui::CrossPicture{8};
+    key.TabStop = false;
+    CancelKey = &key;
+  }
+};
+
 // A form with two buttons, an input box, a caption line and a close key; closing it by any of them
 // leaves the name of the control in Answer.
-class TestForm : public ui::Form {
+class TestForm : public FormWithCross {
  public:
-  explicit TestForm(ui::Platform& platform, String name = u"FTest") : Form(platform, name) {
+  explicit TestForm(ui::Platform& platform, String name = u"FTest")
+      : FormWithCross(platform, name) {
     Width = 4500;
     Height = 2400;
     Caption = u"Test form";
     idxCaption.Place({0, 0, 4500, 300});
     idxCaption.Text = u"Caption \\n line";
-    keyClose.Place({4230, 30, 240, 240});
-    keyClose.Picture = ui::CrossPicture{8};
-    keyClose.TabStop = false;
+    MakeCross(keyClose, {4230, 30, 240, 240});
     keyOne.Place({180, 600, 1215, 375});
     keyOne.Caption = u"&Fertig";
     keyTwo.Place({1575, 600, 1215, 375});
     keyTwo.Caption = u"&Zwei && drei";
     txtName.Place({180, 1200, 2700, 0});
-    CancelKey = &keyClose;
     for (ui::KRXKey* key : {&keyOne, &keyTwo, &keyClose}) {
       key->Click = [this, key] {
         ++Clicks;
@@ -41,20 +67,8 @@ class TestForm : public ui::Form {
   ui::KRXKey keyOne{*this, u"keyOne"};
   ui::KRXKey keyTwo{*this, u"keyTwo"};
   ui::TextBox txtName{*this, u"txtName"};
-  ui::Timer tmrOnce{*this, u"tmrOnce"};
   String Answer;
   int Clicks = 0;
-
-  // Runs once, from the form's own loop, as soon as the form is shown.
-  template <class Action>
-  void Soon(Action action) {
-    tmrOnce.Interval = 10;
-    tmrOnce.Enabled = true;
-    tmrOnce.Tick = [this, action] {
-      tmrOnce.Enabled = false;
-      action();
-    };
-  }
 };
 
 // The window of a form that is shown.

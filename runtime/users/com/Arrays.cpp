@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "com/Failure.h"
+#include "com/Errors.h"
 #include "com/Text.h"
 
 namespace krx::runtime {

@@ -45,7 +45,7 @@ UserManagement& ProcessUsers() {
 }
 
 void KeepLoadedWhileLoggedOn() {
-  const bool logged_on = ProcessUsers().Users.Current().has_value();
+  const bool logged_on = ProcessUsers().Session.Current().has_value();
   const std::lock_guard lock(keeper_guard);
   if (!logged_on) {
     keeper.reset();

@@ -1,15 +1,15 @@
 #include "runtime/users/com/UserAdministration.h"
 
 #include "com/Text.h"
-#include "runtime/users/UserDirectory.h"
+#include "runtime/users/administration/UserDirectory.h"
 #include "runtime/users/com/Arrays.h"
 #include "runtime/users/com/ProcessUsers.h"
 
 namespace krx::runtime {
 namespace {
 
-VARIANT_BOOL ToVariantBool(bool value) {
-  return value ? VARIANT_TRUE : VARIANT_FALSE;
+UserDirectory Directory() {
+  return UserDirectory(ProcessUsers());
 }
 
 host::UserRecord RecordOf(BSTR user, BSTR full_name, BSTR comment, BSTR password, BSTR class_name,
@@ -29,67 +29,42 @@ host::UserRecord RecordOf(BSTR user, BSTR full_name, BSTR comment, BSTR password
 
 HRESULT UserAdministration::ChangeUserPassword(BSTR user, BSTR new_password, BSTR current_password,
                                                LONG* result) {
-  if (!result) return E_POINTER;
-  *result = 0;
-  return Guard([&] {
-    *result = UserDirectory(ProcessUsers())
-                  .ChangeUserPassword(com::FromBstr(user), PasswordFromBstr(new_password),
-                                      PasswordFromBstr(current_password));
-    return S_OK;
+  return Answer(result, [&] {
+    return Directory().ChangeUserPassword(com::FromBstr(user), PasswordFromBstr(new_password),
+                                          PasswordFromBstr(current_password));
   });
 }
 
 HRESULT UserAdministration::CreateUser(BSTR user, BSTR full_name, BSTR comment, BSTR password,
                                        BSTR class_name, DATE date, LONG state, LONG* result) {
-  if (!result) return E_POINTER;
-  *result = 0;
-  return Guard([&] {
-    *result =
-        UserDirectory(ProcessUsers())
-            .CreateUser(RecordOf(user, full_name, comment, password, class_name, date, state));
-    return S_OK;
+  return Answer(result, [&] {
+    return Directory().CreateUser(
+        RecordOf(user, full_name, comment, password, class_name, date, state));
   });
 }
 
 HRESULT UserAdministration::ModifyUser(BSTR user, BSTR full_name, BSTR comment, BSTR password,
                                        BSTR class_name, DATE date, LONG state, LONG* result) {
-  if (!result) return E_POINTER;
-  *result = 0;
-  return Guard([&] {
-    *result =
-        UserDirectory(ProcessUsers())
-            .ModifyUser(RecordOf(user, full_name, comment, password, class_name, date, state));
-    return S_OK;
+  return Answer(result, [&] {
+    return Directory().ModifyUser(
+        RecordOf(user, full_name, comment, password, class_name, date, state));
   });
 }
 
 HRESULT UserAdministration::RemoveUser(BSTR user, LONG* result) {
-  if (!result) return E_POINTER;
-  *result = 0;
-  return Guard([&] {
-    *result = UserDirectory(ProcessUsers()).RemoveUser(com::FromBstr(user));
-    return S_OK;
-  });
+  return Answer(result, [&] { return Directory().RemoveUser(com::FromBstr(user)); });
 }
 
 HRESULT UserAdministration::SetUserActive(BSTR user, LONG active, LONG* result) {
-  if (!result) return E_POINTER;
-  *result = 0;
-  return Guard([&] {
-    *result = UserDirectory(ProcessUsers()).SetUserActive(com::FromBstr(user), active);
-    return S_OK;
-  });
+  return Answer(result, [&] { return Directory().SetUserActive(com::FromBstr(user), active); });
 }
 
 HRESULT UserAdministration::GetUserClass(BSTR user, BSTR* class_name, VARIANT_BOOL* found) {
-  if (!class_name || !found) return E_POINTER;
-  *class_name = nullptr;
-  *found = VARIANT_FALSE;
   return Guard([&] {
-    const host::UserClassOfUser answer =
-        UserDirectory(ProcessUsers()).GetUserClass(com::FromBstr(user));
+    com::EmptyResults(class_name, found);
+    const host::UserClassOfUser answer = Directory().GetUserClass(com::FromBstr(user));
     *class_name = com::Bstr(answer.ClassName).Detach();
-    *found = ToVariantBool(answer.Found);
+    *found = com::ToVariantBool(answer.Found);
     return S_OK;
   });
 }
@@ -97,19 +72,14 @@ HRESULT UserAdministration::GetUserClass(BSTR user, BSTR* class_name, VARIANT_BO
 HRESULT UserAdministration::GetUserInfo(BSTR user, BSTR* full_name, BSTR* comment, LONG* state,
                                         LONG* remaining_log_ons, LONG* password_changed_on,
                                         LONG* renew_password, LONG* status) {
-  if (!full_name || !comment || !state || !remaining_log_ons || !password_changed_on ||
-      !renew_password || !status) {
-    return E_POINTER;
-  }
-  *full_name = *comment = nullptr;
-  *state = *remaining_log_ons = *password_changed_on = *renew_password = *status = 0;
   return Guard([&] {
-    UserDirectory directory(ProcessUsers());
+    com::EmptyResults(full_name, comment, state, remaining_log_ons, password_changed_on,
+                      renew_password, status);
     const String name = com::FromBstr(user);
-    const host::UserInfo info = directory.GetUserInfo(name);
+    const host::UserInfo info = Directory().GetUserInfo(name);
     com::Bstr full(info.FullName);
     com::Bstr remark(info.Comment);
-    *status = directory.GetUserClass(name).Found ? 0 : 1;
+    *status = Directory().GetUserClass(name).Found ? 0 : 1;
     *state = info.State;
     *remaining_log_ons = info.RemainingLogOns;
     *password_changed_on = info.PasswordChangedOn;
@@ -122,39 +92,26 @@ HRESULT UserAdministration::GetUserInfo(BSTR user, BSTR* full_name, BSTR* commen
 
 HRESULT UserAdministration::GetUserNames(BSTR selection, VARIANT, VARIANT, VARIANT,
                                          VARIANT* names) {
-  if (!names) return E_POINTER;
-  VariantInit(names);
-  return Guard([&] {
-    const std::vector<String> found =
-        UserDirectory(ProcessUsers()).GetUserNames(com::FromBstr(selection));
-    if (found.empty()) return S_OK;
-    com::Variant array = ArrayOf(found);
-    std::swap(*names, array.Get());
-    return S_OK;
+  return Answer(names, [&] {
+    const std::vector<String> found = Directory().GetUserNames(com::FromBstr(selection));
+    return found.empty() ? VARIANT{} : ArrayOf(found).Detach();
   });
 }
 
 HRESULT UserAdministration::GetCurrentUser(BSTR* user, BSTR* class_name, VARIANT_BOOL* logged_on) {
-  if (!user || !class_name || !logged_on) return E_POINTER;
-  *user = *class_name = nullptr;
-  *logged_on = VARIANT_FALSE;
   return Guard([&] {
-    const host::CurrentUser current = UserDirectory(ProcessUsers()).GetCurrentUser();
+    com::EmptyResults(user, class_name, logged_on);
+    const host::CurrentUser current = Directory().GetCurrentUser();
     com::Bstr name(current.Name);
     *class_name = com::Bstr(current.ClassName).Detach();
     *user = name.Detach();
-    *logged_on = ToVariantBool(current.LoggedOn);
+    *logged_on = com::ToVariantBool(current.LoggedOn);
     return S_OK;
   });
 }
 
 HRESULT UserAdministration::GetAdministrationMode(LONG* mode) {
-  if (!mode) return E_POINTER;
-  *mode = 0;
-  return Guard([&] {
-    *mode = UserDirectory(ProcessUsers()).GetAdministrationMode();
-    return S_OK;
-  });
+  return Answer(mode, [] { return Directory().GetAdministrationMode(); });
 }
 
 }  // namespace krx::runtime

@@ -1,7 +1,7 @@
 #include "runtime/users/com/UserClassAdministration.h"
 
 #include "com/Text.h"
-#include "runtime/users/ClassDirectory.h"
+#include "runtime/users/administration/ClassDirectory.h"
 #include "runtime/users/com/Arrays.h"
 #include "runtime/users/com/ProcessUsers.h"
 
@@ -9,11 +9,8 @@ namespace krx::runtime {
 
 HRESULT UserClassAdministration::GetUserClassInfo(BSTR class_name, BSTR* display_text,
                                                   VARIANT* level, LONG* result) {
-  if (!display_text || !level || !result) return E_POINTER;
-  *display_text = nullptr;
-  VariantInit(level);
-  *result = 0;
   return Guard([&] {
+    com::EmptyResults(display_text, level, result);
     const std::optional<UserClass> found =
         ClassDirectory(ProcessUsers()).Find(com::FromBstr(class_name));
     *display_text = com::Bstr(found ? found->DisplayText : String()).Detach();
@@ -25,16 +22,12 @@ HRESULT UserClassAdministration::GetUserClassInfo(BSTR class_name, BSTR* display
 }
 
 HRESULT UserClassAdministration::GetUserClasses(VARIANT* names, VARIANT* levels, LONG* result) {
-  if (!names || !levels || !result) return E_POINTER;
-  VariantInit(names);
-  VariantInit(levels);
-  *result = 0;
   return Guard([&] {
+    com::EmptyResults(names, levels, result);
     const host::UserClasses classes = ClassDirectory(ProcessUsers()).GetUserClasses();
     com::Variant all_names = ArrayOf(classes.Names);
-    com::Variant all_levels = ArrayOf(classes.Levels);
-    std::swap(*names, all_names.Get());
-    std::swap(*levels, all_levels.Get());
+    *levels = ArrayOf(classes.Levels).Detach();
+    *names = all_names.Detach();
     return S_OK;
   });
 }

@@ -6,7 +6,7 @@
 
 #include "base/Error.h"
 #include "com/Text.h"
-#include "runtime/users/Provisioning.h"
+#include "runtime/users/administration/Provisioning.h"
 #include "runtime/users/com/ProcessUsers.h"
 
 namespace krx::runtime {

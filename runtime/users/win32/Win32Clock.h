@@ -1,6 +1,6 @@
 #pragma once
 
-#include "runtime/users/Clock.h"
+#include "runtime/users/system/Clock.h"
 
 namespace krx::runtime {
 

@@ -4,7 +4,7 @@
 
 #include <bcrypt.h>
 
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
 
 namespace krx::runtime {
 namespace {
@@ -14,7 +14,7 @@ void Check(NTSTATUS status, const char16_t* what) {
   String digits;
   for (int shift = 28; shift >= 0; shift -= 4)
     digits += u"0123456789ABCDEF"[(static_cast<std::uint32_t>(status) >> shift) & 0xF];
-  throw Failure(kCryptographyFailure, String(what) + u" failed with status 0x" + digits);
+  throw KorvelError(kCryptographyFailure, String(what) + u" failed with status 0x" + digits);
 }
 
 // The functions take pointers to writable memory though they only read it.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "runtime/users/Cryptography.h"
+#include "runtime/users/system/Cryptography.h"
 
 namespace krx::runtime {
 

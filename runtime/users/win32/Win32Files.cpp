@@ -4,7 +4,8 @@
 
 #include <utility>
 
-#include "runtime/users/UserFailure.h"
+#include "com/Errors.h"
+#include "runtime/core/KorvelError.h"
 
 namespace krx::runtime {
 namespace {
@@ -13,20 +14,9 @@ constexpr DWORD kPause = 5;              // milliseconds between two tries
 constexpr ULONGLONG kBlocked = 1'000;    // milliseconds that other programs may block a file
 constexpr ULONGLONG kLongHeld = 30'000;  // milliseconds that the store may be held
 
-String SystemText(DWORD error) {
-  wchar_t* text = nullptr;
-  const DWORD length = FormatMessageW(
-      FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-      nullptr, error, 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
-  String found(text, text + length);
-  LocalFree(text);
-  while (!found.empty() && found.back() <= u' ')
-    found.pop_back();
-  return found.empty() ? u"system error " + ToString(static_cast<std::int32_t>(error)) : found;
-}
-
 [[noreturn]] void Fail(const std::filesystem::path& file, DWORD error = GetLastError()) {
-  throw Failure(kFileFailure, file.u16string() + u": " + SystemText(error));
+  throw KorvelError(kFileFailure,
+                    file.u16string() + u": " + com::SystemMessage(HRESULT_FROM_WIN32(error)));
 }
 
 bool MayPass(DWORD error) {
@@ -68,16 +58,19 @@ class Handle {
       return IsOpen();
     });
   }
+  // For reading; false when there is no such file.
+  bool OpenExisting(const std::filesystem::path& file) {
+    if (Open(file, GENERIC_READ, OPEN_EXISTING)) return true;
+    const DWORD error = GetLastError();
+    if (error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND) Fail(file, error);
+    return false;
+  }
   bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
   HANDLE Get() const { return handle_; }
 
  private:
   HANDLE handle_ = INVALID_HANDLE_VALUE;
 };
-
-bool IsMissing(DWORD error) {
-  return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
-}
 
 void WriteAndFlush(const Handle& handle, const std::filesystem::path& file,
                    std::string_view bytes) {
@@ -99,7 +92,7 @@ class Win32Lock : public FileLock {
       const DWORD error = GetLastError();
       if (error != ERROR_LOCK_VIOLATION && error != ERROR_IO_PENDING) Fail(file, error);
       if (GetTickCount64() >= end)
-        throw Failure(kStoreBusy, file.u16string() + u": another process holds the users");
+        throw KorvelError(kStoreBusy, file.u16string() + u": another process holds the users");
       Sleep(kPause);
     }
   }
@@ -117,10 +110,7 @@ class Win32Lock : public FileLock {
 
 std::optional<std::string> Win32Files::Read(const std::filesystem::path& file) {
   Handle handle;
-  if (!handle.Open(file, GENERIC_READ, OPEN_EXISTING)) {
-    if (IsMissing(GetLastError())) return std::nullopt;
-    Fail(file);
-  }
+  if (!handle.OpenExisting(file)) return std::nullopt;
   std::string content;
   for (;;) {
     char part[32768];
@@ -153,10 +143,7 @@ void Win32Files::Append(const std::filesystem::path& file, std::string_view byte
 
 std::optional<char> Win32Files::LastByte(const std::filesystem::path& file) {
   Handle handle;
-  if (!handle.Open(file, GENERIC_READ, OPEN_EXISTING)) {
-    if (IsMissing(GetLastError())) return std::nullopt;
-    Fail(file);
-  }
+  if (!handle.OpenExisting(file)) return std::nullopt;
   LARGE_INTEGER size{};
   if (!GetFileSizeEx(handle.Get(), &size)) Fail(file);
   if (size.QuadPart == 0) return std::nullopt;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "runtime/users/Files.h"
+#include "runtime/users/system/Files.h"
 
 namespace krx::runtime {
 

@@ -7,6 +7,7 @@
 #include "base/Error.h"
 #include "ports/headless/ControlPeer.h"
 #include "ports/headless/FoldCase.h"
+#include "ports/headless/Operator.h"
 #include "ports/headless/TimerPeer.h"
 #include "ui/Keyboard.h"
 

@@ -1,8 +1,9 @@
+#include "ports/headless/Operator.h"
+
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
 
-#include "ports/headless/HeadlessPlatform.h"
 #include "ui/Keyboard.h"
 
 namespace krx::headless {

@@ -97,16 +97,6 @@ void ComboPeer::UpdateContent(ui::Aspect aspect) {
   }
 }
 
-LRESULT ComboPeer::FromParent(UINT message, WPARAM w, LPARAM l) {
-  if (message == WM_COMMAND) {
-    Notified(HIWORD(w));
-    return 0;
-  }
-  if (message != WM_DRAWITEM) return ControlPeer::FromParent(message, w, l);
-  Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(l));
-  return TRUE;
-}
-
 // Walking through the open list chooses nothing yet. The system closes the list before or after it
 // tells of the choice.
 void ComboPeer::Notified(WORD code) {

@@ -12,12 +12,13 @@ class ComboPeer final : public ControlPeer {
   ComboPeer(Toolkit& toolkit, FormPeer& form, ui::ComboBox& box);
 
   void Update(ui::Aspect aspect) override;
-  LRESULT FromParent(UINT message, WPARAM w, LPARAM l) override;
 
  protected:
   LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
   void UpdateContent(ui::Aspect aspect) override;
   int HeightBelow() const override;
+  void Notified(WORD code) override;
+  void Draw(const DRAWITEMSTRUCT& item) override;
 
  private:
   int RowHeight() const;
@@ -26,9 +27,7 @@ class ComboPeer final : public ControlPeer {
   void SizeList() const;
   void Fill() const;
   void ShowSelection() const;
-  void Notified(WORD code);
   void Choose();
-  void Draw(const DRAWITEMSTRUCT& item);
 
   ui::ComboBox& box_;
   bool cancelled_ = false;  // the open list is being left without a choice

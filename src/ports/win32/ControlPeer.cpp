@@ -144,12 +144,22 @@ LRESULT ControlPeer::AnswerText(StringView text, WPARAM capacity, LPARAM buffer)
 }
 
 LRESULT ControlPeer::FromParent(UINT message, WPARAM w, LPARAM l) {
-  if (message == WM_COMMAND || message == WM_NOTIFY || message == WM_DRAWITEM) return 0;
-  const HDC dc = reinterpret_cast<HDC>(w);
-  static_cast<void>(l);
-  SetTextColor(dc, ResolveColor(control_.ForeColor()));
-  SetBkColor(dc, ResolveColor(control_.BackColor()));
-  return reinterpret_cast<LRESULT>(BrushFor(dc, control_.BackColor()));
+  switch (message) {
+    case WM_COMMAND:
+      Notified(HIWORD(w));
+      return 0;
+    case WM_NOTIFY:
+      return 0;
+    case WM_DRAWITEM:
+      Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(l));
+      return TRUE;
+    default: {  // asks for the colours
+      const HDC dc = reinterpret_cast<HDC>(w);
+      SetTextColor(dc, ResolveColor(control_.ForeColor()));
+      SetBkColor(dc, ResolveColor(control_.BackColor()));
+      return reinterpret_cast<LRESULT>(BrushFor(dc, control_.BackColor()));
+    }
+  }
 }
 
 LRESULT ControlPeer::Handle(UINT message, WPARAM w, LPARAM l) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <utility>
+
 #include "ports/win32/FormPeer.h"
 #include "ui/Control.h"
 
@@ -35,8 +37,26 @@ class ControlPeer : public WindowPeer {
   // Text or picture changed.
   virtual void UpdateContent(ui::Aspect aspect) = 0;
   virtual void FocusChanged(bool /*focused*/) {}
+  // What the system's control tells, and asks to be drawn.
+  virtual void Notified(WORD /*code*/) {}
+  virtual void Draw(const DRAWITEMSTRUCT&) {}
   // Pixels that the window needs below its place, such as for a list that drops down.
   virtual int HeightBelow() const { return 0; }
+
+  // While it lives, the window only follows the model: what it reports is no news.
+  class Following {
+   public:
+    explicit Following(ControlPeer& peer)
+        : peer_(peer), before_(std::exchange(peer.following_, true)) {}
+    ~Following() { peer_.following_ = before_; }
+    Following(const Following&) = delete;
+    Following& operator=(const Following&) = delete;
+
+   private:
+    ControlPeer& peer_;
+    const bool before_;
+  };
+  bool IsFollowing() const { return following_; }
 
   void Invalidate() const;
   void SetText(const String& text) const;
@@ -61,6 +81,7 @@ class ControlPeer : public WindowPeer {
 
   ui::Control& control_;
   RECT place_{};  // pixels of the form's client area
+  bool following_ = false;
 };
 
 }  // namespace krx::win32

@@ -23,10 +23,10 @@ void EditBoxPeer::CreateEdit(DWORD style, const String& text) {
 
 void EditBoxPeer::UpdateContent(ui::Aspect aspect) {
   switch (aspect) {
-    case ui::Aspect::Text:
-      updating_ = true;
+    case ui::Aspect::Text: {
+      const Following following(*this);
       ShowText();
-      updating_ = false;
+    }
       return AdoptSelection();
     case ui::Aspect::Locked:
       SendMessageW(Window(), EM_SETREADONLY, box_.Locked(), 0);
@@ -52,14 +52,12 @@ void EditBoxPeer::AdoptSelection() {
   box_.SelLength.Adopt(static_cast<int>(end - start));
 }
 
-LRESULT EditBoxPeer::FromParent(UINT message, WPARAM w, LPARAM l) {
-  if (message != WM_COMMAND) return ControlPeer::FromParent(message, w, l);
-  if (HIWORD(w) == EN_CHANGE) Tell(EVENT_OBJECT_VALUECHANGE, Window());
-  if (HIWORD(w) == EN_CHANGE && !updating_) {
-    AdoptSelection();
-    AdoptText();
-  }
-  return 0;
+void EditBoxPeer::Notified(WORD code) {
+  if (code != EN_CHANGE) return;
+  Tell(EVENT_OBJECT_VALUECHANGE, Window());
+  if (IsFollowing()) return;
+  AdoptSelection();
+  AdoptText();
 }
 
 LRESULT EditBoxPeer::Handle(UINT message, WPARAM w, LPARAM l) {

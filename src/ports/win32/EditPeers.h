@@ -8,22 +8,18 @@ namespace krx::win32 {
 // An input box is the system's one-line edit control, so that input methods, clipboard and touch
 // keyboard work as everywhere.
 class EditBoxPeer : public ControlPeer {
- public:
-  LRESULT FromParent(UINT message, WPARAM w, LPARAM l) override;
-
  protected:
   EditBoxPeer(Toolkit& toolkit, FormPeer& form, ui::EditBox& box);
 
   void CreateEdit(DWORD style, const String& text);
   LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
   void UpdateContent(ui::Aspect aspect) override;
+  void Notified(WORD code) override;
 
   // Brings the model's text into the window, and the operator's edit into the model.
   virtual void ShowText() = 0;
   virtual void AdoptText() = 0;
   void AdoptSelection();
-
-  bool updating_ = false;  // the change does not come from the operator
 
  private:
   void UpdateSelection() const;

@@ -1,6 +1,7 @@
 #include "ports/win32/FolderReading.h"
 
 #include <iterator>
+#include <utility>
 
 #include "ports/win32/FolderScan.h"
 
@@ -28,39 +29,27 @@ bool HasSubfolder(const String& path) {
   return false;
 }
 
-class Reader : public folders::FolderReader {
+// The side of a reader or a probe; work that it waits for no longer is given up.
+template <class Interface, class Work>
+class Taker : public Interface {
  public:
-  explicit Reader(std::shared_ptr<FolderReading> work) : work_(std::move(work)) {}
-  ~Reader() override { work_->GiveUp(); }
+  explicit Taker(std::shared_ptr<Work> work) : work_(std::move(work)) {}
+  ~Taker() override { work_->GiveUp(); }
 
-  folders::FolderPart Take(std::chrono::milliseconds patience) override {
+  decltype(std::declval<Work>().Take()) Take(std::chrono::milliseconds patience) override {
     work_->WaitForEnd(patience);
     return work_->Take();
   }
 
  private:
-  const std::shared_ptr<FolderReading> work_;
-};
-
-class Probe : public folders::SubfolderProbe {
- public:
-  explicit Probe(std::shared_ptr<SubfolderProbing> work) : work_(std::move(work)) {}
-  ~Probe() override { work_->GiveUp(); }
-
-  std::vector<bool> Take(std::chrono::milliseconds patience) override {
-    work_->WaitForEnd(patience);
-    return work_->Take();
-  }
-
- private:
-  const std::shared_ptr<SubfolderProbing> work_;
+  const std::shared_ptr<Work> work_;
 };
 
 }  // namespace
 
 void FolderReading::Run() {
   FolderScan scan(path_, kReadBuffer);
-  failure_ = scan.Failure();
+  error_code_ = scan.ErrorCode();
   Answer();
   folders::FolderPart batch;
   while (!GivenUp()) {
@@ -113,11 +102,11 @@ std::vector<bool> SubfolderProbing::Take() {
 }
 
 std::unique_ptr<folders::FolderReader> ReaderOf(std::shared_ptr<FolderReading> work) {
-  return std::make_unique<Reader>(std::move(work));
+  return std::make_unique<Taker<folders::FolderReader, FolderReading>>(std::move(work));
 }
 
 std::unique_ptr<folders::SubfolderProbe> ProbeOf(std::shared_ptr<SubfolderProbing> work) {
-  return std::make_unique<Probe>(std::move(work));
+  return std::make_unique<Taker<folders::SubfolderProbe, SubfolderProbing>>(std::move(work));
 }
 
 }  // namespace krx::win32

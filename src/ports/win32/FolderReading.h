@@ -11,7 +11,7 @@ class FolderReading : public Background {
   explicit FolderReading(String system_path) : path_(std::move(system_path)) {}
 
   // After the answer: ERROR_SUCCESS, or the system's code why the folder cannot be read.
-  DWORD Failure() const { return failure_; }
+  DWORD ErrorCode() const { return error_code_; }
   // What has been read since the last call.
   folders::FolderPart Take();
 
@@ -20,7 +20,7 @@ class FolderReading : public Background {
   void Publish(folders::FolderPart& batch);
 
   const String path_;
-  DWORD failure_ = ERROR_NOT_ENOUGH_MEMORY;
+  DWORD error_code_ = ERROR_NOT_ENOUGH_MEMORY;
   folders::FolderPart read_;
 };
 

@@ -21,14 +21,14 @@ void FolderScan::Open(const String& path) {
   FILE_STANDARD_INFO kind{};
   if (folder_ == INVALID_HANDLE_VALUE ||
       !GetFileInformationByHandleEx(folder_, FileStandardInfo, &kind, sizeof kind)) {
-    failure_ = GetLastError();
+    error_code_ = GetLastError();
   } else if (!kind.Directory) {
-    failure_ = ERROR_DIRECTORY;
+    error_code_ = ERROR_DIRECTORY;
   }
 }
 
 bool FolderScan::Fetch() {
-  if (failure_ != ERROR_SUCCESS ||
+  if (error_code_ != ERROR_SUCCESS ||
       !GetFileInformationByHandleEx(folder_, FileFullDirectoryInfo, buffer_.data(),
                                     static_cast<DWORD>(buffer_.size())))
     return false;

@@ -25,7 +25,7 @@ class FolderScan {
   FolderScan& operator=(const FolderScan&) = delete;
 
   // The system's code why the folder cannot be read; ERROR_SUCCESS when it can.
-  DWORD Failure() const { return failure_; }
+  DWORD ErrorCode() const { return error_code_; }
   // None at the end, which is also where the folder cannot be read any further.
   std::optional<Entry> Next();
   // Whether the next entry lies in memory.
@@ -36,7 +36,7 @@ class FolderScan {
   bool Fetch();
 
   HANDLE folder_ = INVALID_HANDLE_VALUE;
-  DWORD failure_ = ERROR_SUCCESS;
+  DWORD error_code_ = ERROR_SUCCESS;
   std::vector<std::byte> buffer_;
   const std::byte* next_ = nullptr;
 };

@@ -13,7 +13,6 @@ namespace krx::win32 {
 
 namespace {
 
-constexpr int kEdge = 1;  // pixels at 96 dpi
 constexpr DWORD kStyle = WS_POPUP | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
 
 }  // namespace

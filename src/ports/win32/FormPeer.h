@@ -53,6 +53,8 @@ class FormPeer final : public WindowPeer {
   std::unique_ptr<Spoken> Speak() override { return win32::Speak(Window(), form_); }
 
  private:
+  static constexpr int kEdge = 1;  // pixels at 96 dpi
+
   ControlPeer* Child(HWND window) const;
   HWND FocusWindow() const;
   SIZE WindowSize() const;

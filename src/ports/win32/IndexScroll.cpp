@@ -6,13 +6,6 @@ namespace krx::win32 {
 
 namespace {
 
-constexpr UINT_PTR kGlideTimer = 1;
-constexpr UINT kGlideStep = 15;  // milliseconds
-
-double Now() {
-  return static_cast<double>(GetTickCount64());
-}
-
 bool HasBar(HWND window) {
   return (GetWindowLongPtrW(window, GWL_STYLE) & WS_VSCROLL) != 0;
 }
@@ -37,16 +30,17 @@ void IndexScroll::Hear(HWND window, Scale scale, UINT message, WPARAM w, LPARAM 
     case WM_LBUTTONDOWN:
       return Touch(window, y);
     case WM_MOUSEMOVE:
-      if (drag_.Touched()) index_.ScrollTo(drag_.Move(y, Now()));
+      if (finger_.Touched()) index_.ScrollTo(finger_.Move(y));
       return;
     case WM_LBUTTONUP:
-      return Release(window);
+      if (finger_.Touched()) finger_.End();
+      return;
     case WM_TIMER:
-      if (w == kGlideTimer) Glide(window);
+      if (w != FingerScroll::kTimer) return;
+      if (const auto line = finger_.Glide()) index_.ScrollTo(*line);
       return;
     case WM_CAPTURECHANGED:
-      if (drag_.Touched()) drag_.Stop();
-      return;
+      return finger_.LetGo();
     case WM_VSCROLL:
       return ScrollByBar(window, LOWORD(w));
     default:
@@ -55,25 +49,13 @@ void IndexScroll::Hear(HWND window, Scale scale, UINT message, WPARAM w, LPARAM 
 }
 
 void IndexScroll::Touch(HWND window, Twips y) {
-  KillTimer(window, kGlideTimer);
   if (GetFocus() != window) SetFocus(window);
-  drag_.Begin({index_.LineHeight(), index_.LineCount(), index_.LinesInSight()}, index_.TopLine(), y,
-              Now());
-}
-
-void IndexScroll::Release(HWND window) {
-  if (!drag_.Touched()) return;
-  drag_.End(Now());
-  if (drag_.Gliding()) SetTimer(window, kGlideTimer, kGlideStep, nullptr);
-}
-
-void IndexScroll::Glide(HWND window) {
-  if (drag_.Gliding()) index_.ScrollTo(drag_.Glide(Now()));
-  if (!drag_.Gliding()) KillTimer(window, kGlideTimer);
+  finger_.Begin(window, {index_.LineHeight(), index_.LineCount(), index_.LinesInSight()},
+                index_.TopLine(), y);
 }
 
 void IndexScroll::ScrollByBar(HWND window, int what) {
-  if (drag_.Gliding()) drag_.Stop();
+  finger_.StopGliding();
   SCROLLINFO info{};
   info.cbSize = sizeof info;
   info.fMask = SIF_TRACKPOS;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "ports/win32/FingerScroll.h"
 #include "ports/win32/Screen.h"
-#include "ui/DragScroll.h"
 #include "ui/KRXIndex.h"
 
 namespace krx::win32 {
@@ -21,12 +21,10 @@ class IndexScroll {
 
  private:
   void Touch(HWND window, Twips y);
-  void Release(HWND window);
-  void Glide(HWND window);
   void ScrollByBar(HWND window, int what);
 
   ui::KRXIndex& index_;
-  ui::DragScroll drag_;
+  FingerScroll finger_;
 };
 
 }  // namespace krx::win32

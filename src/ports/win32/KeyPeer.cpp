@@ -47,19 +47,12 @@ LRESULT KeyPeer::Handle(UINT message, WPARAM w, LPARAM l) {
   return ControlPeer::Handle(message, w, l);
 }
 
-LRESULT KeyPeer::FromParent(UINT message, WPARAM w, LPARAM l) {
-  if (message == WM_COMMAND) {
-    // A drawn button reports the second press of a quick pair as a double click.
-    const bool clicked = HIWORD(w) == BN_CLICKED || HIWORD(w) == BN_DBLCLK;
-    if (clicked && form_.Form().Visible()) key_.Click();
-    return 0;
-  }
-  if (message != WM_DRAWITEM) return ControlPeer::FromParent(message, w, l);
-  Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(l));
-  return TRUE;
+// A drawn button reports the second press of a quick pair as a double click.
+void KeyPeer::Notified(WORD code) {
+  if ((code == BN_CLICKED || code == BN_DBLCLK) && form_.Form().Visible()) key_.Click();
 }
 
-void KeyPeer::Draw(const DRAWITEMSTRUCT& item) const {
+void KeyPeer::Draw(const DRAWITEMSTRUCT& item) {
   RECT area = item.rcItem;
   const bool pressed = (item.itemState & ODS_SELECTED) != 0;
   DrawFrameControl(item.hDC, &area, DFC_BUTTON, DFCS_BUTTONPUSH | (pressed ? DFCS_PUSHED : 0u));

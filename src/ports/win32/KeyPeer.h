@@ -10,17 +10,16 @@ class KeyPeer final : public ControlPeer {
  public:
   KeyPeer(Toolkit& toolkit, FormPeer& form, ui::KRXKey& key);
 
-  LRESULT FromParent(UINT message, WPARAM w, LPARAM l) override;
-
  protected:
   LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
   void UpdateContent(ui::Aspect aspect) override;
   void FocusChanged(bool focused) override;
+  void Notified(WORD code) override;
+  void Draw(const DRAWITEMSTRUCT& item) override;
 
  private:
   bool HasCross() const { return key_.Picture().Pixels > 0; }
   DWORD Style(bool focused) const;
-  void Draw(const DRAWITEMSTRUCT& item) const;
   void DrawCross(HDC dc, const RECT& area, COLORREF color) const;
 
   ui::KRXKey& key_;

@@ -15,19 +15,6 @@ void LoadListClass() {
   InitCommonControlsEx(&wanted);
 }
 
-// Marks a stretch in which the window only follows the model.
-class Flag {
- public:
-  explicit Flag(bool& flag) : flag_(flag), before_(std::exchange(flag, true)) {}
-  ~Flag() { flag_ = before_; }
-  Flag(const Flag&) = delete;
-  Flag& operator=(const Flag&) = delete;
-
- private:
-  bool& flag_;
-  bool before_;
-};
-
 // The system draws scroll bars and rows anew at every step, milliseconds each; in this stretch it
 // draws once, at the end. A hidden window would be shown by that; one whose form is not shown yet
 // stays unseen.
@@ -84,10 +71,10 @@ void ListPeer::UpdateContent(ui::Aspect aspect) {
     case ui::Aspect::Selection:
       return ShowSelection();
     case ui::Aspect::Scroll:
-      StopGliding();
-      return ShowTop();
+      finger_.StopGliding();
+      return ShowTop(list_.TopRow());
     case ui::Aspect::RowInView:
-      StopGliding();
+      finger_.StopGliding();
       Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(list_.RowInView()), FALSE);
       return AdoptTop();
     case ui::Aspect::Columns:
@@ -140,7 +127,7 @@ void ListPeer::SizeRows() {
 
 // The system draws new rows that are in sight.
 void ListPeer::CountRows() {
-  const Flag showing(showing_);
+  const Following following(*this);
   Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list_.RowCount()),
        LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
   SizeColumns();
@@ -152,12 +139,12 @@ void ListPeer::ShowRows() {
     CountRows();
   }
   ShowSelection();
-  ShowTop();
+  ShowTop(list_.TopRow());
   InvalidateRect(Window(), nullptr, FALSE);
 }
 
 void ListPeer::ShowSelection() {
-  const Flag showing(showing_);
+  const Following following(*this);
   constexpr UINT kBoth = LVIS_SELECTED | LVIS_FOCUSED;
   const int wanted = list_.SelectedRow();
   const int shown = RowWith(LVNI_SELECTED);
@@ -172,7 +159,7 @@ void ListPeer::ShowSelection() {
 
 // The row with the frame shows where the keyboard is, also while no row is selected.
 void ListPeer::MarkFocus() {
-  const Flag showing(showing_);
+  const Following following(*this);
   if (list_.RowCount() > 0 && RowWith(LVNI_FOCUSED) < 0)
     SetState(std::max(TopRow(), 0), LVIS_FOCUSED, LVIS_FOCUSED);
 }
@@ -184,8 +171,8 @@ void ListPeer::FocusChanged(bool focused) {
   if (row >= 0) Tell(EVENT_OBJECT_FOCUS, Window(), row + 1);
 }
 
-void ListPeer::ShowTop() {
-  ScrollTo(list_.TopRow());
+void ListPeer::ShowTop(int row) {
+  ScrollTo(row);
   AdoptTop();
 }
 
@@ -200,7 +187,7 @@ void ListPeer::ScrollTo(int row) {
 // Columns
 
 void ListPeer::ShowColumns() {
-  const Flag showing(showing_);
+  const Following following(*this);
   const auto& columns = list_.Columns();
   for (; columns_ > static_cast<int>(columns.size()); --columns_)
     Send(LVM_DELETECOLUMN, static_cast<WPARAM>(columns_ - 1));
@@ -224,7 +211,7 @@ void ListPeer::ShowColumns() {
 
 // Columns without a width of their own share what the others leave.
 void ListPeer::SizeColumns() {
-  const Flag showing(showing_);
+  const Following following(*this);
   const auto& columns = list_.Columns();
   RECT window;
   GetWindowRect(Window(), &window);

@@ -7,8 +7,8 @@
 #include <optional>
 
 #include "ports/win32/ControlPeer.h"
+#include "ports/win32/FingerScroll.h"
 #include "ports/win32/RowImages.h"
-#include "ui/DragScroll.h"
 #include "ui/RowList.h"
 
 namespace krx::win32 {
@@ -42,12 +42,12 @@ class ListPeer final : public ControlPeer {
   void CountRows();
   void ShowRows();
   void ShowSelection();
-  void ShowTop();
+  void ShowTop(int row);
   void MarkFocus();
   int RowHeight() const;
 
   // The model follows the window.
-  LRESULT Notified(NMHDR& header);
+  LRESULT Reported(NMHDR& header);
   void Describe(LVITEMW& item) const;
   void ItemChanged(const NMLISTVIEW& change);
   void TellRow(const NMLISTVIEW& change) const;
@@ -60,23 +60,18 @@ class ListPeer final : public ControlPeer {
   void Select(int row) const;
   void Press(UINT message, WPARAM w, LPARAM point);
   void Touch(LPARAM point);
-  void Drag(LPARAM point);
   void Release(WPARAM w, LPARAM point);
   void LetGo();
   void GiveUp();
-  void Glide();
-  void StopGliding();
-  void StopGlideTimer() const;
   void ScrollTo(int row);
   int RowAt(LPARAM point) const;
   int TopRow() const { return static_cast<int>(Send(LVM_GETTOPINDEX)); }
 
   ui::RowList& list_;
   RowImages images_;
-  int columns_ = 0;       // that the window has
-  bool showing_ = false;  // the window follows the model; its reports are no news
+  int columns_ = 0;  // that the window has
 
-  ui::DragScroll drag_;
+  FingerScroll finger_;
   // A row by which the left button went down.
   struct Pressed {
     int Row;     // that the press belongs to

@@ -99,14 +99,14 @@ Refusal RefusalOf(DWORD failure) {
 // Attributes of a path, and the system's code when it has none.
 struct Attributes {
   DWORD Bits = INVALID_FILE_ATTRIBUTES;
-  DWORD Failure = ERROR_NOT_ENOUGH_MEMORY;
+  DWORD ErrorCode = ERROR_NOT_ENOUGH_MEMORY;
 };
 
 std::function<Attributes()> AttributesOf(const String& path) {
   return [path] {
     Attributes found;
     found.Bits = GetFileAttributesW(Wide(path));
-    found.Failure = found.Bits == INVALID_FILE_ATTRIBUTES ? GetLastError() : ERROR_SUCCESS;
+    found.ErrorCode = found.Bits == INVALID_FILE_ATTRIBUTES ? GetLastError() : ERROR_SUCCESS;
     return found;
   };
 }
@@ -140,8 +140,8 @@ bool MachineFiles::DriveReady(StringView drive) {
   if (path.empty()) return false;
   const String root = RootOf(path);
   const auto found = devices_.Ask(root, AttributesOf(root));
-  return found && (found->Failure == ERROR_SUCCESS ||
-                   RefusalOf(found->Failure) == Refusal::PermissionDenied);
+  return found && (found->ErrorCode == ERROR_SUCCESS ||
+                   RefusalOf(found->ErrorCode) == Refusal::PermissionDenied);
 }
 
 String MachineFiles::VolumeLabel(StringView drive) {
@@ -177,8 +177,8 @@ MachineFiles::Kind MachineFiles::KindOf(StringView path) {
   const auto found = devices_.Ask(resolved, AttributesOf(resolved));
   if (!found) return Kind::Nothing;
   // Some files of the system exist but answer no question.
-  if (found->Failure == ERROR_SHARING_VIOLATION) return Kind::File;
-  if (found->Failure != ERROR_SUCCESS) return Kind::Nothing;
+  if (found->ErrorCode == ERROR_SHARING_VIOLATION) return Kind::File;
+  if (found->ErrorCode != ERROR_SUCCESS) return Kind::Nothing;
   return (found->Bits & FILE_ATTRIBUTE_DIRECTORY) != 0 ? Kind::Folder : Kind::File;
 }
 
@@ -195,8 +195,8 @@ std::unique_ptr<folders::FolderReader> MachineFiles::ReadFolder(StringView path)
   if (resolved.empty()) throw Refused(Refusal::PathNotFound);
   const auto reading = std::make_shared<FolderReading>(resolved);
   if (!devices_.Ask(resolved, reading)) throw Refused(Refusal::DeviceUnavailable);
-  if (reading->Failure() == ERROR_SUCCESS) return ReaderOf(reading);
-  const Refusal refusal = RefusalOf(reading->Failure());
+  if (reading->ErrorCode() == ERROR_SUCCESS) return ReaderOf(reading);
+  const Refusal refusal = RefusalOf(reading->ErrorCode());
   // The system says "not found" of a drive that is missing too.
   if (refusal == Refusal::PathNotFound && !DriveReady(resolved))
     throw Refused(Refusal::DeviceUnavailable);

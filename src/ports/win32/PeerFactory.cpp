@@ -4,8 +4,8 @@
 #include "ports/win32/EditPeers.h"
 #include "ports/win32/KeyPeer.h"
 #include "ports/win32/ListPeer.h"
-#include "ports/win32/Panes.h"
-#include "ports/win32/PasswordPeer.h"
+#include "ports/win32/PanePeers.h"
+#include "ports/win32/PasswordBoxPeer.h"
 #include "ports/win32/StandardPeers.h"
 #include "ports/win32/TimerPeer.h"
 

@@ -55,6 +55,22 @@ class Spoken {
   const HWND window_;
 };
 
+// What all controls answer alike.
+class SpokenControl : public Spoken {
+ public:
+  SpokenControl(HWND window, ui::Control& control) : Spoken(window), control_(control) {}
+
+  String Name(int part) const override;
+  String Shortcut(int part) const override;
+  bool Focus(int part) override;
+
+ protected:
+  bool TakesFocus() const override { return true; }
+
+ private:
+  ui::Control& control_;
+};
+
 std::unique_ptr<Spoken> Speak(HWND window, ui::Form& form);
 std::unique_ptr<Spoken> Speak(HWND window, ui::Control& control);
 

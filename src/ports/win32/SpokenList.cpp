@@ -3,32 +3,10 @@
 #include <commctrl.h>
 #include <oleacc.h>
 
-#include <array>
-
 #include "ports/win32/Screen.h"
 #include "ui/Spoken.h"
 
 namespace krx::win32 {
-
-// A window without words in the model may have some all the same, as a cross tells what it does.
-String SpokenControl::Name(int) const {
-  String name = ui::SpokenName(control_);
-  if (!name.empty() || control_.Kind() != ui::Kind::Key) return name;
-  std::array<wchar_t, 64> text{};
-  const int length = GetWindowTextW(Window(), text.data(), static_cast<int>(text.size()));
-  return String(Narrow(text.data(), static_cast<std::size_t>(length)));
-}
-
-String SpokenControl::Shortcut(int) const {
-  const char16_t key = ui::SpokenKey(control_);
-  return key != 0 ? u"Alt+" + String(1, key) : String();
-}
-
-bool SpokenControl::Focus(int) {
-  if (!TakesFocus() || !control_.Visible() || !control_.Enabled()) return false;
-  control_.SetFocus();
-  return true;
-}
 
 long SpokenList::Role(int part) const {
   return part == kSelf ? ROLE_SYSTEM_LIST : ROLE_SYSTEM_LISTITEM;

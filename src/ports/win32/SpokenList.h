@@ -5,22 +5,6 @@
 
 namespace krx::win32 {
 
-// What all controls answer alike.
-class SpokenControl : public Spoken {
- public:
-  SpokenControl(HWND window, ui::Control& control) : Spoken(window), control_(control) {}
-
-  String Name(int part) const override;
-  String Shortcut(int part) const override;
-  bool Focus(int part) override;
-
- protected:
-  bool TakesFocus() const override { return true; }
-
- private:
-  ui::Control& control_;
-};
-
 // A list and its rows, of any number: they are described when they are asked for.
 class SpokenList final : public SpokenControl {
  public:

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ports/win32/Panes.h"
+#include "ports/win32/PanePeers.h"
 #include "ui/StandardControls.h"
 
 namespace krx::win32 {

@@ -4,7 +4,7 @@
 #include <stdexcept>
 
 #include "com/ComPtr.h"
-#include "com/Failure.h"
+#include "com/Errors.h"
 #include "com/Text.h"
 
 // What a method's body throws must reach the client as a status and a text, whatever it is.

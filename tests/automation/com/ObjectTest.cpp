@@ -1,4 +1,5 @@
 #include "ComponentTest.h"
+#include "FakeRuntime.h"
 
 namespace krx::tests {
 namespace {
@@ -50,6 +51,19 @@ TEST_F(ObjectTest, NullPlacesForResultsAreRefused) {
   EXPECT_EQ(dialog->SetHostApp(nullptr), E_POINTER);
   EXPECT_EQ(dialog->KRMsgBox(text.Get(), 0, nullptr, nullptr, 0, nullptr), E_POINTER);
   EXPECT_TRUE(TakeError().Present);
+}
+
+TEST_F(ObjectTest, WithoutAPlaceForItsResultAUserDialogDoesNotBegin) {
+  int calls = 0;
+  const FakeRuntime runtime([&](const char*) {
+    ++calls;
+    return E_FAIL;
+  });
+  const auto dialog = Module.Create();
+  EXPECT_EQ(dialog->KRUserLogOn(nullptr), E_POINTER);
+  EXPECT_EQ(dialog->KRUserLogOnCombo(nullptr), E_POINTER);
+  EXPECT_EQ(dialog->KRAddUser(nullptr), E_POINTER);
+  EXPECT_EQ(calls, 0);
 }
 
 TEST_F(ObjectTest, TypeInformationIsGivenForItsOneInterface) {

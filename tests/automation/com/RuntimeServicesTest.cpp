@@ -2,7 +2,7 @@
 
 #include "ComponentTest.h"
 #include "FakeRuntime.h"
-#include "com/Failure.h"
+#include "com/Errors.h"
 
 namespace krx::tests {
 namespace {

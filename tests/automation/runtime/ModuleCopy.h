@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "com/ComPtr.h"
-#include "com/Failure.h"
+#include "com/Errors.h"
 #include "com/Text.h"
 
 namespace krx::runtime {

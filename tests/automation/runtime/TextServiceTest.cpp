@@ -56,6 +56,8 @@ TEST_F(TextServiceTest, RefusesAMissingOutput) {
   EXPECT_EQ(E_POINTER, texts_->GetText(key.Get(), -105, nullptr));
   EXPECT_EQ(E_POINTER, texts_->ResolveText(key.Get(), nullptr));
   EXPECT_EQ(E_POINTER, settings_->get_Language(nullptr));
+  com::ComPtr<IErrorInfo> error;
+  EXPECT_EQ(S_OK, GetErrorInfo(0, error.Put()));
 }
 
 TEST_F(TextServiceTest, SharesOneLanguageInTheProcess) {

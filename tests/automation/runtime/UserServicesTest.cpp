@@ -7,10 +7,10 @@
 #include <thread>
 #include <vector>
 
-#include "runtime/users/LogOnService.h"
-#include "runtime/users/Provisioning.h"
-#include "runtime/users/UserDirectory.h"
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
+#include "runtime/users/administration/Provisioning.h"
+#include "runtime/users/administration/UserDirectory.h"
+#include "runtime/users/logon/LogOnService.h"
 #include "runtime/users/win32/Win32Clock.h"
 #include "runtime/users/win32/Win32Cryptography.h"
 #include "runtime/users/win32/Win32Files.h"

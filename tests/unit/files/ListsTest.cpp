@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "ports/headless/HeadlessPlatform.h"
+#include "ports/headless/Operator.h"
 #include "support/Errors.h"
 #include "ui/DirListBox.h"
 #include "ui/DriveListBox.h"

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "contract/Port.h"
-#include "ports/headless/HeadlessPlatform.h"
+#include "ports/headless/Operator.h"
 
 namespace krx::test {
 

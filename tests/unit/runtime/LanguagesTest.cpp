@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "FakeTexts.h"
-#include "runtime/core/Failure.h"
+#include "runtime/core/KorvelError.h"
 
 namespace krx::runtime {
 namespace {

@@ -7,7 +7,7 @@
 
 #include "host/Application.h"
 #include "host/Runtime.h"
-#include "ports/headless/HeadlessPlatform.h"
+#include "ports/headless/Operator.h"
 #include "support/CallLog.h"
 #include "support/FakeUsers.h"
 

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "ports/headless/HeadlessPlatform.h"
+#include "ports/headless/Operator.h"
 #include "support/Errors.h"
 #include "support/Print.h"
 #include "ui/Controls.h"

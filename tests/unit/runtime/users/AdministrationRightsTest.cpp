@@ -1,4 +1,4 @@
-#include "runtime/users/AdministrationRights.h"
+#include "runtime/users/administration/AdministrationRights.h"
 
 #include "support/UserManagementTest.h"
 

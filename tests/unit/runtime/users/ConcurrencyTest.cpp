@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <thread>
 
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
 #include "support/PosixFiles.h"
 #include "support/UserManagementTest.h"
 

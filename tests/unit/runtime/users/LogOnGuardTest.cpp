@@ -1,4 +1,4 @@
-#include "runtime/users/LogOnGuard.h"
+#include "runtime/users/logon/LogOnGuard.h"
 
 #include "support/UserManagementTest.h"
 

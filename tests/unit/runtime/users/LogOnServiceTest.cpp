@@ -1,4 +1,4 @@
-#include "runtime/users/PasswordAge.h"
+#include "runtime/users/logon/PasswordAge.h"
 #include "support/UserManagementTest.h"
 
 namespace krx::test {

@@ -1,9 +1,9 @@
-#include "runtime/users/PasswordRules.h"
+#include "runtime/users/passwords/PasswordRules.h"
 
 #include <gtest/gtest.h>
 
-#include "runtime/users/Names.h"
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
+#include "runtime/users/rules/Names.h"
 #include "support/TestCryptography.h"
 
 namespace krx::test {

@@ -1,8 +1,8 @@
-#include "runtime/users/Provisioning.h"
+#include "runtime/users/administration/Provisioning.h"
 
 #include <set>
 
-#include "runtime/users/RulesFile.h"
+#include "runtime/users/rules/RulesFile.h"
 #include "support/UserManagementTest.h"
 
 namespace krx::test {

@@ -1,4 +1,4 @@
-#include "runtime/users/RulesFile.h"
+#include "runtime/users/rules/RulesFile.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <random>
 
 #include "base/Error.h"
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
 
 namespace krx::test {
 namespace {

@@ -1,11 +1,11 @@
-#include "runtime/users/StoreFormat.h"
+#include "runtime/users/store/StoreFormat.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "runtime/users/Checksum.h"
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
+#include "runtime/users/store/Checksum.h"
 
 namespace krx::test {
 namespace {

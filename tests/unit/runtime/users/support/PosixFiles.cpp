@@ -8,15 +8,15 @@
 #include <cstring>
 #include <thread>
 
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
 
 namespace krx::test {
 namespace {
 
 [[noreturn]] void Fail(const std::filesystem::path& file) {
   const std::string reason = std::strerror(errno);
-  throw runtime::Failure(runtime::kFileFailure,
-                         file.u16string() + u": " + String(reason.begin(), reason.end()));
+  throw runtime::KorvelError(runtime::kFileFailure,
+                             file.u16string() + u": " + String(reason.begin(), reason.end()));
 }
 
 class Handle {

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "runtime/users/Files.h"
+#include "runtime/users/system/Files.h"
 
 namespace krx::test {
 

@@ -1,12 +1,12 @@
 #include "support/SimulatedFiles.h"
 
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
 
 namespace krx::test {
 namespace {
 
 [[noreturn]] void Fail(const std::filesystem::path& file) {
-  throw runtime::Failure(runtime::kFileFailure, file.u16string() + u": refused by the test");
+  throw runtime::KorvelError(runtime::kFileFailure, file.u16string() + u": refused by the test");
 }
 
 std::string Torn(const std::string& written, Tear tear) {

@@ -3,7 +3,7 @@
 #include <map>
 #include <vector>
 
-#include "runtime/users/Files.h"
+#include "runtime/users/system/Files.h"
 
 namespace krx::test {
 

@@ -4,7 +4,7 @@
 
 #include <mutex>
 
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
 
 namespace krx::test {
 namespace {
@@ -18,12 +18,12 @@ void TestCryptography::DeriveKey(std::span<const std::uint8_t> password,
                                  std::span<std::uint8_t> key) {
   ++Derivations;
   Iterations += iterations;
-  if (Fails) throw runtime::Failure(runtime::kCryptographyFailure, u"no cryptography");
+  if (Fails) throw runtime::KorvelError(runtime::kCryptographyFailure, u"no cryptography");
   const char* const text = password.empty() ? "" : reinterpret_cast<const char*>(password.data());
   if (PKCS5_PBKDF2_HMAC(text, static_cast<int>(password.size()), salt.data(),
                         static_cast<int>(salt.size()), static_cast<int>(IsQuick ? 1 : iterations),
                         EVP_sha256(), static_cast<int>(key.size()), key.data()) != 1) {
-    throw runtime::Failure(runtime::kCryptographyFailure, u"the derivation failed");
+    throw runtime::KorvelError(runtime::kCryptographyFailure, u"the derivation failed");
   }
 }
 

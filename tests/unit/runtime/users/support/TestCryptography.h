@@ -5,8 +5,8 @@
 #include <random>
 #include <span>
 
-#include "runtime/users/Clock.h"
-#include "runtime/users/Cryptography.h"
+#include "runtime/users/system/Clock.h"
+#include "runtime/users/system/Cryptography.h"
 
 namespace krx::test {
 

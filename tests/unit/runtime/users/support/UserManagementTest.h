@@ -5,12 +5,12 @@
 
 #include <string>
 
-#include "runtime/users/ClassDirectory.h"
-#include "runtime/users/LogOnService.h"
-#include "runtime/users/Provisioning.h"
-#include "runtime/users/StoreFormat.h"
-#include "runtime/users/UserDirectory.h"
-#include "runtime/users/UserFailure.h"
+#include "runtime/core/KorvelError.h"
+#include "runtime/users/administration/ClassDirectory.h"
+#include "runtime/users/administration/Provisioning.h"
+#include "runtime/users/administration/UserDirectory.h"
+#include "runtime/users/logon/LogOnService.h"
+#include "runtime/users/store/StoreFormat.h"
 #include "support/SimulatedFiles.h"
 #include "support/TestCryptography.h"
 

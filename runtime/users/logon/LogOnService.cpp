@@ -1,0 +1,99 @@
+#include "runtime/users/logon/LogOnService.h"
+
+#include <utility>
+
+#include "runtime/users/logon/LogOnGuard.h"
+#include "runtime/users/logon/PasswordAge.h"
+
+namespace krx::runtime {
+namespace {
+
+std::int32_t ResultOf(CredentialOutcome outcome) {
+  switch (outcome) {
+    case CredentialOutcome::UnknownUser:
+      return host::LogOnUnknownUser;
+    case CredentialOutcome::Deactivated:
+      return host::LogOnUserDeactivated;
+    case CredentialOutcome::LockedOut:
+      return host::LogOnTooManyFailedLogons;
+    default:
+      return host::LogOnInvalidPassword;
+  }
+}
+
+String OutcomeText(const CheckedUser& checked, std::int32_t result) {
+  if (checked.Outcome != CredentialOutcome::Right) return u"refused: " + Describe(checked);
+  switch (result) {
+    case host::LogOnSucceeded:
+      return u"logged on";
+    case host::LogOnPasswordExpired:
+      return u"refused: password has expired";
+    case host::LogOnRenewPassword:
+      return u"refused: password must be renewed";
+    default:
+      return u"refused: user was changed meanwhile";
+  }
+}
+
+// A hash of the same password that is as slow as the rules want it now.
+std::optional<PasswordHash> Strengthened(Cryptography& cryptography, const UserRules& rules,
+                                         const CheckedUser& checked, const Password& password) {
+  const auto wanted = static_cast<std::uint32_t>(rules.HashIterations);
+  if (checked.Outcome != CredentialOutcome::Right ||
+      checked.User.CurrentPassword().Iterations >= wanted) {
+    return std::nullopt;
+  }
+  return HashPassword(cryptography, password, wanted);
+}
+
+}  // namespace
+
+std::int32_t LogOnService::LogOnUser(const String& user, const Password& password) {
+  const UserRules rules = management_.Rules();
+  const CheckedUser checked = CheckCredentials(management_, rules, user, password);
+  std::optional<PasswordHash> rehashed =
+      Strengthened(management_.System.Crypto, rules, checked, password);
+
+  StoreFile::Hold hold(management_.Store);
+  const std::int32_t result = checked.Outcome == CredentialOutcome::Right
+                                  ? Settle(hold, rules, checked, std::move(rehashed))
+                                  : ResultOf(checked.Outcome);
+  management_.Audit.Add({checked.User.Name, u"log-on", u"", OutcomeText(checked, result)});
+  if (result == host::LogOnSucceeded)
+    management_.Session.Begin({checked.User.Id, checked.User.Name});
+  return result;
+}
+
+std::int32_t LogOnService::Settle(StoreFile::Hold& hold, const UserRules& rules,
+                                  const CheckedUser& checked,
+                                  std::optional<PasswordHash> rehashed) {
+  const std::shared_ptr<const UserStore> users = hold.Read();
+  if (users == nullptr) return host::LogOnUnknownUser;
+  UserStore changed = *users;
+  StoredUser* const user = FindUnchanged(changed, checked);
+  if (user == nullptr) return host::LogOnInvalidPassword;
+  LogOnGuard::Forgive(*user);
+  if (rehashed) user->Passwords.front() = std::move(*rehashed);
+
+  const PasswordAge age(rules, *user, management_.System.Time.Now());
+  std::int32_t result = host::LogOnSucceeded;
+  if (user->MustRenew) {
+    result = host::LogOnRenewPassword;
+  } else if (age.IsExpired()) {
+    result = host::LogOnPasswordExpired;
+  } else if (age.LogOnsLeft() != kUnlimitedLogOns) {
+    user->RemainingLogOns = age.LogOnsLeft() - 1;
+  }
+  hold.Save(changed);
+  return result;
+}
+
+std::int32_t LogOnService::LogOffUser() {
+  const std::optional<LoggedOnUser> user = management_.Session.End();
+  if (!user) return 1;
+  StoreFile::Hold hold(management_.Store);
+  management_.Audit.Add({user->Name, u"log-off", u"", u"logged off"});
+  return 0;
+}
+
+}  // namespace krx::runtime

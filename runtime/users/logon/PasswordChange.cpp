@@ -1,0 +1,116 @@
+#include "runtime/users/logon/PasswordChange.h"
+
+#include <utility>
+
+#include "host/UserManager.h"
+#include "runtime/users/Refusal.h"
+#include "runtime/users/logon/LogOnGuard.h"
+#include "runtime/users/passwords/PasswordRules.h"
+
+namespace krx::runtime {
+namespace {
+
+std::int32_t CodeOf(CredentialOutcome outcome) {
+  switch (outcome) {
+    case CredentialOutcome::UnknownUser:
+      return host::ChangePasswordUnknownUser;
+    case CredentialOutcome::WrongPassword:
+      return host::ChangePasswordInvalidPassword;
+    default:
+      return host::ChangePasswordNotAccepted;
+  }
+}
+
+// One change, from the current password to the stored new one.
+class Change {
+ public:
+  Change(UserManagement& management, const Password& new_password)
+      : management_(management), rules_(management.Rules()), new_password_(new_password) {}
+
+  std::int32_t Run(CheckedUser checked) {
+    checked_ = std::move(checked);
+    if (checked_.Outcome != CredentialOutcome::Right)
+      throw Refusal{CodeOf(checked_.Outcome), Describe(checked_)};
+    Judge();
+    PasswordHash hash = HashPassword(management_.System.Crypto, new_password_,
+                                     static_cast<std::uint32_t>(rules_.HashIterations));
+    Store([&](StoredUser& user) {
+      user.Passwords = WithNewPassword(rules_, user.Passwords, std::move(hash));
+      user.MustRenew = false;
+      user.PasswordChangedOn = management_.System.Time.Now();
+      user.RemainingLogOns = kUnlimitedLogOns;
+    });
+    return host::ChangePasswordSucceeded;
+  }
+
+  const UserRules& Rules() const { return rules_; }
+
+ private:
+  void Judge() {
+    const PasswordVerdict verdict =
+        JudgePassword(rules_, management_.Refused(), checked_.User.Name, new_password_);
+    if (verdict == PasswordVerdict::InvalidLength)
+      Refuse(host::ChangePasswordInvalidLength, u"length of the new password");
+    if (verdict == PasswordVerdict::NotAccepted)
+      Refuse(host::ChangePasswordNotAccepted, u"new password is too easily guessed");
+    if (IsReused(management_.System.Crypto, rules_, checked_.User.Passwords, new_password_))
+      Refuse(host::ChangePasswordNotAccepted, u"new password was used lately");
+  }
+
+  // The current password was right: this was no failed attempt, whatever the new one is like.
+  [[noreturn]] void Refuse(std::int32_t code, const String& reason) {
+    ForgiveAttempt();
+    throw Refusal{code, reason};
+  }
+
+  void ForgiveAttempt() {
+    StoreFile::Hold hold(management_.Store);
+    UserStore changed = Load(hold);
+    LogOnGuard::Forgive(*FindStill(changed));
+    hold.Save(changed);
+  }
+
+  template <class Alter>
+  void Store(Alter&& alter) {
+    StoreFile::Hold hold(management_.Store);
+    UserStore changed = Load(hold);
+    StoredUser* const user = FindStill(changed);
+    LogOnGuard::Forgive(*user);
+    alter(*user);
+    hold.Save(changed);
+    management_.Audit.Add({user->Name, u"change password", u"", u"changed"});
+  }
+
+  UserStore Load(StoreFile::Hold& hold) {
+    const std::shared_ptr<const UserStore> users = hold.Read();
+    return users == nullptr ? UserStore() : *users;
+  }
+
+  StoredUser* FindStill(UserStore& users) {
+    StoredUser* const user = FindUnchanged(users, checked_);
+    if (user == nullptr)
+      throw Refusal{host::ChangePasswordInvalidPassword, u"user was changed meanwhile"};
+    return user;
+  }
+
+  UserManagement& management_;
+  UserRules rules_;
+  const Password& new_password_;
+  CheckedUser checked_;
+};
+
+}  // namespace
+
+std::int32_t ChangePassword(UserManagement& management, const String& user,
+                            const Password& new_password, const Password& current_password) {
+  AuditEntry entry{u"", u"change password", u"", u""};
+  return Recorded(
+      management, {host::ChangePasswordUnableToSave, host::ChangePasswordCallFailed}, entry, [&] {
+        Change change(management, new_password);
+        CheckedUser checked = CheckCredentials(management, change.Rules(), user, current_password);
+        entry.Actor = checked.User.Name;
+        return change.Run(std::move(checked));
+      });
+}
+
+}  // namespace krx::runtime

@@ -1,0 +1,146 @@
+#include "runtime/users/rules/RulesFile.h"
+
+#include <map>
+#include <string>
+
+#include "runtime/core/FieldText.h"
+#include "runtime/core/KorvelError.h"
+#include "runtime/core/LineReader.h"
+#include "runtime/users/rules/Names.h"
+
+namespace krx::runtime {
+namespace {
+
+struct Setting {
+  std::string_view Name;
+  std::int32_t UserRules::*Value;
+  std::int32_t Smallest;
+  std::int32_t Largest;
+};
+
+constexpr Setting kSettings[] = {
+    {"minimum-length", &UserRules::MinimumLength, 1, 1024},
+    {"maximum-length", &UserRules::MaximumLength, 1, 1024},
+    {"password-history", &UserRules::PasswordHistory, 0, 24},
+    {"password-expiry-days", &UserRules::PasswordExpiryDays, 0, 3650},
+    {"log-ons-per-password", &UserRules::LogOnsPerPassword, 0, 1'000'000},
+    {"lock-out-failures", &UserRules::LockOutFailures, 1, 1000},
+    {"lock-out-minutes", &UserRules::LockOutMinutes, 0, 525'600},
+    {"hash-iterations", &UserRules::HashIterations, 1000, 100'000'000},
+    {"administrator-level", &UserRules::AdministratorLevel, INT32_MIN, INT32_MAX},
+    {"administration-mode", &UserRules::AdministrationMode, INT32_MIN, INT32_MAX},
+};
+
+class Parser {
+ public:
+  Parser(const String& file, std::string_view bytes) : lines_(file, bytes, kMalformedRules) {}
+
+  UserRules Parse() {
+    while (lines_.Next()) {
+      if (!lines_.Line().empty() && lines_.Line().front() != '#') ParseLine(lines_.Line());
+    }
+    if (!classes_.empty()) rules_.Classes = std::move(classes_);
+    CheckWhole();
+    return std::move(rules_);
+  }
+
+ private:
+  void ParseLine(std::string_view line) {
+    const std::size_t equals = line.find('=');
+    if (equals == std::string_view::npos) lines_.Refuse(u"\"=\" is missing");
+    const std::string_view name = Trimmed(line.substr(0, equals));
+    const std::string_view value = Trimmed(line.substr(equals + 1));
+    if (name == "class") return ParseClass(value);
+    for (const Setting& setting : kSettings) {
+      if (name == setting.Name) return ParseSetting(setting, value);
+    }
+    lines_.Refuse(u"there is no setting \"" + lines_.Text(name) + u"\"");
+  }
+
+  void ParseSetting(const Setting& setting, std::string_view value) {
+    const auto [first, added] = seen_.emplace(setting.Name, lines_.Number());
+    if (!added) lines_.Refuse(u"the setting stands already in line " + ToString(first->second));
+    const std::int32_t number = WholeNumber(value);
+    if (number < setting.Smallest || number > setting.Largest) {
+      lines_.Refuse(u"the number is not between " + ToString(setting.Smallest) + u" and " +
+                    ToString(setting.Largest));
+    }
+    rules_.*setting.Value = number;
+  }
+
+  void ParseClass(std::string_view value) {
+    const std::vector<std::string_view> parts = Split(value, '|');
+    if (parts.size() != 3) lines_.Refuse(u"a class needs name | level | display text");
+    UserClass added{lines_.Text(Trimmed(parts[0])), lines_.Text(Trimmed(parts[2])),
+                    WholeNumber(Trimmed(parts[1]))};
+    if (!IsValidUserName(added.Name)) lines_.Refuse(u"this is no name of a class");
+    if (added.DisplayText.empty()) lines_.Refuse(u"the display text is missing");
+    for (const UserClass& other : classes_) {
+      if (other.Name == added.Name) lines_.Refuse(u"there is a class of this name already");
+    }
+    classes_.push_back(std::move(added));
+  }
+
+  std::int32_t WholeNumber(std::string_view text) {
+    const auto number = runtime::WholeNumber<std::int32_t>(text);
+    if (!number) lines_.Refuse(u"a whole number is expected");
+    return *number;
+  }
+
+  // What only the file as a whole can show; reported at its last line.
+  void CheckWhole() {
+    if (rules_.MinimumLength > rules_.MaximumLength)
+      lines_.Refuse(u"minimum-length is more than maximum-length");
+    for (const UserClass& one : rules_.Classes) {
+      if (one.Level >= rules_.AdministratorLevel) return;
+    }
+    lines_.Refuse(u"no class reaches the administrator-level");
+  }
+
+  LineReader lines_;
+  std::map<std::string_view, std::int32_t> seen_;
+  std::vector<UserClass> classes_;
+  UserRules rules_;
+};
+
+}  // namespace
+
+UserRules ParseRules(const String& file, std::string_view bytes) {
+  return Parser(file, bytes).Parse();
+}
+
+std::string_view RulesFileTemplate() {
+  return R"(# Rules of the user management. Remove the "#" before a setting to change its default.
+
+# Length of passwords in characters (code points); out of range is refused as invalid length.
+#minimum-length = 8
+#maximum-length = 128
+
+# How many of the last passwords, the current one included, cannot be used again.
+#password-history = 4
+
+# Days and log-ons after which a password has to be renewed; 0 is never.
+#password-expiry-days = 0
+#log-ons-per-password = 0
+
+# Wrong passwords in a row that lock a user out, and for how long. With 0 minutes only an
+# administrator ends the lock-out; the last active administrator is delayed for 15 minutes.
+#lock-out-failures = 5
+#lock-out-minutes = 15
+
+# Work to check one password. Users with fewer iterations follow at their next log-on.
+#hash-iterations = 600000
+
+# Who may administer: 0 every user, classes below his own; 1 administrators, all classes;
+# 2 administrators, classes up to their own; any other number nobody.
+#administration-mode = 1
+#administrator-level = 100
+
+# Classes: name | level | display text. The first line of this kind drops the three built-in ones.
+#class = Operator | 10 | Operator
+#class = Engineer | 50 | Engineer
+#class = Administrator | 100 | Administrator
+)";
+}
+
+}  // namespace krx::runtime

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "ports/headless/HeadlessPlatform.h"
+#include "ui/Controls.h"
+
+namespace krx::headless {
+
+// What an operator can do with the form on the screen. Every act on a control fails with a
+// complaint (std::logic_error) when a real operator could not do it: the control does not exist, is
+// hidden or is disabled.
+class Operator {
+ public:
+  Operator(HeadlessPlatform& platform, ui::Form& form) : platform_(platform), form_(form) {}
+
+  ui::Form& Form() { return form_; }
+  template <class T = ui::Control>
+  T& Get(StringView name) {
+    return dynamic_cast<T&>(Find(name));
+  }
+
+  void Click(StringView key);
+  // Into the focused control, character by character; a list looks rows up by what is typed.
+  void Type(StringView text);
+  void Press(int key, int shift = 0);  // a list that has the focus follows the arrow keys
+  // The two halves of Press, which need not both come, nor reach the same control.
+  void KeyDown(int key, int shift = 0);
+  void KeyUp(int key, int shift = 0);
+  void ClickRow(StringView list, int row);
+  void DoubleClickRow(StringView list, int row);
+  // Presses the left button on a row of a list that is not dragged; released anywhere else that is
+  // no click.
+  void PressRow(StringView list, int row);
+  void ReleaseElsewhere(StringView list);
+  void AccessKey(char16_t character, bool alt = true);
+  void MouseDown(StringView control, int button, Twips x, Twips y);
+  void MouseMove(StringView control, int button, Twips x, Twips y);
+  void MouseUp(StringView control, int button, Twips x, Twips y);
+  void Wait(std::chrono::milliseconds time) { platform_.Advance(time); }
+  // Another window covered the form and went away.
+  void Uncover();
+  String Focus() const;  // name of the focused control, empty without one
+
+ private:
+  ui::Control& Find(StringView name);
+  ui::Control& Reachable(StringView name);
+  void NeedOpenForm() const;
+  // The control that hears of keys; null when nothing does.
+  ui::Control* UsableFocus() const;
+  void PressFocused(int key, int shift);
+  ui::RowList& RowsWith(StringView list, int row);
+  // False when that closes the form or puts other rows in place.
+  bool PressOn(ui::RowList& list);
+  // False when that closes the form, puts other rows in place or selects another one.
+  bool Release(ui::RowList& list, int row);
+  static void MoveSelection(ui::RowList& list, int key);
+  void LookUp(ui::RowList& list, StringView beginning);
+  // Tells the focused control of a key and its character; false when a handler takes it.
+  bool HearsOf(char16_t& character);
+  void TypeCharacter(char16_t character);
+
+  HeadlessPlatform& platform_;
+  ui::Form& form_;
+  const ui::Control* space_down_ = nullptr;  // the button that Space holds down
+};
+
+}  // namespace krx::headless

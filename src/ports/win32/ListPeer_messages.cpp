@@ -1,0 +1,256 @@
+#include "ports/win32/ListPeer.h"
+
+#include <windowsx.h>
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace krx::win32 {
+
+namespace {
+
+// A quarter of the one colour in the other.
+COLORREF Mixed(COLORREF quarter, COLORREF rest) {
+  const auto part = [](int a, int b) { return (a + 3 * b) / 4; };
+  return RGB(part(GetRValue(quarter), GetRValue(rest)), part(GetGValue(quarter), GetGValue(rest)),
+             part(GetBValue(quarter), GetBValue(rest)));
+}
+
+bool Walks(WPARAM key) {
+  return key == VK_UP || key == VK_DOWN || key == VK_HOME || key == VK_END;
+}
+
+}  // namespace
+
+// What the window reports
+
+LRESULT ListPeer::FromParent(UINT message, WPARAM w, LPARAM l) {
+  if (message == WM_NOTIFY) return Reported(*reinterpret_cast<NMHDR*>(l));
+  return ControlPeer::FromParent(message, w, l);
+}
+
+LRESULT ListPeer::Reported(NMHDR& header) {
+  switch (header.code) {
+    case LVN_GETDISPINFOW:
+      Describe(reinterpret_cast<NMLVDISPINFOW&>(header).item);
+      return 0;
+    case LVN_ODFINDITEMW: {
+      const auto& wanted = reinterpret_cast<const NMLVFINDITEMW&>(header);
+      if ((wanted.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0) return -1;
+      // The system starts behind the framed row, to which the operator may not have come.
+      const int start = list_.SelectedRow() == ui::RowList::kNoRow ? 0 : wanted.iStart;
+      return list_.FindRow(Narrow(wanted.lvfi.psz, std::wcslen(wanted.lvfi.psz)), start);
+    }
+    case LVN_ITEMCHANGED:
+      ItemChanged(reinterpret_cast<const NMLISTVIEW&>(header));
+      TellRow(reinterpret_cast<const NMLISTVIEW&>(header));
+      return 0;
+    case NM_CUSTOMDRAW:
+      return DrawRow(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
+    default:
+      return 0;
+  }
+}
+
+void ListPeer::Describe(LVITEMW& item) const {
+  const bool exists = item.iItem >= 0 && item.iItem < list_.RowCount();
+  if ((item.mask & LVIF_TEXT) != 0 && item.pszText && item.cchTextMax > 0) {
+    const StringView text = exists ? list_.Cell(item.iItem, item.iSubItem) : StringView();
+    AnswerText(text, static_cast<WPARAM>(item.cchTextMax), reinterpret_cast<LPARAM>(item.pszText));
+  }
+  const bool first = exists && item.iSubItem == 0;
+  if ((item.mask & LVIF_IMAGE) != 0)
+    item.iImage = first ? RowImages::Index(list_.RowImage(item.iItem)) : I_IMAGENONE;
+  if ((item.mask & LVIF_INDENT) != 0) item.iIndent = first ? list_.Indent(item.iItem) : 0;
+}
+
+void ListPeer::ItemChanged(const NMLISTVIEW& change) {
+  const bool selected = (change.uNewState & LVIS_SELECTED) != 0;
+  if (!IsFollowing() && selected && change.iItem >= 0) list_.OperatorSelected(change.iItem);
+}
+
+// The selected row, and the one that the keyboard is on while the list has it.
+void ListPeer::TellRow(const NMLISTVIEW& change) const {
+  const UINT gained = change.uNewState & ~change.uOldState;
+  if (change.iItem < 0 || !Window()) return;
+  if ((gained & LVIS_SELECTED) != 0) Tell(EVENT_OBJECT_SELECTION, Window(), change.iItem + 1);
+  if ((gained & LVIS_FOCUSED) != 0 && GetFocus() == Window())
+    Tell(EVENT_OBJECT_FOCUS, Window(), change.iItem + 1);
+}
+
+// The system draws a list that is disabled like any other, and while the keyboard is elsewhere a
+// selected row hardly differs from the others: too little for a button that acts on it.
+LRESULT ListPeer::DrawRow(NMLVCUSTOMDRAW& drawing) const {
+  if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+  if (drawing.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
+  const bool selected = static_cast<int>(drawing.nmcd.dwItemSpec) == list_.SelectedRow();
+  const bool own = selected && (list_.DragScrolls || !list_.Enabled() || GetFocus() != Window());
+  if (own) {
+    drawing.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
+    const bool strong = list_.DragScrolls && list_.Enabled();
+    drawing.clrText = strong ? GetSysColor(COLOR_HIGHLIGHTTEXT) : ResolveColor(list_.ForeColor());
+    drawing.clrTextBk = strong
+                            ? GetSysColor(COLOR_HIGHLIGHT)
+                            : Mixed(GetSysColor(COLOR_HIGHLIGHT), ResolveColor(list_.BackColor()));
+  }
+  if (!list_.Enabled()) drawing.clrText = GetSysColor(COLOR_GRAYTEXT);
+  return CDRF_DODEFAULT;
+}
+
+// The operator moves the edge of a column.
+void ListPeer::HeaderNotified(const NMHDR& header) {
+  if (IsFollowing() || (header.code != HDN_ITEMCHANGEDW && header.code != HDN_ITEMCHANGEDA)) return;
+  const auto column = static_cast<std::size_t>(reinterpret_cast<const NMHEADERW&>(header).iItem);
+  std::vector<ui::RowList::Column> columns = list_.Columns();
+  if (column >= columns.size()) return;
+  const auto pixels = static_cast<int>(Send(LVM_GETCOLUMNWIDTH, column));
+  if (pixels == form_.Scale().Pixels(columns[column].Width)) return;
+  columns[column].Width = form_.Scale().ToTwips(pixels);
+  list_.Columns.Adopt(std::move(columns));
+}
+
+// Mouse and keyboard
+
+LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
+  switch (message) {
+    // The system's list waits for the button's release in a loop of its own and takes the release
+    // away; so the button is ours.
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+      Press(message, w, l);
+      return 0;
+    case WM_LBUTTONUP:
+      Release(w, l);
+      return 0;
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONDBLCLK:
+    case WM_RBUTTONUP:
+      HandleMouse(message, w, l);
+      return 0;
+    case WM_MOUSEMOVE:
+      if (finger_.Touched()) ShowTop(finger_.Move(form_.Scale().ToTwips(GET_Y_LPARAM(l))));
+      return ControlPeer::Handle(message, w, l);
+    case WM_CAPTURECHANGED:
+    case WM_CANCELMODE:
+      GiveUp();
+      return ControlPeer::Handle(message, w, l);
+    case WM_TIMER:
+      if (w != FingerScroll::kTimer) return ControlPeer::Handle(message, w, l);
+      if (const auto top_row = finger_.Glide()) ShowTop(*top_row);
+      return 0;
+    case WM_KEYDOWN:
+      return KeyDown(w, l);
+    default:
+      break;
+  }
+  if (message == WM_MOUSEWHEEL) finger_.StopGliding();
+  const LRESULT result = ControlPeer::Handle(message, w, l);
+  if (message == WM_NOTIFY) HeaderNotified(*reinterpret_cast<const NMHDR*>(l));
+  const bool may_scroll = message == WM_VSCROLL || message == WM_MOUSEWHEEL || message == WM_CHAR ||
+                          message == LVM_ENSUREVISIBLE || message == LVM_SCROLL;
+  if (may_scroll && !IsFollowing() && Window()) AdoptTop();
+  return result;
+}
+
+LRESULT ListPeer::KeyDown(WPARAM key, LPARAM l) {
+  finger_.StopGliding();
+  if (list_.SelectedRow() == ui::RowList::kNoRow && BeginWalk(key)) return 0;
+  const LRESULT result = ControlPeer::Handle(WM_KEYDOWN, key, l);
+  if (!Window()) return result;
+  if (RowWith(LVNI_SELECTED) < 0) list_.OperatorSelected(ui::RowList::kNoRow);
+  // A row that was dragged out of sight comes back, also when the walk ends where it began.
+  const int row = RowWith(LVNI_FOCUSED);
+  if (Walks(key) && row >= 0) Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+  AdoptTop();
+  return result;
+}
+
+// The system would walk from the framed row, to which the operator has not come.
+bool ListPeer::BeginWalk(WPARAM key) {
+  const int last = list_.RowCount() - 1;
+  if (!Walks(key) || last < 0) return false;
+  const int row = key == VK_END ? last : key == VK_HOME ? 0 : std::clamp(TopRow(), 0, last);
+  Select(row);
+  Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+  return true;
+}
+
+int ListPeer::RowAt(LPARAM point) const {
+  LVHITTESTINFO hit{};
+  hit.pt = {GET_X_LPARAM(point), GET_Y_LPARAM(point)};
+  return static_cast<int>(Send(LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+}
+
+void ListPeer::Press(UINT message, WPARAM w, LPARAM point) {
+  const int under = RowAt(point);
+  const int rows = list_.Replacements();
+  // A double click is one by time and place; the first click may have moved the rows under it.
+  const bool twice = message == WM_LBUTTONDBLCLK && clicked_ != ui::RowList::kNoRow;
+  HandleMouse(message, w, point);
+  if (!form_.Form().Visible()) return;
+  SetCapture(Window());
+  if (GetFocus() != Window()) ::SetFocus(Window());
+  // The release belongs to whatever is on the screen by then, and a row that has come under the
+  // pointer by these handlers is not the one that the operator meant.
+  if (!form_.Form().Visible() || list_.Replacements() != rows) return LetGo();
+  pressed_ = {twice ? clicked_ : under, under, twice};
+  if (list_.DragScrolls) {
+    // What is touched is not selected before it is certain that it is not dragged.
+    Touch(point);
+  } else if (under >= 0 && !twice) {
+    Select(under);
+  }
+  if (!form_.Form().Visible()) LetGo();
+}
+
+void ListPeer::Touch(LPARAM point) {
+  const Scale scale = form_.Scale();
+  RECT row{LVIR_BOUNDS, 0, 0, 0};
+  const bool any = Send(LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row)) != 0;
+  const Twips height = any ? scale.ToTwips(row.bottom - row.top) : 0;
+  finger_.Begin(Window(), {height, list_.RowCount(), static_cast<int>(Send(LVM_GETCOUNTPERPAGE))},
+                TopRow(), scale.ToTwips(GET_Y_LPARAM(point)));
+}
+
+// By the time that anybody hears of the release the row is selected.
+void ListPeer::Release(WPARAM w, LPARAM point) {
+  if (!pressed_) return;  // the button went down elsewhere
+  const Pressed press = *pressed_;
+  bool click = press.Row >= 0 && RowAt(point) == press.Under;
+  if (list_.DragScrolls) click = finger_.End() && click;
+  LetGo();
+  const int rows_of_click = press.Twice ? clicked_rows_ : list_.Replacements();
+  clicked_ = click && !press.Twice ? press.Row : ui::RowList::kNoRow;
+  clicked_rows_ = list_.Replacements();
+  if (click && list_.DragScrolls && !press.Twice) Select(press.Row);
+  HandleMouse(WM_LBUTTONUP, w, point);
+  if (!form_.Form().Visible()) return;
+  if (!click && !press.Twice && press.Row >= 0 && !list_.DragScrolls) list_.OperatorLeftRow();
+  // A handler may have put other rows in the place of those that were clicked.
+  if (!click || list_.Replacements() != rows_of_click || list_.SelectedRow() != press.Row) return;
+  if (press.Twice) {
+    list_.OperatorDoubleClicked(press.Row);
+  } else {
+    list_.OperatorClicked(press.Row);
+  }
+}
+
+// The system takes the mouse away, so no release will come.
+void ListPeer::GiveUp() {
+  const bool selected = pressed_ && pressed_->Row >= 0 && !pressed_->Twice && !list_.DragScrolls;
+  LetGo();
+  if (selected && form_.Form().Visible()) list_.OperatorLeftRow();
+}
+
+void ListPeer::LetGo() {
+  pressed_.reset();
+  finger_.LetGo();
+  if (GetCapture() == Window()) ReleaseCapture();
+}
+
+void ListPeer::Select(int row) const {
+  SetState(row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+}
+
+}  // namespace krx::win32
