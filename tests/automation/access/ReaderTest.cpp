@@ -73,7 +73,8 @@ TEST_F(Readers, HearWhatTheColumnsSayOfAUser) {
   ASSERT_EQ(list.Count(), 5);
   const Element eva = list.Inside(List(form, L"lvwUser").Find(kOperator) + 1);
   EXPECT_EQ(eva.Name(), kOperator);
-  EXPECT_NE(eva.Description().find(L"Full name: Eva Meier; User class: Operator"),
+  EXPECT_NE(eva.Description().find(Text("lblFullName") + L": Eva Meier; " + Text("lblUserClass") +
+                                   L": Operator"),
             std::wstring::npos)
       << Narrow(eva.Description());
   EXPECT_EQ(list.Selected(), 0);

@@ -16,7 +16,7 @@ class OpenFile : public FilesTest {
 
 TEST_F(OpenFile, ShowsTheFilesOfTheFirstType) {
   const Window form = OpenTree(L"Text|*.txt|Pictures|*.bmp;*.gif|All");
-  EXPECT_EQ(form.Text(), L"Open file");
+  EXPECT_EQ(form.Text(), Text("TitleOpen"));
   ExpectRows(form, L"filSelect", {L"notes.txt", L"readme.txt"});
   EXPECT_EQ(form.Child(L"cboFileType(0)").Text(), L"Text");
   Choose(form, L"cboFileType(0)", L'P');
@@ -57,7 +57,7 @@ TEST_F(OpenFile, AFileIsChosenByLettersAndEnter) {
 
 TEST_F(OpenFile, ANameIsTypedToSaveUnder) {
   const Window form = Open({L"save", PathOf(L""), L"All|*", L"old name"});
-  EXPECT_EQ(form.Text(), L"Save file as");
+  EXPECT_EQ(form.Text(), Text("TitleSaveAs"));
   PressKey(L"Home");
   PressKey(L"Shift+End");
   TypeText(L"new & old.txt");

@@ -189,7 +189,7 @@ TEST_F(SelectDirectory, ADriveWithoutAMediumShowsTheNoticeUntilAnotherIsChosen) 
   Choose(form, L"drvSelect", L'y');
   WaitUntilVisible(form, L"dirSelect", false);
   WaitUntilVisible(form, L"idxFileListBox", true);
-  EXPECT_EQ(form.Child(L"idxFileListBox").Text(), L"The drive is not ready.");
+  EXPECT_EQ(form.Child(L"idxFileListBox").Text(), Text("DriveNotReady"));
   WaitForText(form, L"txtDirectory", L"y:");
   Choose(form, L"drvSelect", L'c');
   WaitUntilVisible(form, L"dirSelect", true);

@@ -242,7 +242,7 @@ TEST_F(EmptyDrive, ShowsItsRowInTheDirectoryDialog) {
   const Window form = OpenDirectory(PathOf(L"Logs"));
   ChooseDrive(form, L"cboDrives");
   const List folders = Folders(form);
-  const int row = folders.Find(L"The drive is not ready.", 1);
+  const int row = folders.Find(Text("DriveNotReady"), 1);
   EXPECT_EQ(row, 0);
   EXPECT_EQ(folders.Count(), 1);
   EXPECT_EQ(folders.Cell(0, 0), L" !");

@@ -81,7 +81,7 @@ TEST_P(JavaScript, ShowsTheUsers) {
   Evaluate("dialogs.KRUserLogOn() + ' ' + dialogs.KRUser()");
   LogOn(kAdministrator, kPassword);
   const Window overview = Form(L"FUser", L"lvwUser");
-  EXPECT_EQ(overview.Text(), L"User overview");
+  EXPECT_EQ(overview.Text(), Text("capOverviewUsers"));
   List(overview, L"lvwUser").Find(kOperator);
   overview.Child(L"keyOK").Click();
   ExpectValue(L"true undefined");

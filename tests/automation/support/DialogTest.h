@@ -9,6 +9,7 @@
 
 #include "driver/Client.h"
 #include "driver/Input.h"
+#include "driver/Texts.h"
 #include "driver/Window.h"
 
 namespace krx::drive {

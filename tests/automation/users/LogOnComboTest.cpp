@@ -88,7 +88,7 @@ TEST_F(LogOnCombo, ListsAllUsersInTheirOrderAndSelectsNone) {
   UseThePlant();
   RunDialog(kLogOn);
   const Window form = Form(kForm, L"cboName");
-  EXPECT_EQ(form.Child(L"idxCaption").Text(), L"Log on ");
+  EXPECT_EQ(form.Child(L"idxCaption").Text(), Text("capLogon") + L' ');
   std::vector<std::wstring> names{L"admin"};
   for (int i = 0; i < kUsers - 1; ++i)
     names.push_back(NameOf(i));
@@ -180,7 +180,7 @@ TEST_F(LogOnCombo, RefusalsLeadToTheListOrToThePassword) {
   Move(form, L"Enter", L"txtPassword");
   Type(form, L"txtPassword", kPassword);
   PressKey(L"Enter");
-  Confirm(L"This user is deactivated.\nPlease ask the user administrator.");
+  Confirm(Text("msgUserDeactivated"));
   form = Form(kForm, L"cboName");
   WaitForName(form, kDeactivated);
   PressKey(L"Home");
@@ -190,7 +190,7 @@ TEST_F(LogOnCombo, RefusalsLeadToTheListOrToThePassword) {
   Move(form, L"Enter", L"txtPassword");
   Type(form, L"txtPassword", L"falsch");
   PressKey(L"Enter");
-  Confirm(kInvalidPassword);
+  Confirm(Text("msgInvalidPassword"));
   form = Form(kForm, L"txtPassword");
   WaitForName(form, kOperator);
   Type(form, L"txtPassword", kPassword);
@@ -207,7 +207,7 @@ TEST_F(LogOnCombo, AnExpiredPasswordOfAPickedUserIsRenewedInTheNestedDialog) {
   Move(form, L"Enter", L"txtPassword");
   Type(form, L"txtPassword", kPassword);
   PressKey(L"Enter");
-  Confirm(L"The password has expired.\nPlease set a new password.");
+  Confirm(Text("msgPasswordExpired"));
   EXPECT_EQ(Form(L"FChangePassword", L"txtActPassword").Child(L"txtName").Text(), kExpired);
   ChangePassword(kPassword, L"Acht Pumpen");
   form = Form(kForm, L"txtPassword");
