@@ -24,14 +24,14 @@ TEST_F(Driver, TypesTextWithUmlautsIntoAnotherProcess) {
   window.WaitUntilActive();
   ASSERT_TRUE(Within(kPatience, [&] { return TextBox().Focused(); }));
   TypeText(L"Grüße");
-  EXPECT_TRUE(Within(kPatience, [&] { return TextBox().Text() == L"Grüße"; }));
+  TextBox().WaitForText(L"Grüße");
 }
 
 TEST_F(Driver, SendsKeysWithModifiers) {
   window.WaitUntilActive();
   ASSERT_TRUE(Within(kPatience, [&] { return TextBox().Focused(); }));
   TypeText(L"ab");
-  ASSERT_TRUE(Within(kPatience, [&] { return TextBox().Text() == L"ab"; }));
+  TextBox().WaitForText(L"ab");
   PressKey(L"Ctrl+a");
   PressKey(L"Delete");
   EXPECT_TRUE(Within(kPatience, [&] { return TextBox().Text().empty(); }));
