@@ -65,7 +65,7 @@ INSTANTIATE_TEST_SUITE_P(
 class OtherSets : public DialogTest {};
 
 TEST_F(OtherSets, SetSixWithoutAFreeButtonHasNoAnswerButtonAndReturnsZero) {
-  RunScript("WScript.Echo Dialogs.KRMsgBox(\"Text\", 6, \"Title\")\r\n");
+  RunScript(Ask(6));
   const Window box = NextBox();
   EXPECT_TRUE(VisibleButtons(box).empty());
   box.Child(L"keyClose").Click();

@@ -75,7 +75,7 @@ TEST_F(HelpButton, LeavesTheBoxOpenBesideAButtonWhoseAccessKeyIsF) {
 }
 
 TEST_F(HelpButton, IsShownForAHelpFileOnlyWhateverTheStyleSays) {
-  RunScript("WScript.Echo Dialogs.KRMsgBox(\"Text\", 16384, \"Title\")\r\n");
+  RunScript(Ask(16384));
   const Window box = NextBox();
   EXPECT_EQ(VisibleButtons(box), std::vector<std::wstring>{L"keyButton(0)"});
   PressKey(L"Enter");

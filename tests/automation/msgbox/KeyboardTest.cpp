@@ -9,10 +9,6 @@ constexpr const wchar_t* kFirst = L"keyButton(0)";
 constexpr const wchar_t* kSecond = L"keyButton(1)";
 constexpr const wchar_t* kThird = L"keyButton(2)";
 
-// Opens the box of a style and prints its result.
-std::string Ask(int style) {
-  return "WScript.Echo Dialogs.KRMsgBox(\"Text\", " + std::to_string(style) + ", \"Title\")\r\n";
-}
 constexpr int kYesNoCancel = 3;
 
 struct Stroke {

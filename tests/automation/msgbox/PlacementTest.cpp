@@ -21,7 +21,7 @@ bool Inside(const RECT& inner, const RECT& outer) {
 class Placement : public DialogTest {};
 
 TEST_F(Placement, TheBoxOpensInTheMiddleOfTheWorkArea) {
-  RunScript("WScript.Echo Dialogs.KRMsgBox(\"Text\", 3 + 32, \"Title\")\r\n");
+  RunScript(Ask(3 + 32));
   const RECT box = NextBox().Bounds();
   const RECT area = WorkArea();
   EXPECT_NEAR(box.left - area.left, area.right - box.right, 1);
@@ -76,7 +76,7 @@ TEST_F(Placement, ButtonsStandInOneRowWithTheirGaps) {
 }
 
 TEST_F(Placement, TheFormAndItsControlsCarryTheirNames) {
-  RunScript("WScript.Echo Dialogs.KRMsgBox(\"Text\", 32, \"Title\")\r\n");
+  RunScript(Ask(32));
   const Window box = NextBox();
   EXPECT_EQ(box.Name(), L"FMessageBox");
   for (const wchar_t* name :
