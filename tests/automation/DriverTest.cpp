@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "driver/Client.h"
 #include "driver/Input.h"
+#include "driver/Texts.h"
 #include "driver/Window.h"
 
 namespace krx::drive {
@@ -21,14 +24,14 @@ TEST_F(Driver, TypesTextWithUmlautsIntoAnotherProcess) {
   window.WaitUntilActive();
   ASSERT_TRUE(Within(kPatience, [&] { return TextBox().Focused(); }));
   TypeText(L"Grüße");
-  EXPECT_TRUE(Within(kPatience, [&] { return TextBox().Text() == L"Grüße"; }));
+  TextBox().WaitForText(L"Grüße");
 }
 
 TEST_F(Driver, SendsKeysWithModifiers) {
   window.WaitUntilActive();
   ASSERT_TRUE(Within(kPatience, [&] { return TextBox().Focused(); }));
   TypeText(L"ab");
-  ASSERT_TRUE(Within(kPatience, [&] { return TextBox().Text() == L"ab"; }));
+  TextBox().WaitForText(L"ab");
   PressKey(L"Ctrl+a");
   PressKey(L"Delete");
   EXPECT_TRUE(Within(kPatience, [&] { return TextBox().Text().empty(); }));
@@ -47,6 +50,17 @@ TEST(ScriptClient, PrintsLinesAndReturnsItsExitCode) {
   Client client(script.Command());
   EXPECT_EQ(client.Finish(), 3u);
   EXPECT_EQ(client.Lines(), (std::vector<std::string>{"1", "two"}));
+}
+
+TEST(TextTables, GiveTheTextsOfBothLanguagesWithoutTheMarksOfAccessKeys) {
+  EXPECT_NE(Text("Yes"), Text("Yes", "de"));
+  EXPECT_EQ(Text("Yes").find(L'&'), std::wstring::npos);
+  EXPECT_NE(Text("msgUnknownUser").find(L'\n'), std::wstring::npos);
+}
+
+TEST(TextTables, RefuseAKeyOrALanguageThatTheyDoNotHave) {
+  EXPECT_THROW(Text("NoSuchKey"), std::runtime_error);
+  EXPECT_THROW(Text("Yes", "xx"), std::runtime_error);
 }
 
 }  // namespace

@@ -2,13 +2,11 @@
 
 #include <windows.h>
 
-#include <chrono>
 #include <functional>
 
-namespace krx::bench {
+#include "Times.h"
 
-using Clock = std::chrono::steady_clock;
-using Time = Clock::time_point;
+namespace krx::bench {
 
 // Follows the first dialog that this thread opens while the watch lives. Only one lives at a time.
 class PaintWatch {

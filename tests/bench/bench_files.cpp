@@ -24,6 +24,8 @@ namespace {
 
 using namespace krx;
 using bench::Clock;
+using bench::Median;
+using bench::Since;
 using bench::Time;
 
 constexpr UINT kLook = WM_APP + 0x123;  // posted to the dialog, to look at its list
@@ -38,10 +40,6 @@ struct Run {
   double First = 0;
   double Complete = 0;
 };
-
-double Since(Time begin) {
-  return std::chrono::duration<double, std::milli>(Clock::now() - begin).count();
-}
 
 // The list of files in one of the three dialogs.
 struct List {
@@ -141,11 +139,6 @@ int Enumerate(const std::wstring& folder) {
   } while (FindNextFileW(search, &data));
   FindClose(search);
   return files;
-}
-
-double Median(std::vector<double> times) {
-  std::sort(times.begin(), times.end());
-  return times[times.size() / 2];
 }
 
 void Print(const char* what, const std::vector<double>& times, double bare, double own_first,

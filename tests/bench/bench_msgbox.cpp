@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "PaintWatch.h"
@@ -56,9 +57,8 @@ Run Measure(const std::function<void()>& show) {
 double Median(const std::vector<Run>& runs, Time Run::*from, Time Run::*to) {
   std::vector<double> times;
   for (const Run& r : runs)
-    times.push_back(std::chrono::duration<double, std::milli>(r.*to - r.*from).count());
-  std::sort(times.begin(), times.end());
-  return times[times.size() / 2];
+    times.push_back(krx::bench::MillisecondsBetween(r.*from, r.*to));
+  return krx::bench::Median(std::move(times));
 }
 
 void PrintRow(const char* what, const std::vector<Run>& ours, const std::vector<Run>& theirs,

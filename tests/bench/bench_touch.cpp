@@ -6,13 +6,14 @@
 #include <commctrl.h>  // builds on the one above
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "BareRuntime.h"
+#include "Times.h"
 #include "files/FDirectorySelectTouch.h"
 #include "ports/win32/System.h"
 #include "ports/win32/Win32Platform.h"
@@ -21,50 +22,13 @@
 namespace {
 
 using krx::String;
+using krx::bench::Clock;
+using krx::bench::Median;
+using krx::bench::Since;
+using krx::bench::Time;
 
 constexpr int kFolders = 10000;
 constexpr int kWithSubfolder = 3;  // each third folder has one
-
-class Texts : public krx::host::TextService {
- public:
-  String GetText(krx::StringView key, std::int32_t) override { return String(key); }
-  String ResolveText(krx::StringView text) override { return String(text); }
-};
-
-class Fonts : public krx::host::FontService {
- public:
-  void SelectFontClass(krx::StringView) override {}
-  krx::Font GetFont() override { return {u"Tahoma", 8}; }
-};
-
-class Runtime : public krx::host::Runtime {
- public:
-  std::unique_ptr<krx::host::TextService> CreateTextService() override {
-    return std::make_unique<Texts>();
-  }
-  std::unique_ptr<krx::host::FontService> CreateFontService() override {
-    return std::make_unique<Fonts>();
-  }
-  std::unique_ptr<krx::host::UserSession> CreateUserSession() override { return nullptr; }
-  std::unique_ptr<krx::host::UserAdministration> CreateUserAdministration() override {
-    return nullptr;
-  }
-  std::unique_ptr<krx::host::UserClassAdministration> CreateUserClassAdministration() override {
-    return nullptr;
-  }
-};
-
-using Clock = std::chrono::steady_clock;
-
-double Since(Clock::time_point start) {
-  return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
-}
 
 // The folders to be listed; gone with the object.
 class Tree {
@@ -162,7 +126,7 @@ class Bench : public krx::files::FDirectorySelectTouch {
     Hide();
   }
 
-  Clock::time_point start_;
+  Time start_;
   krx::ui::Timer tmrWatch_{*this, u"tmrWatch"};
 };
 
@@ -172,7 +136,7 @@ int main(int count, char** arguments) {
   const int rounds = std::max(count > 1 ? std::atoi(arguments[1]) : 7, 1);
   const Tree tree;
   krx::win32::Win32Platform platform;
-  Runtime runtime;
+  krx::bench::BareRuntime runtime;
   krx::service::Apartment apartment(platform, runtime);
   const auto dialog = krx::service::KRXDialog::Create(apartment);
   std::vector<double> bare;

@@ -7,12 +7,13 @@
 #include <commctrl.h>  // builds on the one above
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <vector>
 
+#include "BareRuntime.h"
+#include "Times.h"
 #include "ports/win32/System.h"
 #include "ports/win32/Win32Platform.h"
 #include "service/KRXDialog.h"
@@ -23,21 +24,10 @@ namespace {
 
 using krx::String;
 using krx::ToString;
+using krx::bench::Median;
 
 constexpr int kUsers = 10000;
 constexpr int kColumns = 7;
-
-class Texts : public krx::host::TextService {
- public:
-  String GetText(krx::StringView key, std::int32_t) override { return String(key); }
-  String ResolveText(krx::StringView text) override { return String(text); }
-};
-
-class Fonts : public krx::host::FontService {
- public:
-  void SelectFontClass(krx::StringView) override {}
-  krx::Font GetFont() override { return {u"Tahoma", 8}; }
-};
 
 class Administration : public krx::host::UserAdministration {
  public:
@@ -75,15 +65,8 @@ class Classes : public krx::host::UserClassAdministration {
   krx::host::UserClasses GetUserClasses() override { return {}; }
 };
 
-class Runtime : public krx::host::Runtime {
+class Runtime : public krx::bench::BareRuntime {
  public:
-  std::unique_ptr<krx::host::TextService> CreateTextService() override {
-    return std::make_unique<Texts>();
-  }
-  std::unique_ptr<krx::host::FontService> CreateFontService() override {
-    return std::make_unique<Fonts>();
-  }
-  std::unique_ptr<krx::host::UserSession> CreateUserSession() override { return nullptr; }
   std::unique_ptr<krx::host::UserAdministration> CreateUserAdministration() override {
     return std::make_unique<Administration>();
   }
@@ -93,16 +76,9 @@ class Runtime : public krx::host::Runtime {
 };
 
 double Milliseconds(const std::function<void()>& work) {
-  const auto start = std::chrono::steady_clock::now();
+  const auto start = krx::bench::Clock::now();
   work();
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
-      .count();
-}
-
-double Median(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
+  return krx::bench::Since(start);
 }
 
 HWND FindList(HWND form) {

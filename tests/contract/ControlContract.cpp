@@ -8,9 +8,9 @@ namespace {
 
 class ControlContract : public ContractTest {
  protected:
-  void LogFocus(ui::Control& control, const std::string& name) {
-    control.GotFocus = [this, name] { log += "+" + name; };
-    control.LostFocus = [this, name] { log += "-" + name; };
+  void LogFocus(ui::Control& control, const char* name) {
+    control.GotFocus = [this, name] { log.append("+").append(name); };
+    control.LostFocus = [this, name] { log.append("-").append(name); };
   }
 };
 
@@ -137,12 +137,8 @@ TEST_F(ControlContract, HiddenControlsAreReachedOnceTheyAreShown) {
 // What a handler does to the control that has the focus.
 using Removal = void (*)(ui::Control&);
 
-class FocusContract : public ContractTest, public testing::WithParamInterface<Removal> {
+class FocusContract : public ControlContract, public testing::WithParamInterface<Removal> {
  protected:
-  void LogFocus(ui::Control& control, const char* name) {
-    control.GotFocus = [this, name] { log.append("+").append(name); };
-    control.LostFocus = [this, name] { log.append("-").append(name); };
-  }
   // Hides or disables the second box, which has the focus, from its own key.
   void ShowAndRemove(const HandScript& then) {
     form.txtPassword.KeyPress = [this](char16_t&) { GetParam()(form.txtPassword); };

@@ -117,6 +117,11 @@ bool FolderTree::Shell(const std::string& line) const {
   return !here.empty() && RunHostShell("cd '" + here + "' && " + line);
 }
 
+std::wstring FolderTree::WidePath(const std::wstring& name) const {
+  const std::wstring path = win32::Wide(path_);
+  return name.empty() ? path : path + L'\\' + name;
+}
+
 void FolderTree::AddFolder(StringView name) const {
   if (!CreateDirectoryW(Literal(PathOf(name)).c_str(), nullptr))
     throw std::runtime_error("no folder " + ToUtf8(name));

@@ -18,6 +18,8 @@ class FolderTree {
   // Without a separator at its end.
   const String& Path() const { return path_; }
   String PathOf(StringView name) const { return path_ + u'\\' + String(name); }
+  // As programs of the platform take it; without a name the tree itself.
+  std::wstring WidePath(const std::wstring& name = {}) const;
 
   void AddFolder(StringView name) const;
   void AddFile(StringView name) const;

@@ -20,20 +20,17 @@ TEST(Keyboard, TabWalksTheTabOrderAndSpacePressesTheFocusedButton) {
     const HWND two = person.Control(window, u"keyTwo");
     const HWND name = person.Control(window, u"txtName");
     person.AwaitFocus(one);
-    person.Press(VK_TAB);
-    person.AwaitFocus(two);
-    person.Press(VK_TAB);
-    person.AwaitFocus(name);
-    person.Press(VK_TAB);
-    person.AwaitFocus(one);
-    person.Press(VK_TAB, VK_SHIFT);
-    person.AwaitFocus(name);
-    person.Press(VK_TAB, VK_SHIFT);
-    person.AwaitFocus(two);
-    person.Press(VK_LEFT);
-    person.AwaitFocus(one);
-    person.Press(VK_RIGHT);
-    person.AwaitFocus(two);
+    const struct {
+      WORD Key;
+      HWND Focus;
+      WORD Modifier = 0;
+    } strokes[] = {
+        {VK_TAB, two},           {VK_TAB, name}, {VK_TAB, one},  {VK_TAB, name, VK_SHIFT},
+        {VK_TAB, two, VK_SHIFT}, {VK_LEFT, one}, {VK_RIGHT, two}};
+    for (const auto& [key, focus, modifier] : strokes) {
+      person.Press(key, modifier);
+      person.AwaitFocus(focus);
+    }
     person.Press(VK_SPACE);
   });
   EXPECT_EQ(form.Answer, u"keyTwo");

@@ -116,10 +116,9 @@ TEST_F(PasswordSecrecy, NoOtherProcessReadsTheText) {
 }
 
 TEST(PasswordSpy, ReadsNothing) {
-  std::array<wchar_t, 32> handle{};
-  if (GetEnvironmentVariableW(kWindow, handle.data(), static_cast<DWORD>(handle.size())) == 0)
-    GTEST_SKIP() << "not started by the test of the password box";
-  const auto box = reinterpret_cast<HWND>(std::stoull(handle.data()));
+  const auto handle = GivenNumber(kWindow);
+  if (!handle) GTEST_SKIP() << "not started by the test of the password box";
+  const auto box = reinterpret_cast<HWND>(static_cast<ULONG_PTR>(*handle));
   ASSERT_TRUE(IsWindow(box));
   ASSERT_NE(GetWindowThreadProcessId(box, nullptr), GetCurrentThreadId());
   ExpectNothingReadable(box);

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <array>
 #include <string>
 
 #include "SelfProcess.h"
@@ -16,11 +15,10 @@ namespace {
 constexpr const wchar_t* kExpected = L"KRX_TEST_DPI";
 
 TEST(Resolution, IsTheOneThatTheTestRunsAt) {
-  std::array<wchar_t, 16> wanted{};
-  if (GetEnvironmentVariableW(kExpected, wanted.data(), static_cast<DWORD>(wanted.size())) == 0)
-    GTEST_SKIP() << "not started by the test of all resolutions";
+  const auto wanted = GivenNumber(kExpected);
+  if (!wanted) GTEST_SKIP() << "not started by the test of all resolutions";
   win32::Win32Platform platform;
-  EXPECT_EQ(platform.TwipsPerPixel(), 1440.0f / static_cast<float>(std::stoi(wanted.data())));
+  EXPECT_EQ(platform.TwipsPerPixel(), 1440.0f / static_cast<float>(*wanted));
 }
 
 TEST(ResolutionOfTheScreen, IsTheDesktopsOrTheOneNotedOfTheScreen) {

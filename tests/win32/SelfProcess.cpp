@@ -24,4 +24,11 @@ DWORD RunSelf(const std::wstring& filter, const wchar_t* variable, const std::ws
   return code;
 }
 
+std::optional<std::uint64_t> GivenNumber(const wchar_t* variable) {
+  std::array<wchar_t, 32> text{};
+  if (GetEnvironmentVariableW(variable, text.data(), static_cast<DWORD>(text.size())) == 0)
+    return std::nullopt;
+  return std::stoull(text.data());
+}
+
 }  // namespace krx::test

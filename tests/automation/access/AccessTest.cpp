@@ -6,10 +6,6 @@ void AccessTest::SetUp() {
   UsersTest::SetUp();
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
   Tree.emplace();
-  for (const StringView folder : {u"Alpha", u"Logs", u"Logs\\Old", u"Zeta"})
-    Tree->AddFolder(folder);
-  for (const StringView file : {u"notes.txt", u"plan.bmp", u"readme.txt"})
-    Tree->AddFile(file);
 }
 
 void AccessTest::TearDown() {
@@ -18,7 +14,7 @@ void AccessTest::TearDown() {
 }
 
 std::string AccessTest::Folder() const {
-  return '"' + ToUtf8(Tree->Path()) + '"';
+  return ScriptLiteral(Tree->WidePath());
 }
 
 void AccessTest::Leave(const Window& form, const std::wstring& key) {

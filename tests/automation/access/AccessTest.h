@@ -3,14 +3,14 @@
 #include <optional>
 #include <string>
 
-#include "FolderTree.h"
 #include "access/Reader.h"
+#include "files/SampleTree.h"
 #include "users/UsersTest.h"
 
 namespace krx::drive {
 
 // Base of the tests that look at the dialogs as assistive programs do, from a process of their own:
-// users, and a tree with Alpha\, Logs\Old\, Zeta\, and in itself notes.txt, plan.bmp, readme.txt.
+// users, and a tree of folders.
 class AccessTest : public UsersTest {
  protected:
   void SetUp() override;
@@ -25,7 +25,7 @@ class AccessTest : public UsersTest {
   // Presses a button without mouse and keyboard and waits until the form has gone.
   static void Leave(const Window& form, const std::wstring& key);
 
-  std::optional<test::FolderTree> Tree;
+  std::optional<test::SampleTree> Tree;
 };
 
 }  // namespace krx::drive

@@ -9,22 +9,16 @@ namespace {
 
 class Readers : public AccessTest {
  protected:
-  std::wstring PathOf(const std::wstring& name) const {
-    return std::wstring(Tree->Path().begin(), Tree->Path().end()) + L'\\' + name;
-  }
+  std::wstring PathOf(const std::wstring& name) const { return Tree->WidePath(name); }
   // The touch dialog at a folder of the tree, once its rows are complete.
   Window OpenAtLogs() {
-    const std::string start = '"' + Narrow(PathOf(L"Logs")) + '"';
-    RunUserScript("WScript.Echo Dialogs.KRSelectDirectoryTouch(" + start + ")\r\n");
+    RunUserScript("WScript.Echo Dialogs.KRSelectDirectoryTouch(" + ScriptLiteral(PathOf(L"Logs")) +
+                  ")\r\n");
     const Window form = Form(L"FDirectorySelectTouch", L"grdFolders");
     const List rows(form, L"grdFolders");
     rows.Find(L"Zeta", 1);
     EXPECT_TRUE(Within(kPatience, [&] { return rows.Cell(2, 0) == L" +"; })) << "no marker";
     return form;
-  }
-  static void WaitForText(const Window& control, const std::wstring& text) {
-    EXPECT_TRUE(Within(kPatience, [&] { return control.Text() == text; }))
-        << Narrow(control.Text());
   }
 };
 
@@ -59,7 +53,7 @@ TEST_F(Readers, SelectARowAsTheOperatorDoes) {
   const Window form = OpenAtLogs();
   const Element grid = Control(form, L"grdFolders");
   grid.Inside(4).Select(SELFLAG_TAKEFOCUS | SELFLAG_TAKESELECTION);
-  WaitForText(form.Child(L"txtDirectory"), PathOf(L"Zeta"));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L"Zeta"));
   EXPECT_EQ(grid.Selected(), 4);
   EXPECT_TRUE(grid.Inside(4).Has(STATE_SYSTEM_FOCUSED));
   Leave(form, L"keyOK");
@@ -73,7 +67,8 @@ TEST_F(Readers, HearWhatTheColumnsSayOfAUser) {
   ASSERT_EQ(list.Count(), 5);
   const Element eva = list.Inside(List(form, L"lvwUser").Find(kOperator) + 1);
   EXPECT_EQ(eva.Name(), kOperator);
-  EXPECT_NE(eva.Description().find(L"Full name: Eva Meier; User class: Operator"),
+  EXPECT_NE(eva.Description().find(Text("lblFullName") + L": Eva Meier; " + Text("lblUserClass") +
+                                   L": Operator"),
             std::wstring::npos)
       << Narrow(eva.Description());
   EXPECT_EQ(list.Selected(), 0);

@@ -3,46 +3,37 @@
 
 #include <windows.h>
 
-#include <cstdio>
 #include <functional>
 #include <map>
 #include <string>
 
 #include "client/Dialogs.h"
+#include "client/Report.h"
 
 namespace {
 
 using krx::client::Dialogs;
 using krx::client::ErrorText;
+using krx::client::Hex;
+using krx::client::Say;
 
 Dialogs* dialogs = nullptr;
-
-void Print(const std::string& line) {
-  std::puts(line.c_str());
-  std::fflush(stdout);
-}
 
 long Ask(const wchar_t* text, long style) {
   long result = -1;
   const HRESULT status = dialogs->MsgBox(text, style, L"Client", result);
-  if (FAILED(status)) Print("failed");
+  if (FAILED(status)) Say("failed");
   return result;
-}
-
-std::string Hex(HRESULT status) {
-  char text[16];
-  std::snprintf(text, sizeof text, "%08lX", static_cast<unsigned long>(status));
-  return text;
 }
 
 void Answer() {
   switch (static_cast<KRMsgBoxResult>(Ask(L"Early", 4))) {
     case krYes:
-      return Print("yes");
+      return Say("yes");
     case krNo:
-      return Print("no");
+      return Say("no");
     default:
-      return Print("another result");
+      return Say("another result");
   }
 }
 
@@ -51,7 +42,7 @@ HANDLE nested_wanted = nullptr;
 void CALLBACK OpenNested(HWND, UINT, UINT_PTR timer, DWORD) {
   if (WaitForSingleObject(nested_wanted, 0) != WAIT_OBJECT_0) return;
   KillTimer(nullptr, timer);
-  Print("nested " + std::to_string(Ask(L"Nested", 5)));
+  Say("nested " + std::to_string(Ask(L"Nested", 5)));
 }
 
 // A second box opens while the first one is up, from a timer that only the modal loop can run, once
@@ -59,7 +50,7 @@ void CALLBACK OpenNested(HWND, UINT, UINT_PTR timer, DWORD) {
 void Nested() {
   nested_wanted = CreateEventW(nullptr, TRUE, FALSE, L"krx-nested-wanted");
   SetTimer(nullptr, 0, 10, OpenNested);
-  Print("outer " + std::to_string(Ask(L"Outer", 4)));
+  Say("outer " + std::to_string(Ask(L"Outer", 4)));
   CloseHandle(nested_wanted);
 }
 
@@ -82,9 +73,9 @@ void Windows() {
   SetForegroundWindow(main);
   SetFocus(edit);
   Ask(L"Text", 0);
-  Print("client window " + EnabledOrNot(main));
-  Print("disabled window " + EnabledOrNot(own_disabled));
-  Print(GetFocus() == edit ? "focus restored" : "focus lost");
+  Say("client window " + EnabledOrNot(main));
+  Say("disabled window " + EnabledOrNot(own_disabled));
+  Say(GetFocus() == edit ? "focus restored" : "focus lost");
   DestroyWindow(main);
   DestroyWindow(own_disabled);
 }
@@ -97,19 +88,19 @@ void CALLBACK PostQuit(HWND, UINT, UINT_PTR timer, DWORD) {
 // The client is told to quit while a box is up; its own loop has to learn of it.
 void Quit() {
   SetTimer(nullptr, 0, 10, PostQuit);
-  Print("result " + std::to_string(Ask(L"Text", 4)));
+  Say("result " + std::to_string(Ask(L"Text", 4)));
   MSG message{};
   while (GetMessageW(&message, nullptr, 0, 0) > 0)
     DispatchMessageW(&message);
-  Print("quit " + std::to_string(message.wParam));
+  Say("quit " + std::to_string(message.wParam));
 }
 
 // Status and text of two failures.
 void Failures() {
   long result = -1;
-  Print("mismatch " + Hex(dialogs->MsgBox(L"Text", 256, L"Title", result)));
-  Print(ErrorText().empty() ? "without text" : "with text");
-  Print("no place for a host " + Hex((*dialogs)->SetHostApp(nullptr)));
+  Say("mismatch " + Hex(dialogs->MsgBox(L"Text", 256, L"Title", result)));
+  Say(ErrorText().empty() ? "without text" : "with text");
+  Say("no place for a host " + Hex((*dialogs)->SetHostApp(nullptr)));
 }
 
 const std::map<std::string, std::function<void()>> kModes{

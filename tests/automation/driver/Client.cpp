@@ -6,6 +6,8 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "driver/Window.h"
+
 namespace krx::drive {
 
 Client::Client(const std::wstring& command_line) {
@@ -101,6 +103,13 @@ ScriptFile::~ScriptFile() {
 
 std::wstring ScriptFile::Command() const {
   return L"cscript.exe //nologo \"" + path_.wstring() + L"\"";
+}
+
+std::string ScriptLiteral(const std::wstring& text) {
+  std::string literal(1, '"');
+  for (const char unit : Narrow(text))
+    literal += unit == '"' ? std::string("\"\"") : std::string(1, unit);
+  return literal += '"';
 }
 
 std::filesystem::path ProgramFolder() {

@@ -56,6 +56,9 @@ class ScriptFile {
   std::filesystem::path path_;
 };
 
+// A text as a literal of a script in Visual Basic.
+std::string ScriptLiteral(const std::wstring& text);
+
 // Folder of the running program, where its client programs lie as well.
 std::filesystem::path ProgramFolder();
 

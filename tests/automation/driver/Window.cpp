@@ -115,6 +115,12 @@ void Window::WaitForFocusOn(const std::wstring& name) const {
                            (child ? Narrow(child->Name()) : "no control of the form"));
 }
 
+void Window::WaitForText(const std::wstring& text) const {
+  if (!Within(kPatience, [&] { return Text() == text; }))
+    throw std::runtime_error(Narrow(Name()) + " shows " + Narrow(Text()) + " instead of " +
+                             Narrow(text));
+}
+
 void Window::WaitUntilActive() const {
   if (!Within(kPatience, [&] { return GetForegroundWindow() == handle_; }))
     throw std::runtime_error(Narrow(Name()) + " does not become active");

@@ -38,6 +38,7 @@ class Window {
 
   // Waits; all throw when it does not happen in time.
   void WaitForFocusOn(const std::wstring& name) const;
+  void WaitForText(const std::wstring& text) const;
   void WaitUntilActive() const;
   void WaitUntilGone() const;
 

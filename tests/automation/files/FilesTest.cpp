@@ -25,15 +25,10 @@ std::wstring Quoted(const std::wstring& argument) {
 void FilesTest::SetUp() {
   DialogTest::SetUp();
   Tree.emplace();
-  for (const wchar_t* folder : {L"Alpha", L"Logs", L"Logs\\Old", L"Zeta"})
-    AddFolder(folder);
-  for (const wchar_t* file : {L"notes.txt", L"plan.bmp", L"readme.txt", L"Logs\\today.log"})
-    AddFile(file);
 }
 
 std::wstring FilesTest::PathOf(const std::wstring& name) const {
-  const String path = name.empty() ? Tree->Path() : Tree->PathOf(Units(name));
-  return std::wstring(path.begin(), path.end());
+  return Tree->WidePath(name);
 }
 
 void FilesTest::AddFolder(const std::wstring& name) const {
@@ -63,13 +58,6 @@ std::wstring FilesTest::Result() {
   const std::string& line = lines.front();
   if (line.size() < 2 || line.front() != '[') throw std::runtime_error("the call failed: " + line);
   return Widen(line.substr(1, line.size() - 2));
-}
-
-void FilesTest::WaitForText(const Window& form, const std::wstring& control,
-                            const std::wstring& text) {
-  const Window shown = form.Child(control);
-  EXPECT_TRUE(Within(kPatience, [&] { return shown.Text() == text; }))
-      << Narrow(control) << " shows " << Narrow(shown.Text()) << " instead of " << Narrow(text);
 }
 
 void FilesTest::WaitUntilVisible(const Window& form, const std::wstring& control, bool visible) {

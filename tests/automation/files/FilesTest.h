@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
-#include "FolderTree.h"
 #include "driver/List.h"
+#include "files/SampleTree.h"
 #include "support/DialogTest.h"
 
 namespace krx::drive {
@@ -23,7 +23,6 @@ struct SelectCall {
 // client that passes and prints texts of any kind.
 class FilesTest : public DialogTest {
  protected:
-  // The tree holds Alpha\, Logs\Old\, Zeta\, and in itself notes.txt, plan.bmp, readme.txt.
   void SetUp() override;
 
   std::wstring PathOf(const std::wstring& name) const;
@@ -35,9 +34,7 @@ class FilesTest : public DialogTest {
   // What the client's call returned.
   std::wstring Result();
 
-  // Waits until a control shows a text or is shown at all.
-  static void WaitForText(const Window& form, const std::wstring& control,
-                          const std::wstring& text);
+  // Waits until a control is shown or hidden.
   static void WaitUntilVisible(const Window& form, const std::wstring& control, bool visible);
   // Chooses the entry of a combo box that begins with a character.
   static void Choose(const Window& form, const std::wstring& combo, wchar_t beginning);
@@ -48,7 +45,7 @@ class FilesTest : public DialogTest {
   static void ExpectRows(const Window& form, const std::wstring& list,
                          const std::vector<std::wstring>& rows);
 
-  std::optional<test::FolderTree> Tree;
+  std::optional<test::SampleTree> Tree;
 };
 
 }  // namespace krx::drive

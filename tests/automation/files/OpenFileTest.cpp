@@ -16,13 +16,13 @@ class OpenFile : public FilesTest {
 
 TEST_F(OpenFile, ShowsTheFilesOfTheFirstType) {
   const Window form = OpenTree(L"Text|*.txt|Pictures|*.bmp;*.gif|All");
-  EXPECT_EQ(form.Text(), L"Open file");
+  EXPECT_EQ(form.Text(), Text("TitleOpen"));
   ExpectRows(form, L"filSelect", {L"notes.txt", L"readme.txt"});
   EXPECT_EQ(form.Child(L"cboFileType(0)").Text(), L"Text");
   Choose(form, L"cboFileType(0)", L'P');
   ExpectRows(form, L"filSelect", {L"plan.bmp"});
   Choose(form, L"cboFileType(0)", L'A');
-  WaitForText(form, L"cboFileType(0)", L"All");
+  form.Child(L"cboFileType(0)").WaitForText(L"All");
   ExpectRows(form, L"filSelect", {L"plan.bmp"});
   PressKey(L"Esc");
   EXPECT_EQ(Result(), L"");
@@ -33,7 +33,7 @@ TEST_F(OpenFile, AFileIsChosenByClickAndOk) {
   EXPECT_FALSE(form.Child(L"keyOK").Enabled());
   const List files(form, L"filSelect");
   files.Click(files.Find(L"plan.bmp"));
-  WaitForText(form, L"txtFileName", L"plan.bmp");
+  form.Child(L"txtFileName").WaitForText(L"plan.bmp");
   form.Child(L"keyOK").Click();
   EXPECT_EQ(Result(), PathOf(L"plan.bmp"));
 }
@@ -50,18 +50,18 @@ TEST_F(OpenFile, AFileIsChosenByLettersAndEnter) {
   PressKey(L"Tab");
   form.WaitForFocusOn(L"filSelect");
   TypeText(L"re");
-  WaitForText(form, L"txtFileName", L"readme.txt");
+  form.Child(L"txtFileName").WaitForText(L"readme.txt");
   PressKey(L"Enter");
   EXPECT_EQ(Result(), PathOf(L"readme.txt"));
 }
 
 TEST_F(OpenFile, ANameIsTypedToSaveUnder) {
   const Window form = Open({L"save", PathOf(L""), L"All|*", L"old name"});
-  EXPECT_EQ(form.Text(), L"Save file as");
+  EXPECT_EQ(form.Text(), Text("TitleSaveAs"));
   PressKey(L"Home");
   PressKey(L"Shift+End");
   TypeText(L"new & old.txt");
-  WaitForText(form, L"txtFileName", L"new & old.txt");
+  form.Child(L"txtFileName").WaitForText(L"new & old.txt");
   PressKey(L"Enter");
   EXPECT_EQ(Result(), PathOf(L"new & old.txt"));
 }
@@ -120,7 +120,7 @@ class LargeFolder : public FilesTest {
     large_->AddFiles(u"", kFiles);
   }
   static void TearDownTestSuite() { large_.reset(); }
-  static std::wstring Large() { return {large_->Path().begin(), large_->Path().end()}; }
+  static std::wstring Large() { return large_->WidePath(); }
 
   static inline std::optional<test::FolderTree> large_;
 };
@@ -134,7 +134,7 @@ TEST_F(LargeFolder, GrowsUntilEveryFileIsThere) {
   PressKey(L"End");
   files.WaitForSelected(kFiles - 1);
   const std::wstring last = files.Cell(kFiles - 1, 0);
-  WaitForText(form, L"txtFileName", last);
+  form.Child(L"txtFileName").WaitForText(last);
   PressKey(L"Enter");
   EXPECT_EQ(Result(), Large() + L'\\' + last);
 }

@@ -16,7 +16,7 @@ class SelectDirectory : public FilesTest {
   // Presses a key in the directory list and waits for the path it leads to.
   static void Press(const Window& form, const wchar_t* key, const std::wstring& path) {
     PressKey(key);
-    WaitForText(form, L"txtDirectory", path);
+    form.Child(L"txtDirectory").WaitForText(path);
   }
 };
 
@@ -46,7 +46,7 @@ TEST_F(SelectDirectory, ATypedPathSurvivesTheWalkToTheButton) {
   PressKey(L"Home");
   TypeText(L"nowhere ");
   const std::wstring typed = L"nowhere " + PathOf(L"");
-  WaitForText(form, L"txtDirectory", typed);
+  form.Child(L"txtDirectory").WaitForText(typed);
   for (const wchar_t* next : {L"drvSelect", L"dirSelect", L"keyOK"}) {
     PressKey(L"Tab");
     form.WaitForFocusOn(next);
@@ -72,11 +72,11 @@ TEST_F(SelectDirectory, IsWalkedByClicks) {
   const Window form = OpenTree();
   const List list(form, L"dirSelect");
   list.Click(list.Find(L"Logs"));
-  WaitForText(form, L"txtDirectory", PathOf(L"Logs"));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L"Logs"));
   list.Click(list.Find(L"Old"));
-  WaitForText(form, L"txtDirectory", PathOf(L"Logs\\Old"));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L"Logs\\Old"));
   list.Click(list.Find(L"Logs"));  // an ancestor now
-  WaitForText(form, L"txtDirectory", PathOf(L"Logs"));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L"Logs"));
   form.Child(L"keyOK").Click();
   EXPECT_EQ(Result(), PathOf(L"Logs"));
 }
@@ -85,7 +85,7 @@ TEST_F(SelectDirectory, ADoubleClickOpensOneFolderOnly) {
   const Window form = OpenTree();
   const List list(form, L"dirSelect");
   list.DoubleClick(list.Find(L"Logs"));
-  WaitForText(form, L"txtDirectory", PathOf(L"Logs"));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L"Logs"));
   form.Child(L"keyOK").Click();
   EXPECT_EQ(Result(), PathOf(L"Logs"));
 }
@@ -99,9 +99,9 @@ TEST_F(SelectDirectory, ADoubleClickOpensOneFolderThoughTheListScrollsUnderIt) {
   const Window form = OpenTree();
   const List list(form, L"dirSelect");
   list.DoubleClick(list.Find(L"Deep"));
-  WaitForText(form, L"txtDirectory", PathOf(L"Deep"));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L"Deep"));
   PressKey(L"Down");
-  WaitForText(form, L"txtDirectory", PathOf(L"Deep\\S0"));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L"Deep\\S0"));
   form.Child(L"keyOK").Click();
   EXPECT_EQ(Result(), PathOf(L"Deep\\S0"));
 }
@@ -109,7 +109,7 @@ TEST_F(SelectDirectory, ADoubleClickOpensOneFolderThoughTheListScrollsUnderIt) {
 TEST_F(SelectDirectory, TypedLettersLookFoldersUp) {
   const Window form = OpenTree();
   TypeText(L"ze");
-  WaitForText(form, L"txtDirectory", PathOf(L"Zeta"));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L"Zeta"));
   PressKey(L"Esc");
   EXPECT_EQ(Result(), L"");
 }
@@ -121,7 +121,7 @@ TEST_F(SelectDirectory, ATypedPathIsReturnedAsTyped) {
   PressKey(L"Home");
   PressKey(L"Shift+End");
   TypeText(L"X:\\not there ");
-  WaitForText(form, L"txtDirectory", L"X:\\not there ");
+  form.Child(L"txtDirectory").WaitForText(L"X:\\not there ");
   PressKey(L"Enter");
   EXPECT_EQ(Result(), L"X:\\not there ");
 }
@@ -132,7 +132,7 @@ TEST_F(SelectDirectory, ConfinedTheOperatorStaysAtTheStartDirectoryAndBelow) {
   const List list(form, L"dirSelect");
   list.Click(0);  // the drive: the start directory opens again
   EXPECT_TRUE(Within(kPatience, [&] { return list.Selected() == list.Count() - 4; }));
-  WaitForText(form, L"txtDirectory", PathOf(L""));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L""));
   for (const wchar_t* key : {L"Left", L"Up", L"Home", L"Right"})
     Press(form, key, PathOf(L""));
   Press(form, L"Down", PathOf(L"Alpha"));
@@ -166,7 +166,7 @@ TEST_F(SelectDirectory, AStartDirectoryIsTakenHoweverItIsWritten) {
   std::replace(slashes.begin(), slashes.end(), L'\\', L'/');
   for (const std::wstring& start : {slashes, PathOf(L"Zeta\\..\\Logs")}) {
     const Window form = Open({L"directory", start});
-    WaitForText(form, L"txtDirectory", PathOf(L"Logs"));
+    form.Child(L"txtDirectory").WaitForText(PathOf(L"Logs"));
     form.Child(L"keyCancel").Click();
     EXPECT_EQ(Result(), L"");
   }
@@ -175,7 +175,7 @@ TEST_F(SelectDirectory, AStartDirectoryIsTakenHoweverItIsWritten) {
 TEST_F(SelectDirectory, ADriveIsChosenFromTheList) {
   const Window form = OpenTree();
   Choose(form, L"drvSelect", L'z');
-  WaitForText(form, L"txtDirectory", L"z:");
+  form.Child(L"txtDirectory").WaitForText(L"z:");
   form.Child(L"keyOK").Click();
   EXPECT_EQ(Result(), L"z:");
 }
@@ -189,12 +189,12 @@ TEST_F(SelectDirectory, ADriveWithoutAMediumShowsTheNoticeUntilAnotherIsChosen) 
   Choose(form, L"drvSelect", L'y');
   WaitUntilVisible(form, L"dirSelect", false);
   WaitUntilVisible(form, L"idxFileListBox", true);
-  EXPECT_EQ(form.Child(L"idxFileListBox").Text(), L"The drive is not ready.");
-  WaitForText(form, L"txtDirectory", L"y:");
+  EXPECT_EQ(form.Child(L"idxFileListBox").Text(), Text("DriveNotReady"));
+  form.Child(L"txtDirectory").WaitForText(L"y:");
   Choose(form, L"drvSelect", L'c');
   WaitUntilVisible(form, L"dirSelect", true);
   WaitUntilVisible(form, L"idxFileListBox", false);
-  WaitForText(form, L"txtDirectory", L"c:");
+  form.Child(L"txtDirectory").WaitForText(L"c:");
   PressKey(L"Esc");
   EXPECT_EQ(Result(), L"");
 }
@@ -211,7 +211,7 @@ TEST_F(SelectDirectory, AFolderThatVanishesIsEnteredQuietly) {
   Tree->Remove(u"Zeta");
   const List list(form, L"dirSelect");
   list.Click(list.Find(L"Zeta"));
-  WaitForText(form, L"txtDirectory", PathOf(L"Zeta"));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L"Zeta"));
   EXPECT_EQ(list.Column(0).back(), L"Zeta") << "the list stays where it was";
   PressKey(L"Esc");
   EXPECT_EQ(Result(), L"");
@@ -238,9 +238,9 @@ TEST_F(SelectDirectory, ALinkLoopIsFollowedAsDeepAsTheOperatorGoes) {
   for (int round = 0; round < 3; ++round) {
     const List list(form, L"dirSelect");
     list.Click(list.Count() - 3);  // Alpha, the first of three
-    WaitForText(form, L"txtDirectory", PathOf(path += round == 0 ? L"Alpha" : L"\\Alpha"));
+    form.Child(L"txtDirectory").WaitForText(PathOf(path += round == 0 ? L"Alpha" : L"\\Alpha"));
     list.Click(list.Count() - 1);
-    WaitForText(form, L"txtDirectory", PathOf(path += L"\\loop"));
+    form.Child(L"txtDirectory").WaitForText(PathOf(path += L"\\loop"));
   }
   form.Child(L"keyOK").Click();
   EXPECT_EQ(Result(), PathOf(L"Alpha\\loop\\Alpha\\loop\\Alpha\\loop"));

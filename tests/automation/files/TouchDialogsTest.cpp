@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-#include "FolderTree.h"
 #include "RealDisk.h"
 #include "driver/List.h"
+#include "files/SampleTree.h"
 #include "support/DialogTest.h"
 
 namespace krx::drive {
@@ -18,19 +18,7 @@ constexpr int kTwipsPerPixel = 15;  // at 96 dpi
 
 class TouchDialogs : public DialogTest {
  protected:
-  // The tree holds Alpha\, Logs\Old\, Zeta\, and in itself notes.txt, plan.bmp, readme.txt.
-  void SetUp() override {
-    DialogTest::SetUp();
-    for (const StringView folder : {u"Alpha", u"Logs", u"Logs\\Old", u"Zeta"})
-      tree_.AddFolder(folder);
-    for (const StringView file : {u"notes.txt", u"plan.bmp", u"readme.txt", u"Logs\\today.log"})
-      tree_.AddFile(file);
-  }
-
-  std::wstring PathOf(const std::wstring& name) const {
-    const std::wstring root(tree_.Path().begin(), tree_.Path().end());
-    return name.empty() ? root : root + L'\\' + name;
-  }
+  std::wstring PathOf(const std::wstring& name) const { return tree_.WidePath(name); }
   static Window Await(const wchar_t* name) {
     const Window form = WaitForForm(name);
     form.WaitUntilActive();
@@ -55,12 +43,6 @@ class TouchDialogs : public DialogTest {
     EXPECT_EQ(Printed(), Lines{line});
   }
 
-  static void WaitForText(const Window& form, const std::wstring& control,
-                          const std::wstring& text) {
-    const Window shown = form.Child(control);
-    if (!Within(kPatience, [&] { return shown.Text() == text; }))
-      throw std::runtime_error(Narrow(control) + " shows " + Narrow(shown.Text()));
-  }
   static List Folders(const Window& form) { return List(form, L"grdFolders"); }
   static List Files(const Window& form) { return List(form, L"grdFiles"); }
   static void Touch(const List& rows, const std::wstring& name, int column = 1) {
@@ -71,7 +53,7 @@ class TouchDialogs : public DialogTest {
   }
   static int HeightOf(const RECT& bounds) { return bounds.bottom - bounds.top; }
 
-  test::FolderTree tree_;
+  const test::SampleTree tree_;
 };
 
 TEST_F(TouchDialogs, AShareIsBrowsedFromItsRoot) {
@@ -80,16 +62,16 @@ TEST_F(TouchDialogs, AShareIsBrowsedFromItsRoot) {
   const std::wstring root(test::LocalShare::kPath.begin(), test::LocalShare::kPath.end());
   const Window form = OpenDirectory(root);
   const List folders = Folders(form);
-  WaitForText(form, L"txtDirectory", root);
+  form.Child(L"txtDirectory").WaitForText(root);
   EXPECT_EQ(folders.Column(1), (std::vector<std::wstring>{L"Alpha", L"Logs", L"Zeta"}));
   OpenRow(folders, L"Logs");
   folders.WaitForCount(2);
   EXPECT_EQ(folders.Column(1), (std::vector<std::wstring>{L"..", L"Old"}));
   OpenRow(folders, L"..");
   folders.WaitForCount(3);
-  WaitForText(form, L"txtDirectory", root);
+  form.Child(L"txtDirectory").WaitForText(root);
   Touch(folders, L"Zeta");
-  WaitForText(form, L"txtDirectory", root + L"\\Zeta");
+  form.Child(L"txtDirectory").WaitForText(root + L"\\Zeta");
   form.Child(L"keyOK").Click();
   ExpectResult(root + L"\\Zeta");
 }
@@ -98,7 +80,7 @@ TEST_F(TouchDialogs, ASlashedStartDirectoryIsHighlighted) {
   std::wstring start = PathOf(L"Logs");
   std::replace(start.begin(), start.end(), L'\\', L'/');
   const Window form = OpenDirectory(start);
-  WaitForText(form, L"txtDirectory", PathOf(L""));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L""));
   EXPECT_EQ(Folders(form).Selected(), 2);
   form.Child(L"keyCancel").Click();
   ExpectResult(L"");
@@ -107,19 +89,19 @@ TEST_F(TouchDialogs, ASlashedStartDirectoryIsHighlighted) {
 TEST_F(TouchDialogs, ATouchNamesAFolderAndASecondOneOpensIt) {
   const Window form = OpenDirectory(PathOf(L"Logs"));
   const List folders = Folders(form);
-  WaitForText(form, L"txtDirectory", PathOf(L""));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L""));
   EXPECT_EQ(folders.Column(1), (std::vector<std::wstring>{L"..", L"Alpha", L"Logs", L"Zeta"}));
   EXPECT_EQ(folders.Cell(2, 0), L" +");
   EXPECT_EQ(folders.Selected(), 2);
   Touch(folders, L"Zeta");
-  WaitForText(form, L"txtDirectory", PathOf(L"Zeta"));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L"Zeta"));
   OpenRow(folders, L"Logs");
-  WaitForText(form, L"txtDirectory", PathOf(L"Logs"));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L"Logs"));
   folders.Find(L"Old", 1);
   OpenRow(folders, L"..");
-  WaitForText(form, L"txtDirectory", PathOf(L""));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L""));
   OpenRow(folders, L"Alpha");  // without folders of its own
-  WaitForText(form, L"txtDirectory", PathOf(L"Alpha"));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L"Alpha"));
   EXPECT_EQ(folders.Count(), 4);
   form.Child(L"keyOK").Click();
   ExpectResult(PathOf(L"Alpha"));
@@ -131,7 +113,7 @@ TEST_F(TouchDialogs, CloseKeyEscAndAltF4DoNothingAndCancelGivesUp) {
   PressKey(L"Esc");
   PressKey(VK_F4, VK_MENU);
   Touch(Folders(form), L"Zeta");
-  WaitForText(form, L"txtDirectory", PathOf(L"Zeta"));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L"Zeta"));
   form.Child(L"keyCancel").Click();
   ExpectResult(L"");
 }
@@ -139,12 +121,12 @@ TEST_F(TouchDialogs, CloseKeyEscAndAltF4DoNothingAndCancelGivesUp) {
 TEST_F(TouchDialogs, ArrowsTouchRowsAndEnterOpensThem) {
   const Window form = OpenDirectory(PathOf(L"Alpha"));
   PressKey(L"Down");
-  WaitForText(form, L"txtDirectory", PathOf(L"Logs"));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L"Logs"));
   PressKey(L"Enter");
   Folders(form).Find(L"Old", 1);
   PressKey(L"Home");
   PressKey(L"Enter");
-  WaitForText(form, L"txtDirectory", PathOf(L""));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L""));
   form.Child(L"keyOK").Click();
   ExpectResult(PathOf(L""));
 }
@@ -155,7 +137,7 @@ TEST_F(TouchDialogs, AFileIsHighlightedTouchedAndReturned) {
   EXPECT_EQ(files.Column(0), (std::vector<std::wstring>{L"notes.txt", L"readme.txt"}));
   EXPECT_EQ(files.Selected(), -1);
   Touch(files, L"readme.txt", 0);
-  WaitForText(form, L"txtFullPath", PathOf(L"readme.txt"));
+  form.Child(L"txtFullPath").WaitForText(PathOf(L"readme.txt"));
   form.Child(L"keyOK").Click();
   ExpectResult(PathOf(L"readme.txt"));
 }
@@ -242,7 +224,7 @@ TEST_F(EmptyDrive, ShowsItsRowInTheDirectoryDialog) {
   const Window form = OpenDirectory(PathOf(L"Logs"));
   ChooseDrive(form, L"cboDrives");
   const List folders = Folders(form);
-  const int row = folders.Find(L"The drive is not ready.", 1);
+  const int row = folders.Find(Text("DriveNotReady"), 1);
   EXPECT_EQ(row, 0);
   EXPECT_EQ(folders.Count(), 1);
   EXPECT_EQ(folders.Cell(0, 0), L" !");

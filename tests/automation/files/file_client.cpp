@@ -4,22 +4,18 @@
 
 #include <windows.h>
 
-#include <cstdio>
 #include <string>
 #include <vector>
 
 #include "client/Dialogs.h"
+#include "client/Report.h"
+#include "com/Text.h"
 
 namespace {
 
 using krx::client::BasicString;
-
-void Print(const wchar_t* text, int length) {
-  const int size = WideCharToMultiByte(CP_UTF8, 0, text, length, nullptr, 0, nullptr, nullptr);
-  std::string line(static_cast<std::size_t>(size), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, text, length, line.data(), size, nullptr, nullptr);
-  std::printf("[%s]\n", line.c_str());
-}
+using krx::client::Hex;
+using krx::client::Say;
 
 HRESULT Open(krx::client::Dialogs& dialogs, const std::vector<std::wstring>& arguments,
              BSTR* result) {
@@ -44,11 +40,7 @@ int wmain(int count, wchar_t** values) {
   if (!dialogs) return 3;
   BSTR result = nullptr;
   const HRESULT status = Open(dialogs, arguments, &result);
-  if (FAILED(status)) {
-    std::printf("%08lX\n", static_cast<unsigned long>(status));
-  } else {
-    Print(result, static_cast<int>(SysStringLen(result)));
-  }
+  Say(FAILED(status) ? Hex(status) : '[' + krx::ToUtf8(krx::com::FromBstr(result)) + ']');
   SysFreeString(result);
   return 0;
 }

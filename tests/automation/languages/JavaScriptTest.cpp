@@ -44,18 +44,8 @@ class JavaScript : public UsersTest, public ::testing::WithParamInterface<Engine
   void ExpectValue(const std::wstring& value) {
     EXPECT_EQ(Printed(), Lines{Narrow(L"[" + value + L"]")});
   }
-  std::wstring PathOf(const std::wstring& name) const {
-    const String path = tree_.PathOf(String(name.begin(), name.end()));
-    return std::wstring(path.begin(), path.end());
-  }
-  std::string Tree() const {
-    return Literal(std::wstring(tree_.Path().begin(), tree_.Path().end()));
-  }
-  static void WaitForText(const Window& form, const wchar_t* control, const std::wstring& text) {
-    const Window shown = form.Child(control);
-    if (!Within(kPatience, [&] { return shown.Text() == text; }))
-      throw std::runtime_error(Narrow(control) + " shows " + Narrow(shown.Text()));
-  }
+  std::wstring PathOf(const std::wstring& name) const { return tree_.WidePath(name); }
+  std::string Tree() const { return Literal(tree_.WidePath()); }
 
   test::FolderTree tree_;
 };
@@ -81,7 +71,7 @@ TEST_P(JavaScript, ShowsTheUsers) {
   Evaluate("dialogs.KRUserLogOn() + ' ' + dialogs.KRUser()");
   LogOn(kAdministrator, kPassword);
   const Window overview = Form(L"FUser", L"lvwUser");
-  EXPECT_EQ(overview.Text(), L"User overview");
+  EXPECT_EQ(overview.Text(), Text("capOverviewUsers"));
   List(overview, L"lvwUser").Find(kOperator);
   overview.Child(L"keyOK").Click();
   ExpectValue(L"true undefined");
@@ -94,7 +84,7 @@ TEST_P(JavaScript, SelectsADirectory) {
   EXPECT_EQ(form.Text(), L"Where?");
   const List list(form, L"dirSelect");
   list.Click(list.Find(L"Alpha"));
-  WaitForText(form, L"txtDirectory", PathOf(L"Alpha"));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L"Alpha"));
   form.Child(L"keyOK").Click();
   ExpectValue(PathOf(L"Alpha"));
 }
@@ -106,7 +96,7 @@ TEST_P(JavaScript, OpensAFile) {
   const Window form = Form(L"FFileSelect", L"txtFileName");
   const List files(form, L"filSelect");
   files.Click(files.Find(L"notes.txt"));
-  WaitForText(form, L"txtFileName", L"notes.txt");
+  form.Child(L"txtFileName").WaitForText(L"notes.txt");
   EXPECT_EQ(files.Count(), 1);
   form.Child(L"keyOK").Click();
   ExpectValue(PathOf(L"notes.txt"));
@@ -119,7 +109,7 @@ TEST_P(JavaScript, SelectsADirectoryByTouch) {
   const Window form = Form(L"FDirectorySelectTouch", L"grdFolders");
   const List folders(form, L"grdFolders");
   folders.Click(folders.Find(L"Zeta", 1));
-  WaitForText(form, L"txtDirectory", PathOf(L"Zeta"));
+  form.Child(L"txtDirectory").WaitForText(PathOf(L"Zeta"));
   form.Child(L"keyOK").Click();
   ExpectValue(PathOf(L"Zeta"));
 }
@@ -131,7 +121,7 @@ TEST_P(JavaScript, OpensAFileByTouch) {
   const Window form = Form(L"FFileSelectTouch", L"grdFolders");
   const List files(form, L"grdFiles");
   files.Click(files.Find(L"notes.txt"));
-  WaitForText(form, L"txtFullPath", PathOf(L"notes.txt"));
+  form.Child(L"txtFullPath").WaitForText(PathOf(L"notes.txt"));
   form.Child(L"keyOK").Click();
   ExpectValue(PathOf(L"notes.txt"));
 }

@@ -89,11 +89,10 @@ class MonkeyTest : public testing::TestWithParam<client::Method> {
       tree_.AddFolder(folder);
     tree_.AddFolders(u"Alpha", 30);
     tree_.AddFiles(u"Logs", 40);
-    const String folder = tree_.PathOf(u"Logs");
-    folder_ = Narrow(std::wstring(folder.begin(), folder.end()));
+    const std::wstring folder = tree_.WidePath(L"Logs");
+    folder_ = Narrow(folder);
     client_.emplace((ProgramFolder() / "monkey_client.exe").wstring() + L" " +
-                    Widen(GetParam().Name) + L" \"" + std::wstring(folder.begin(), folder.end()) +
-                    L'"');
+                    Widen(GetParam().Name) + L" \"" + folder + L'"');
     client_->WaitForLine("ready");
   }
 

@@ -6,12 +6,11 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <exception>
-#include <sstream>
 #include <string>
 
 #include "client/Methods.h"
+#include "client/Report.h"
 #include "driver/Window.h"
 #include "soak/Administrator.h"
 
@@ -19,28 +18,22 @@ namespace {
 
 using krx::client::Method;
 using krx::client::Methods;
+using krx::client::Say;
 
-void Say(const std::string& line) {
-  std::puts(line.c_str());
-  std::fflush(stdout);
-}
-
-std::string Hexadecimal(HRESULT status) {
-  std::ostringstream text;
-  text << std::hex << status;
-  return text.str();
+void SayFailed(const std::string& why) {
+  Say("failed: " + why);
 }
 
 void Serve(const Method& method, const wchar_t* folder) {
   krx::client::Dialogs dialogs;
-  if (!dialogs) return Say("failed: no dialog object");
+  if (!dialogs) return SayFailed("no dialog object");
   Say("ready");
   std::wstring chosen;
   for (bool confined = false;; confined = !confined) {
     const HRESULT status = method.Open(
         *dialogs.operator->(),
         {krx::client::BasicString(folder), confined ? VARIANT_FALSE : VARIANT_TRUE}, chosen);
-    if (FAILED(status)) Say("failed: " + Hexadecimal(status));
+    if (FAILED(status)) SayFailed(krx::client::Hex(status));
     if (confined && !chosen.empty()) Say("confined: " + krx::drive::Narrow(chosen));
   }
 }

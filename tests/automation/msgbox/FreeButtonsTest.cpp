@@ -40,7 +40,7 @@ TEST_F(FreeButtons, TheThirdOneJoinsYesAndNo) {
       "\"Later\")\r\n");
   const Window box = NextBox();
   EXPECT_EQ(VisibleButtons(box).size(), 3u);
-  EXPECT_EQ(Shown(box.Child(L"keyButton(0)")), L"Yes");
+  EXPECT_EQ(Shown(box.Child(L"keyButton(0)")), Text("Yes"));
   box.Child(L"keyButton(2)").Click();
   EXPECT_EQ(Printed(), Lines{"13"});
 }
@@ -75,7 +75,7 @@ TEST_F(HelpButton, LeavesTheBoxOpenBesideAButtonWhoseAccessKeyIsF) {
 }
 
 TEST_F(HelpButton, IsShownForAHelpFileOnlyWhateverTheStyleSays) {
-  RunScript("WScript.Echo Dialogs.KRMsgBox(\"Text\", 16384, \"Title\")\r\n");
+  RunScript(Ask(16384));
   const Window box = NextBox();
   EXPECT_EQ(VisibleButtons(box), std::vector<std::wstring>{L"keyButton(0)"});
   PressKey(L"Enter");

@@ -5,56 +5,77 @@
 namespace krx::drive {
 namespace {
 
-constexpr const char* kYesNoCancel = "WScript.Echo Dialogs.KRMsgBox(\"Text\", 3, \"Title\")\r\n";
+constexpr const wchar_t* kFirst = L"keyButton(0)";
+constexpr const wchar_t* kSecond = L"keyButton(1)";
+constexpr const wchar_t* kThird = L"keyButton(2)";
+
+constexpr int kYesNoCancel = 3;
+
+struct Stroke {
+  const wchar_t* Key;
+  const wchar_t* Focus;  // control that has it then; null for the key that ends the box
+};
+
+struct Answer {
+  const char* Name;
+  int Style;
+  const wchar_t* Start;  // control that has the focus at first; null where none has it
+  std::vector<Stroke> Strokes;
+  const char* Result;
+};
+
+void PrintTo(const Answer& answer, std::ostream* out) {
+  *out << answer.Name;
+}
+
+class AnswerByKeyboard : public DialogTest, public ::testing::WithParamInterface<Answer> {};
+
+TEST_P(AnswerByKeyboard, GivesTheResult) {
+  RunScript(Ask(GetParam().Style));
+  const Window box = NextBox();
+  if (GetParam().Start) box.WaitForFocusOn(GetParam().Start);
+  for (const auto& [key, focus] : GetParam().Strokes) {
+    PressKey(key);
+    if (focus) box.WaitForFocusOn(focus);
+  }
+  EXPECT_EQ(Printed(), Lines{GetParam().Result});
+}
+
+const Answer kAnswers[] = {
+    {"EnterPressesTheDefaultButton", kYesNoCancel, kFirst, {{L"Enter", nullptr}}, "6"},
+    {"EnterPressesTheFocusedButtonEvenIfAnotherIsTheDefault",
+     kYesNoCancel,
+     kFirst,
+     {{L"Tab", kSecond}, {L"Enter", nullptr}},
+     "7"},
+    {"SpacePressesTheFocusedButton", kYesNoCancel + 512, kThird, {{L"Space", nullptr}}, "2"},
+    {"TabAndShiftTabRunThroughTheButtonsInBothDirections",
+     kYesNoCancel,
+     kFirst,
+     {{L"Tab", kSecond},
+      {L"Tab", kThird},
+      {L"Shift+Tab", kSecond},
+      {L"Shift+Tab", kFirst},
+      {L"Enter", nullptr}},
+     "6"},
+    {"EscDoesWhatTheCloseButtonDoesAndReturnsTheDefaultButtonsCode",
+     kYesNoCancel + 256,
+     kSecond,
+     {{L"Esc", nullptr}},
+     "7"},
+    {"EscClosesABoxWithoutAnswerButton", 6, nullptr, {{L"Esc", nullptr}}, "0"},
+    // As everywhere in dialogs: where no text can be typed, the letter alone will do.
+    {"AnAccessKeyNeedsNoModifier", kYesNoCancel, kFirst, {{L"n", nullptr}}, "7"},
+};
+INSTANTIATE_TEST_SUITE_P(Keyboard, AnswerByKeyboard, ::testing::ValuesIn(kAnswers),
+                         [](const auto& test) { return std::string(test.param.Name); });
 
 class Keyboard : public DialogTest {};
 
-TEST_F(Keyboard, EnterPressesTheDefaultButton) {
-  RunScript(kYesNoCancel);
-  const Window box = NextBox();
-  box.WaitForFocusOn(L"keyButton(0)");
-  PressKey(L"Enter");
-  EXPECT_EQ(Printed(), Lines{"6"});
-}
-
-TEST_F(Keyboard, EnterPressesTheFocusedButtonEvenIfAnotherIsTheDefault) {
-  RunScript(kYesNoCancel);
-  const Window box = NextBox();
-  box.WaitForFocusOn(L"keyButton(0)");
-  PressKey(L"Tab");
-  box.WaitForFocusOn(L"keyButton(1)");
-  PressKey(L"Enter");
-  EXPECT_EQ(Printed(), Lines{"7"});
-}
-
-TEST_F(Keyboard, SpacePressesTheFocusedButton) {
-  RunScript("WScript.Echo Dialogs.KRMsgBox(\"Text\", 3 + 512, \"Title\")\r\n");
-  const Window box = NextBox();
-  box.WaitForFocusOn(L"keyButton(2)");
-  PressKey(L"Space");
-  EXPECT_EQ(Printed(), Lines{"2"});
-}
-
-TEST_F(Keyboard, TabAndShiftTabRunThroughTheButtonsInBothDirections) {
-  RunScript(kYesNoCancel);
-  const Window box = NextBox();
-  box.WaitForFocusOn(L"keyButton(0)");
-  PressKey(L"Tab");
-  box.WaitForFocusOn(L"keyButton(1)");
-  PressKey(L"Tab");
-  box.WaitForFocusOn(L"keyButton(2)");
-  PressKey(L"Shift+Tab");
-  box.WaitForFocusOn(L"keyButton(1)");
-  PressKey(L"Shift+Tab");
-  box.WaitForFocusOn(L"keyButton(0)");
-  PressKey(L"Enter");
-  EXPECT_EQ(Printed(), Lines{"6"});
-}
-
 TEST_F(Keyboard, TabComesRoundToWhereItStarted) {
-  RunScript(kYesNoCancel);
+  RunScript(Ask(kYesNoCancel));
   const Window box = NextBox();
-  box.WaitForFocusOn(L"keyButton(0)");
+  box.WaitForFocusOn(kFirst);
   // At most the three answers and the close button take part.
   bool round = false;
   for (int i = 0; i < 4 && !round; ++i) {
@@ -64,25 +85,11 @@ TEST_F(Keyboard, TabComesRoundToWhereItStarted) {
       const auto now = box.FocusedChild();
       return now && !(*now == *before);
     }));
-    round = box.FocusedChild()->Name() == L"keyButton(0)";
+    round = box.FocusedChild()->Name() == kFirst;
   }
   EXPECT_TRUE(round);
   PressKey(L"Esc");
   EXPECT_EQ(Printed(), Lines{"6"});
-}
-
-TEST_F(Keyboard, EscDoesWhatTheCloseButtonDoesAndReturnsTheDefaultButtonsCode) {
-  RunScript("WScript.Echo Dialogs.KRMsgBox(\"Text\", 3 + 256, \"Title\")\r\n");
-  NextBox().WaitForFocusOn(L"keyButton(1)");
-  PressKey(L"Esc");
-  EXPECT_EQ(Printed(), Lines{"7"});
-}
-
-TEST_F(Keyboard, EscClosesABoxWithoutAnswerButton) {
-  RunScript("WScript.Echo Dialogs.KRMsgBox(\"Text\", 6, \"Title\")\r\n");
-  NextBox();
-  PressKey(L"Esc");
-  EXPECT_EQ(Printed(), Lines{"0"});
 }
 
 TEST_F(Keyboard, AccessKeysPressTheirButtons) {
@@ -98,23 +105,15 @@ TEST_F(Keyboard, AccessKeysPressTheirButtons) {
   EXPECT_EQ(Printed(), (Lines{"12", "13", "11"}));
 }
 
-// As everywhere in dialogs: where no text can be typed, the letter alone will do.
-TEST_F(Keyboard, AnAccessKeyNeedsNoModifier) {
-  RunScript(kYesNoCancel);
-  NextBox().WaitForFocusOn(L"keyButton(0)");
-  PressKey(L"n");
-  EXPECT_EQ(Printed(), Lines{"7"});
-}
-
 TEST_F(Keyboard, OtherKeysLeaveTheBoxOpen) {
-  RunScript(kYesNoCancel);
+  RunScript(Ask(kYesNoCancel));
   const Window box = NextBox();
-  box.WaitForFocusOn(L"keyButton(0)");
+  box.WaitForFocusOn(kFirst);
   PressKey(L"Alt+q");
   TypeText(L"xz");
   PressKey(L"Delete");
   PressKey(L"Tab");
-  box.WaitForFocusOn(L"keyButton(1)");  // all keys before have been handled
+  box.WaitForFocusOn(kSecond);  // all keys before have been handled
   EXPECT_TRUE(box.Visible());
   PressKey(L"Enter");
   EXPECT_EQ(Printed(), Lines{"7"});

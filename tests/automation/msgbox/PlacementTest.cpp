@@ -21,7 +21,7 @@ bool Inside(const RECT& inner, const RECT& outer) {
 class Placement : public DialogTest {};
 
 TEST_F(Placement, TheBoxOpensInTheMiddleOfTheWorkArea) {
-  RunScript("WScript.Echo Dialogs.KRMsgBox(\"Text\", 3 + 32, \"Title\")\r\n");
+  RunScript(Ask(3 + 32));
   const RECT box = NextBox().Bounds();
   const RECT area = WorkArea();
   EXPECT_NEAR(box.left - area.left, area.right - box.right, 1);
@@ -76,7 +76,7 @@ TEST_F(Placement, ButtonsStandInOneRowWithTheirGaps) {
 }
 
 TEST_F(Placement, TheFormAndItsControlsCarryTheirNames) {
-  RunScript("WScript.Echo Dialogs.KRMsgBox(\"Text\", 32, \"Title\")\r\n");
+  RunScript(Ask(32));
   const Window box = NextBox();
   EXPECT_EQ(box.Name(), L"FMessageBox");
   for (const wchar_t* name :
@@ -96,10 +96,10 @@ TEST_F(Language, GermanTextsAndUmlautsAreOnTheScreen) {
   const Window box = NextBox();
   EXPECT_EQ(box.Child(L"idxMessage").Text(), L"Größe");
   EXPECT_EQ(box.Text(), L"Über");
-  EXPECT_EQ(Shown(box.Child(L"keyButton(0)")), L"Ja");
-  EXPECT_EQ(Shown(box.Child(L"keyButton(1)")), L"Nein");
-  EXPECT_EQ(Shown(box.Child(L"keyButton(2)")), L"Abbrechen");
-  EXPECT_EQ(Shown(box.Child(L"keyHelp")), L"Hilfe");
+  EXPECT_EQ(Shown(box.Child(L"keyButton(0)")), Text("Yes", "de"));
+  EXPECT_EQ(Shown(box.Child(L"keyButton(1)")), Text("No", "de"));
+  EXPECT_EQ(Shown(box.Child(L"keyButton(2)")), Text("Cancel", "de"));
+  EXPECT_EQ(Shown(box.Child(L"keyHelp")), Text("Help", "de"));
   PressKey(L"Alt+n");
   EXPECT_EQ(Printed(), Lines{"7"});
 }
@@ -108,9 +108,9 @@ TEST_F(Language, ASwitchCountsForTheNextBox) {
   RunScript(
       "Dim name\r\nFor Each name In Array(\"de\", \"en\")\r\nRuntime.Language = name\r\n"
       "WScript.Echo Dialogs.KRMsgBox(\"Text\", 2, \"Title\")\r\nNext\r\n");
-  for (const wchar_t* text : {L"Wiederholen", L"Retry"}) {
+  for (const char* language : {"de", "en"}) {
     const Window box = NextBox();
-    EXPECT_EQ(Shown(box.Child(L"keyButton(1)")), text);
+    EXPECT_EQ(Shown(box.Child(L"keyButton(1)")), Text("Retry", language));
     box.Child(L"keyButton(1)").Click();
     box.WaitUntilGone();
   }

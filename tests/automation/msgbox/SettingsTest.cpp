@@ -60,9 +60,7 @@ TEST_F(Settings, AreResetForTheNextInstanceWhenAnyIsDestroyed) {
 }
 
 TEST_F(Settings, MinimumHeightsShowOnTheScreen) {
-  RunScript(
-      "Dialogs.ButtonMinHeight = 900\r\nDialogs.CaptionMinHeight = 600\r\n"
-      "WScript.Echo Dialogs.KRMsgBox(\"Text\", 1, \"Title\")\r\n");
+  RunScript("Dialogs.ButtonMinHeight = 900\r\nDialogs.CaptionMinHeight = 600\r\n" + Ask(1));
   const Window box = NextBox();
   const RECT key = box.Child(L"keyButton(0)").Bounds();
   const RECT caption = box.Child(L"idxCaption").Bounds();

@@ -64,8 +64,7 @@ TEST(Host, WithoutAManifestGetsTheControlsOfTheComponent) {
       CreateWindowExW(0, L"Button", L"", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
   ASSERT_FALSE(IsVersionSix(HomeOf(own))) << "this program has a manifest; the test shows nothing";
   const test::FolderTree tree;
-  const String path = tree.Path();
-  const client::BasicString folder(std::wstring(path.begin(), path.end()));
+  const client::BasicString folder(tree.WidePath());
   const client::Automation automation;
   client::Dialogs dialogs;
   ASSERT_TRUE(dialogs);

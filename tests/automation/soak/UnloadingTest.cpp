@@ -38,8 +38,7 @@ HRESULT OpenAndCancel(const client::BasicString& folder) {
 TEST(Unloading, TheComponentGoesOnceTheFolderIsReadThatNobodyWaitsFor) {
   const test::FolderTree tree;
   tree.AddFiles(u"", kFiles);
-  const String path = tree.Path();
-  const client::BasicString folder(std::wstring(path.begin(), path.end()));
+  const client::BasicString folder(tree.WidePath());
   int outlived = 0;
   for (int i = 0; i < kRounds || (i < kMostRounds && outlived == 0); ++i) {
     ASSERT_EQ(OpenAndCancel(folder), S_OK);

@@ -4,6 +4,10 @@
 
 namespace krx::drive {
 
+std::string Ask(int style) {
+  return "WScript.Echo Dialogs.KRMsgBox(\"Text\", " + std::to_string(style) + ", \"Title\")\r\n";
+}
+
 void DialogTest::SetUp() {
   ASSERT_TRUE(Forms(L"").empty()) << "a dialog of an earlier test is open";
 }

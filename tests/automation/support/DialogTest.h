@@ -9,11 +9,15 @@
 
 #include "driver/Client.h"
 #include "driver/Input.h"
+#include "driver/Texts.h"
 #include "driver/Window.h"
 
 namespace krx::drive {
 
 using Lines = std::vector<std::string>;
+
+// The statement of a script that opens a box of this style and prints its result.
+std::string Ask(int style);
 
 // Base of the tests: one client program in its own process and the dialogs that it opens one after
 // the other. A dialog left open by a test is an error of the test.

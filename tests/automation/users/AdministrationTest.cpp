@@ -77,16 +77,16 @@ class Administration : public UsersTest {
 
 TEST_F(Administration, ListsTheUsersWithTheirStates) {
   const Window overview = OpenOverview();
-  EXPECT_EQ(overview.Text(), L"User overview");
+  EXPECT_EQ(overview.Text(), Text("capOverviewUsers"));
   const List rows = Rows(overview);
   EXPECT_EQ(rows.Column(0), (std::vector<std::wstring>{kAdministrator, kExpired, kOperator,
                                                        kRenewing, kDeactivated}));
   const int eva = rows.Find(kOperator);
-  EXPECT_EQ(rows.Cell(eva, 1), L"Active");
+  EXPECT_EQ(rows.Cell(eva, 1), Text("enmStateActive"));
   EXPECT_EQ(rows.Cell(eva, 2), L"Eva Meier");
   EXPECT_EQ(rows.Cell(eva, 3), L"Operator");
   EXPECT_EQ(rows.Cell(eva, 6), L"Early shift");
-  EXPECT_EQ(rows.Cell(rows.Find(kDeactivated), 1), L"Deactivated");
+  EXPECT_EQ(rows.Cell(rows.Find(kDeactivated), 1), Text("enmStateDeactivated"));
   EXPECT_EQ(rows.Selected(), -1);
   PressKey(L"Esc");
   ExpectEnd();
@@ -120,7 +120,7 @@ TEST_F(Administration, ChangesTheUserOfTheRowThatEnterIsPressedOn) {
   rows.WaitForSelected(eva);
   PressKey(L"Enter");
   const Window form = Form(kForm, L"txtFullName");
-  EXPECT_EQ(form.Text(), L"Change user");
+  EXPECT_EQ(form.Text(), Text("capChangeUser"));
   EXPECT_EQ(form.Child(L"txtName").Text(), kOperator);
   EXPECT_EQ(form.Child(L"cboUserClass").Text(), L"Operator");
   Type(form, L"txtFullName", L"Eva Schulz");
@@ -138,9 +138,9 @@ TEST_F(Administration, ChangesTheUserOfTheRowThatEnterIsPressedOn) {
 TEST_F(Administration, RemovesDeactivatesAndActivates) {
   const Window overview = OpenOverview();
   Act(overview, kOperator, L"keyDeactivateUser");
-  WaitForCell(overview, kOperator, 1, L"Deactivated");
+  WaitForCell(overview, kOperator, 1, Text("enmStateDeactivated"));
   Act(overview, kOperator, L"keyActivateUser");
-  WaitForCell(overview, kOperator, 1, L"Active");
+  WaitForCell(overview, kOperator, 1, Text("enmStateActive"));
   Act(overview, kExpired, L"keyRemoveUser");
   EXPECT_TRUE(Within(kPatience, [&] { return Rows(overview).Count() == 4; }));
   EXPECT_EQ(Rows(overview).Selected(), -1);
@@ -208,18 +208,18 @@ TEST_F(Administration, RefusalsAreToldAndTheFormStays) {
   const Window form = OpenForm();
   Fill(form, {L"eva.meier", L"Acht Pumpen"});
   PressKey(L"Enter");
-  Confirm(L"A user of this name exists already.\nPlease choose another name.");
+  Confirm(Text("msgUserExists"));
   Type(form, L"txtName", L"uta");
   Move(form, L"Enter", L"txtFullName");
   Move(form, L"Enter", L"txtPassword");
   FillPasswords(form, L"kurz");
   Move(form, L"Enter", L"txtComment");
   PressKey(L"Enter");
-  Confirm(L"The password is too short or too long.\nPlease choose another password.");
+  Confirm(Text("msgInvalidPasswordLength"));
   FillPasswords(form, L"password");  // among those that everyone tries first
   Move(form, L"Enter", L"txtComment");
   PressKey(L"Enter");
-  Confirm(L"The password is not valid.\nPlease enter it again.");
+  Confirm(Text("msgInvalidPassword"));
   form.WaitForFocusOn(L"txtPassword");
   form.Child(L"keyCancel").Click();
   EXPECT_EQ(Printed(), (Lines{"False", "end"}));
@@ -230,7 +230,7 @@ TEST_F(Administration, AStoreThatCannotBeWrittenIsTold) {
   Fill(form, {L"uta", L"Acht Pumpen"});
   Store->RefuseWriting();
   PressKey(L"Enter");
-  Confirm(L"The user could not be saved.\nPlease try again later.");
+  Confirm(Text("msgUnableToSaveUser"));
   form.WaitForFocusOn(L"txtName");
   PressKey(L"Esc");
   EXPECT_EQ(Printed(), (Lines{"False", "end"}));
@@ -238,7 +238,7 @@ TEST_F(Administration, AStoreThatCannotBeWrittenIsTold) {
 
 TEST_F(Administration, NobodyLoggedOnIsToldInsteadOfTheForm) {
   RunUserScript("WScript.Echo CStr(Dialogs.KRAddUser())\r\n");
-  Confirm(L"Nobody is logged on.\nPlease log on to add a user.", L"Add user");
+  Confirm(Text("msgNoCurrentUser") + L'\n' + Text("msgNoAddUser"), Text("capAddUser"));
   EXPECT_EQ(Printed(), (Lines{"False", "end"}));
 }
 

@@ -7,8 +7,6 @@ namespace krx::drive {
 namespace {
 
 constexpr const wchar_t* kForm = L"FChangePassword";
-constexpr const wchar_t* kLength =
-    L"The password is too short or too long.\nPlease choose another password.";
 
 class ChangePassword : public UsersTest {
  protected:
@@ -46,7 +44,7 @@ TEST_F(ChangePassword, TheNewPasswordHoldsFromThenOn) {
 TEST_F(ChangePassword, APasswordTooShortLeadsToTheNewOne) {
   OpenAndKeep();
   UsersTest::ChangePassword(kPassword, L"sieben7");
-  Confirm(kLength);
+  Confirm(Text("msgInvalidPasswordLength"));
   ExpectLengths(Form(kForm, L"txtPassword"), std::wstring(kPassword).size(), 7);
   GiveUp();
 }
@@ -54,7 +52,7 @@ TEST_F(ChangePassword, APasswordTooShortLeadsToTheNewOne) {
 TEST_F(ChangePassword, TheUserNameIsRefused) {
   OpenAndKeep();
   UsersTest::ChangePassword(kPassword, kOperator);
-  Confirm(kInvalidPassword);
+  Confirm(Text("msgInvalidPassword"));
   ExpectLengths(Form(kForm, L"txtActPassword"), std::wstring(kPassword).size(), 9);
   GiveUp();
 }
@@ -62,7 +60,7 @@ TEST_F(ChangePassword, TheUserNameIsRefused) {
 TEST_F(ChangePassword, APasswordUsedBeforeIsRefused) {
   OpenAndKeep();
   UsersTest::ChangePassword(kPassword, kPassword);
-  Confirm(kInvalidPassword);
+  Confirm(Text("msgInvalidPassword"));
   Form(kForm, L"txtActPassword");
   GiveUp();
 }
@@ -70,7 +68,7 @@ TEST_F(ChangePassword, APasswordUsedBeforeIsRefused) {
 TEST_F(ChangePassword, AWrongCurrentPasswordLeadsToItAndCanBeCorrected) {
   Open("Acht Pumpen");
   UsersTest::ChangePassword(L"falsch", L"Acht Pumpen");
-  Confirm(kInvalidPassword);
+  Confirm(Text("msgInvalidPassword"));
   const Window form = Form(kForm, L"txtActPassword");
   ExpectLengths(form, 6, 11);
   Type(form, L"txtActPassword", kPassword);
@@ -146,7 +144,7 @@ TEST_F(ChangePassword, TheNamesAreForReadingOnly) {
 
 TEST_F(ChangePassword, WithNobodyLoggedOnAMessageSaysSo) {
   RunUserScript("Dialogs.KRChangePassword\r\n");
-  Confirm(kNobody, L"Change password");
+  Confirm(Text("msgNoCurrentUser"), Text("capChangePassword"));
   EXPECT_EQ(Printed(), Lines{"end"});
 }
 

@@ -21,16 +21,12 @@ std::wstring NameOf(int number) {
 const UserStoreFolder& Plant() {
   static const UserStoreFolder store;
   static const bool ready = [] {
-    const std::string generated = store.Provision("admin");
-    store.Administer(
-        "Dim i\r\nUsers.ChangeUserPassword \"admin\", \"Sieben Ventile\", \"" + generated +
-        "\", Result\r\nCheck Result, 0\r\n"
-        "Session.LogOnUser \"admin\", \"Sieben Ventile\", Result\r\nCheck Result, 2\r\n"
-        "For i = " +
-        std::to_string(kUsers - 2) +
-        " To 0 Step -1\r\n"
-        "  Users.CreateUser \"user\" & Right(\"00\" & i, 3), \"\", \"\", \"Sieben Ventile\", "
-        "\"Operator\", 0, 0, Result\r\n  Check Result, 0\r\nNext\r\n");
+    store.Provision(kAdministrator, kPassword,
+                    "Dim i\r\nFor i = " + std::to_string(kUsers - 2) +
+                        " To 0 Step -1\r\n"
+                        "  Users.CreateUser \"user\" & Right(\"00\" & i, 3), \"\", \"\", " +
+                        ScriptLiteral(kPassword) +
+                        ", \"Operator\", 0, 0, Result\r\n  Check Result, 0\r\nNext\r\n");
     return true;
   }();
   static_cast<void>(ready);
@@ -70,10 +66,7 @@ class LogOnCombo : public UsersTest {
   }
 
   void WaitForName(const Window& form, const std::wstring& name) {
-    const Window combo = form.Child(L"cboName");
-    if (!Within(kPatience, [&] { return combo.Text() == name; }))
-      throw std::runtime_error("the field does not show " + Narrow(name) + " but " +
-                               Narrow(combo.Text()));
+    form.Child(L"cboName").WaitForText(name);
   }
 
   void Finish(const Window& form, const std::wstring& name) {
@@ -88,7 +81,7 @@ TEST_F(LogOnCombo, ListsAllUsersInTheirOrderAndSelectsNone) {
   UseThePlant();
   RunDialog(kLogOn);
   const Window form = Form(kForm, L"cboName");
-  EXPECT_EQ(form.Child(L"idxCaption").Text(), L"Log on ");
+  EXPECT_EQ(form.Child(L"idxCaption").Text(), Text("capLogon") + L' ');
   std::vector<std::wstring> names{L"admin"};
   for (int i = 0; i < kUsers - 1; ++i)
     names.push_back(NameOf(i));
@@ -180,7 +173,7 @@ TEST_F(LogOnCombo, RefusalsLeadToTheListOrToThePassword) {
   Move(form, L"Enter", L"txtPassword");
   Type(form, L"txtPassword", kPassword);
   PressKey(L"Enter");
-  Confirm(L"This user is deactivated.\nPlease ask the user administrator.");
+  Confirm(Text("msgUserDeactivated"));
   form = Form(kForm, L"cboName");
   WaitForName(form, kDeactivated);
   PressKey(L"Home");
@@ -190,7 +183,7 @@ TEST_F(LogOnCombo, RefusalsLeadToTheListOrToThePassword) {
   Move(form, L"Enter", L"txtPassword");
   Type(form, L"txtPassword", L"falsch");
   PressKey(L"Enter");
-  Confirm(kInvalidPassword);
+  Confirm(Text("msgInvalidPassword"));
   form = Form(kForm, L"txtPassword");
   WaitForName(form, kOperator);
   Type(form, L"txtPassword", kPassword);
@@ -207,7 +200,7 @@ TEST_F(LogOnCombo, AnExpiredPasswordOfAPickedUserIsRenewedInTheNestedDialog) {
   Move(form, L"Enter", L"txtPassword");
   Type(form, L"txtPassword", kPassword);
   PressKey(L"Enter");
-  Confirm(L"The password has expired.\nPlease set a new password.");
+  Confirm(Text("msgPasswordExpired"));
   EXPECT_EQ(Form(L"FChangePassword", L"txtActPassword").Child(L"txtName").Text(), kExpired);
   ChangePassword(kPassword, L"Acht Pumpen");
   form = Form(kForm, L"txtPassword");

@@ -41,7 +41,7 @@ TEST_F(LogOn, TheMouseConfirmsAsWell) {
 TEST_F(LogOn, AWrongPasswordKeepsBothFieldsAndLeadsToThePassword) {
   RunDialog(kLogOn);
   UsersTest::LogOn(kOperator, L"falsch");
-  Confirm(kInvalidPassword);
+  Confirm(Text("msgInvalidPassword"));
   const Window form = Form(kForm, L"txtPassword");
   ExpectFields(form, kOperator, 6);
   EXPECT_TRUE(form.Child(L"keyOK").Enabled());
@@ -54,15 +54,15 @@ TEST_F(LogOn, FiveWrongPasswordsLockTheUserOut) {
   RunDialog(kLogOn);
   UsersTest::LogOn(kOperator, L"falsch");
   for (int attempt = 2; attempt <= 5; ++attempt) {
-    Confirm(kInvalidPassword);
+    Confirm(Text("msgInvalidPassword"));
     const Window form = Form(kForm, L"txtPassword");
     Type(form, L"txtPassword", std::wstring(static_cast<std::size_t>(attempt), L'x'));
     PressKey(L"Enter");
   }
-  Confirm(kInvalidPassword);
+  Confirm(Text("msgInvalidPassword"));
   Type(Form(kForm, L"txtPassword"), L"txtPassword", kPassword);
   PressKey(L"Enter");
-  Confirm(L"Too many failed log-ons of this user.\nPlease ask the user administrator.");
+  Confirm(Text("msgTooManyFailedLogons"));
   const Window form = Form(kForm, L"txtName");
   ExpectFields(form, kOperator, std::wstring(kPassword).size());
   GiveUp();
@@ -71,7 +71,7 @@ TEST_F(LogOn, FiveWrongPasswordsLockTheUserOut) {
 TEST_F(LogOn, AnUnknownUserLeadsToTheName) {
   RunDialog(kLogOn);
   UsersTest::LogOn(L"niemand", kPassword);
-  Confirm(kUnknownUser);
+  Confirm(Text("msgUnknownUser"));
   const Window form = Form(kForm, L"txtName");
   ExpectFields(form, L"niemand", std::wstring(kPassword).size());
   Type(form, L"txtName", kOperator);
@@ -83,7 +83,7 @@ TEST_F(LogOn, AnUnknownUserLeadsToTheName) {
 TEST_F(LogOn, ADeactivatedUserLeadsToTheName) {
   RunDialog(kLogOn);
   UsersTest::LogOn(kDeactivated, kPassword);
-  Confirm(L"This user is deactivated.\nPlease ask the user administrator.");
+  Confirm(Text("msgUserDeactivated"));
   ExpectFields(Form(kForm, L"txtName"), kDeactivated, std::wstring(kPassword).size());
   GiveUp();
 }
@@ -91,7 +91,7 @@ TEST_F(LogOn, ADeactivatedUserLeadsToTheName) {
 TEST_F(LogOn, AnExpiredPasswordIsRenewedInTheNestedDialog) {
   RunDialog(kLogOn);
   UsersTest::LogOn(kExpired, kPassword);
-  Confirm(L"The password has expired.\nPlease set a new password.");
+  Confirm(Text("msgPasswordExpired"));
   const Window nested = Form(L"FChangePassword", L"txtActPassword");
   EXPECT_EQ(nested.Child(L"txtName").Text(), kExpired);
   EXPECT_EQ(nested.Child(L"txtFullName").Text(), L"Ida Alt");
@@ -107,14 +107,14 @@ TEST_F(LogOn, ACancelledRenewalLeadsBackAndIsAskedForAgain) {
   RunDialog(kLogOn);
   UsersTest::LogOn(kRenewing, kPassword);
   for (const wchar_t* way_out : {L"keyCancel", L"keyClose"}) {
-    Confirm(kMustRenew);
+    Confirm(Text("msgRenewPassword"));
     const Window nested = Form(L"FChangePassword", L"txtActPassword");
     nested.Child(way_out).Click();
     nested.WaitUntilGone();
     Form(kForm, L"txtPassword");
     PressKey(L"Enter");
   }
-  Confirm(kMustRenew);
+  Confirm(Text("msgRenewPassword"));
   Form(L"FChangePassword", L"txtActPassword");
   PressKey(L"Esc");
   Form(kForm, L"txtPassword");
@@ -124,9 +124,9 @@ TEST_F(LogOn, ACancelledRenewalLeadsBackAndIsAskedForAgain) {
 TEST_F(LogOn, ARefusedRenewalStaysInTheNestedDialog) {
   RunDialog(kLogOn);
   UsersTest::LogOn(kRenewing, kPassword);
-  Confirm(kMustRenew);
+  Confirm(Text("msgRenewPassword"));
   ChangePassword(kPassword, L"kurz");
-  Confirm(L"The password is too short or too long.\nPlease choose another password.");
+  Confirm(Text("msgInvalidPasswordLength"));
   const Window nested = Form(L"FChangePassword", L"txtPassword");
   Type(nested, L"txtPassword", L"lang genug");
   Move(nested, L"Enter", L"txtPassword2");
@@ -164,7 +164,7 @@ TEST_F(LogOn, TheLogOffKeyEndsTheSessionAndTheDialog) {
   Window form = Form(kForm, L"txtName");
   form.Child(L"keyLogOut").Click();
   form.WaitUntilGone();
-  Confirm(kNobody, L"Logged-on user");
+  Confirm(Text("msgNoCurrentUser"), Text("capCurrentUser"));
   // With nobody logged on it closes the dialog all the same; this time by its access key.
   form = Form(kForm, L"txtName");
   PressKey(L"Alt+l");
@@ -218,7 +218,7 @@ TEST_F(LogOn, TabAndAccessKeysReachEveryControl) {
 TEST_F(LogOn, AuditNamesTheEventsButNeverAPassword) {
   RunDialog(kLogOn);
   UsersTest::LogOn(kOperator, L"falsch geraten");
-  Confirm(kInvalidPassword);
+  Confirm(Text("msgInvalidPassword"));
   Type(Form(kForm, L"txtPassword"), L"txtPassword", kPassword);
   PressKey(L"Enter");
   EXPECT_EQ(Printed(), (Lines{"True, eva.meier", "end"}));
@@ -236,7 +236,7 @@ TEST_F(LogOn, TheFirstAdministratorRenewsTheGeneratedPassword) {
   EXPECT_GE(generated.size(), 8u);
   RunDialog(kLogOn);
   UsersTest::LogOn(L"leitung", generated);
-  Confirm(kMustRenew);
+  Confirm(Text("msgRenewPassword"));
   Form(L"FChangePassword", L"txtActPassword");
   ChangePassword(generated, L"Neun Kessel");
   const Window form = Form(kForm, L"txtPassword");

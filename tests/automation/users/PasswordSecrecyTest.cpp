@@ -97,7 +97,7 @@ TEST_F(PasswordSecrecy, ItCanBePasted) {
   Move(form, L"Enter", L"txtPassword");
   PutOnClipboard(kPassword);
   PressKey(L"Ctrl+v");
-  EXPECT_TRUE(Within(kPatience, [&] { return form.Child(L"txtPassword").Text() == kShown; }));
+  form.Child(L"txtPassword").WaitForText(kShown);
   LogOnAndCompare();
 }
 

@@ -61,6 +61,16 @@ std::string UserStoreFolder::Provision(const std::string& administrator) const {
   throw std::runtime_error("provisioning ended with " + std::to_string(code) + ": " + said);
 }
 
+void UserStoreFolder::Provision(const std::wstring& administrator, const std::wstring& password,
+                                const std::string& script) const {
+  const std::string generated = ScriptLiteral(Widen(Provision(Narrow(administrator))));
+  const std::string name = ScriptLiteral(administrator);
+  const std::string chosen = ScriptLiteral(password);
+  Administer("Users.ChangeUserPassword " + name + ", " + chosen + ", " + generated +
+             ", Result\r\nCheck Result, 0\r\n" + "Session.LogOnUser " + name + ", " + chosen +
+             ", Result\r\nCheck Result, 2\r\n" + script);
+}
+
 void UserStoreFolder::Administer(const std::string& script) const {
   Use();
   const ScriptFile file(

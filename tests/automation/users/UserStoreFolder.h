@@ -20,6 +20,9 @@ class UserStoreFolder {
   void Use() const;
   // Creates the users with the provisioning command and returns the administrator's password.
   std::string Provision(const std::string& administrator) const;
+  // The same with a password that is renewed to this one; then the administrator runs the script.
+  void Provision(const std::wstring& administrator, const std::wstring& password,
+                 const std::string& script = {}) const;
   // Runs a script with `Users`, `Session` and `Check` at hand against these users; throws with its
   // output when it does not come to its end. `Check result, wanted` stops it.
   void Administer(const std::string& script) const;

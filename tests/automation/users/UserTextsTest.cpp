@@ -1,103 +1,42 @@
-// What stands on the user dialogs in each language of the reference runtime.
+// Which text of the tables each control of the user dialogs shows, in both languages.
 
-#include <map>
+#include <vector>
 
 #include "users/UsersTest.h"
 
 namespace krx::drive {
 namespace {
 
-using Texts = std::map<std::wstring, std::wstring>;
-
-struct Language {
-  const char* Code;
-  Texts LogOn;
-  Texts LogOnCombo;
-  Texts ChangePassword;
-  Texts WhoAmI;
-  std::wstring InvalidPassword;
-  std::wstring NobodyLoggedOn;
+struct Row {
+  const wchar_t* Control;
+  const char* Key;  // of its text
 };
+using Rows = std::vector<Row>;
 
-const Language kEnglish{"en",
-                        {{L"idxCaption", L"Log on"},
-                         {L"lblName", L"Name"},
-                         {L"lblPassword", L"Password"},
-                         {L"keyOK", L"OK"},
-                         {L"keyCancel", L"Cancel"},
-                         {L"keyLogOut", L"Log off"}},
-                        {{L"idxCaption", L"Log on "},
-                         {L"lblName", L"Name"},
-                         {L"lblPassword", L"Password"},
-                         {L"keyOK", L"OK"},
-                         {L"keyCancel", L"Cancel"},
-                         {L"keyLogOff", L"Log off"}},
-                        {{L"idxCaption", L"Change password"},
-                         {L"lblChangePW(0)", L"Name"},
-                         {L"lblChangePW(1)", L"Full name"},
-                         {L"lblChangePW(2)", L"Comment"},
-                         {L"lblChangePW(3)", L"Current password"},
-                         {L"lblChangePW(4)", L"New password"},
-                         {L"lblChangePW(5)", L"Repeat password"},
-                         {L"keyOK", L"OK"},
-                         {L"keyCancel", L"Cancel"}},
-                        {{L"idxCaption", L"Logged-on user"},
-                         {L"lblWhoAmI(0)", L"Full name"},
-                         {L"lblWhoAmI(1)", L"Name"},
-                         {L"lblWhoAmI(2)", L"Comment"},
-                         {L"lblWhoAmI(3)", L"User class"},
-                         {L"keyOK", L"OK"}},
-                        kInvalidPassword,
-                        kNobody};
-
-const Language kGerman{"de",
-                       {{L"idxCaption", L"Anmelden"},
-                        {L"lblName", L"Name"},
-                        {L"lblPassword", L"Passwort"},
-                        {L"keyOK", L"OK"},
-                        {L"keyCancel", L"Abbrechen"},
-                        {L"keyLogOut", L"Abmelden"}},
-                       {{L"idxCaption", L"Anmelden "},
-                        {L"lblName", L"Name"},
-                        {L"lblPassword", L"Passwort"},
-                        {L"keyOK", L"OK"},
-                        {L"keyCancel", L"Abbrechen"},
-                        {L"keyLogOff", L"Abmelden"}},
-                       {{L"idxCaption", L"Passwort \u00e4ndern"},
-                        {L"lblChangePW(0)", L"Name"},
-                        {L"lblChangePW(1)", L"Vollst\u00e4ndiger Name"},
-                        {L"lblChangePW(2)", L"Kommentar"},
-                        {L"lblChangePW(3)", L"Aktuelles Passwort"},
-                        {L"lblChangePW(4)", L"Neues Passwort"},
-                        {L"lblChangePW(5)", L"Passwort wiederholen"},
-                        {L"keyOK", L"OK"},
-                        {L"keyCancel", L"Abbrechen"}},
-                       {{L"idxCaption", L"Angemeldeter Benutzer"},
-                        {L"lblWhoAmI(0)", L"Vollst\u00e4ndiger Name"},
-                        {L"lblWhoAmI(1)", L"Name"},
-                        {L"lblWhoAmI(2)", L"Kommentar"},
-                        {L"lblWhoAmI(3)", L"Benutzerklasse"},
-                        {L"keyOK", L"OK"}},
-                       L"Das Passwort ist nicht g\u00fcltig.\nBitte geben Sie es noch einmal ein.",
-                       L"Es ist niemand angemeldet."};
-
-class UserTexts : public UsersTest, public ::testing::WithParamInterface<const Language*> {
+class UserTexts : public UsersTest, public ::testing::WithParamInterface<const char*> {
  protected:
+  static std::wstring Text(const char* key) { return drive::Text(key, GetParam()); }
+
   void Run(const std::string& body) {
-    RunUserScript(std::string("Runtime.Language = \"") + GetParam()->Code + "\"\r\n" + body);
+    RunUserScript(std::string("Runtime.Language = \"") + GetParam() + "\"\r\n" + body);
   }
 
-  void Expect(const Window& form, const Texts& texts) {
-    for (const auto& [control, text] : texts)
-      EXPECT_EQ(Narrow(Shown(form.Child(control))), Narrow(text)) << Narrow(control);
+  static void Expect(const Window& form, const Rows& rows) {
+    for (const auto& [control, key] : rows)
+      EXPECT_EQ(Narrow(Shown(form.Child(control))), Narrow(Text(key))) << Narrow(control);
   }
 };
 
 TEST_P(UserTexts, LogOnAndItsMessage) {
   Run("WScript.Echo CStr(Dialogs.KRUserLogOn())\r\n");
-  Expect(Form(L"FLogOn", L"txtName"), GetParam()->LogOn);
+  Expect(Form(L"FLogOn", L"txtName"), {{L"idxCaption", "capLogon"},
+                                       {L"lblName", "lblName"},
+                                       {L"lblPassword", "lblPassword"},
+                                       {L"keyOK", "keyOK"},
+                                       {L"keyCancel", "keyCancel"},
+                                       {L"keyLogOut", "keyLogOut"}});
   LogOn(kOperator, L"falsch");
-  Confirm(GetParam()->InvalidPassword);
+  Confirm(Text("msgInvalidPassword"));
   Form(L"FLogOn", L"txtPassword");
   PressKey(L"Esc");
   EXPECT_EQ(Printed(), (Lines{"False", "end"}));
@@ -105,28 +44,47 @@ TEST_P(UserTexts, LogOnAndItsMessage) {
 
 TEST_P(UserTexts, LogOnWithTheList) {
   Run("WScript.Echo CStr(Dialogs.KRUserLogOnCombo())\r\n");
-  Expect(Form(L"FLogOnCombo", L"cboName"), GetParam()->LogOnCombo);
+  const Window form = Form(L"FLogOnCombo", L"cboName");
+  EXPECT_EQ(Narrow(Shown(form.Child(L"idxCaption"))), Narrow(Text("capLogon") + L' '));
+  Expect(form, {{L"lblName", "lblName"},
+                {L"lblPassword", "lblPassword"},
+                {L"keyOK", "keyOK"},
+                {L"keyCancel", "keyCancel"},
+                {L"keyLogOff", "keyLogOut"}});
   PressKey(L"Esc");
   EXPECT_EQ(Printed(), (Lines{"False", "end"}));
 }
 
 TEST_P(UserTexts, ChangePassword) {
   Run("LogOn \"eva.meier\"\r\nDialogs.KRChangePassword\r\n");
-  Expect(Form(L"FChangePassword", L"txtActPassword"), GetParam()->ChangePassword);
+  Expect(Form(L"FChangePassword", L"txtActPassword"), {{L"idxCaption", "capChangePassword"},
+                                                       {L"lblChangePW(0)", "lblName"},
+                                                       {L"lblChangePW(1)", "lblFullName"},
+                                                       {L"lblChangePW(2)", "lblComment"},
+                                                       {L"lblChangePW(3)", "lblActualPassword"},
+                                                       {L"lblChangePW(4)", "lblNewPassword"},
+                                                       {L"lblChangePW(5)", "lblRepeatPassword"},
+                                                       {L"keyOK", "keyOK"},
+                                                       {L"keyCancel", "keyCancel"}});
   PressKey(L"Esc");
   EXPECT_EQ(Printed(), Lines{"end"});
 }
 
 TEST_P(UserTexts, WhoAmIWithAndWithoutUser) {
   Run("Dialogs.KRWhoAmI\r\nLogOn \"eva.meier\"\r\nDialogs.KRWhoAmI\r\n");
-  Confirm(GetParam()->NobodyLoggedOn, GetParam()->WhoAmI.at(L"idxCaption"));
-  Expect(Form(L"FWhoAmI", L"keyOK"), GetParam()->WhoAmI);
+  Confirm(Text("msgNoCurrentUser"), Text("capCurrentUser"));
+  Expect(Form(L"FWhoAmI", L"keyOK"), {{L"idxCaption", "capCurrentUser"},
+                                      {L"lblWhoAmI(0)", "lblFullName"},
+                                      {L"lblWhoAmI(1)", "lblName"},
+                                      {L"lblWhoAmI(2)", "lblComment"},
+                                      {L"lblWhoAmI(3)", "lblUserClass"},
+                                      {L"keyOK", "keyOK"}});
   PressKey(L"Enter");
   EXPECT_EQ(Printed(), Lines{"end"});
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, UserTexts, ::testing::Values(&kEnglish, &kGerman),
-                         [](const auto& language) { return std::string(language.param->Code); });
+INSTANTIATE_TEST_SUITE_P(Languages, UserTexts, ::testing::Values("en", "de"),
+                         [](const auto& language) { return std::string(language.param); });
 
 }  // namespace
 }  // namespace krx::drive

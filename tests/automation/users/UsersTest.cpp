@@ -4,26 +4,15 @@ namespace krx::drive {
 
 namespace {
 
-std::string Literal(const wchar_t* text) {
-  std::string literal(1, '"');
-  literal += Narrow(text);
-  return literal += '"';
-}
-
 std::string Creation(const wchar_t* name, const std::string& full_name, const std::string& comment,
                      const std::string& date, int state) {
-  return "Users.CreateUser " + Literal(name) + ", \"" + full_name + "\", \"" + comment + "\", " +
-         Literal(kPassword) + ", \"Operator\", " + date + ", " + std::to_string(state) +
-         ", Result\r\nCheck Result, 0\r\n";
+  return "Users.CreateUser " + ScriptLiteral(name) + ", \"" + full_name + "\", \"" + comment +
+         "\", " + ScriptLiteral(kPassword) + ", \"Operator\", " + date + ", " +
+         std::to_string(state) + ", Result\r\nCheck Result, 0\r\n";
 }
 
-std::string FirstUsers(const std::string& generated) {
-  const std::string admin = Literal(kAdministrator);
-  const std::string password = Literal(kPassword);
-  return "Users.ChangeUserPassword " + admin + ", " + password + ", \"" + generated +
-         "\", Result\r\nCheck Result, 0\r\n" + "Session.LogOnUser " + admin + ", " + password +
-         ", Result\r\nCheck Result, 2\r\n" +
-         Creation(kOperator, "Eva Meier", "Early shift", "0", 0) +
+std::string FirstUsers() {
+  return Creation(kOperator, "Eva Meier", "Early shift", "0", 0) +
          Creation(kRenewing, "Ole Neu", "", "0", 3) +
          Creation(kExpired, "Ida Alt", "", "45000", 0) +  // some day in 2023
          Creation(kDeactivated, "Ruth Ruhend", "", "0", 1);
@@ -33,7 +22,7 @@ std::string FirstUsers(const std::string& generated) {
 const UserStoreFolder& Template() {
   static const UserStoreFolder store("password-expiry-days = 365\n");
   static const bool ready = [] {
-    store.Administer(FirstUsers(store.Provision(Narrow(kAdministrator))));
+    store.Provision(kAdministrator, kPassword, FirstUsers());
     return true;
   }();
   static_cast<void>(ready);
@@ -62,7 +51,7 @@ void UsersTest::RunUserScript(const std::string& body) {
       "Sub LogOn(name)\r\n"
       "  Dim code\r\n"
       "  Session.LogOnUser name, " +
-      Literal(kPassword) +
+      ScriptLiteral(kPassword) +
       ", code\r\n"
       "  If code <> 2 Then WScript.Echo \"log-on refused with \" & code\r\n"
       "End Sub\r\n" +
@@ -94,12 +83,8 @@ void UsersTest::Confirm(const std::wstring& text, const std::wstring& title) {
 void UsersTest::Type(const Window& form, const std::wstring& control, const std::wstring& text) {
   form.WaitForFocusOn(control);
   TypeText(text);
-  const Window field = form.Child(control);
   const bool secret = control.find(L"Password") != std::wstring::npos;
-  const std::wstring shown = secret ? std::wstring(text.size(), L'*') : text;
-  if (!Within(kPatience, [&] { return field.Text() == shown; }))
-    throw std::runtime_error(Narrow(control) + " does not show what was typed but " +
-                             Narrow(field.Text()));
+  form.Child(control).WaitForText(secret ? std::wstring(text.size(), L'*') : text);
 }
 
 void UsersTest::Move(const Window& form, const wchar_t* key, const std::wstring& control) {

@@ -16,14 +16,6 @@ inline constexpr const wchar_t* kExpired = L"alt";         // whose password has
 inline constexpr const wchar_t* kDeactivated = L"ruhend";
 inline constexpr const wchar_t* kPassword = L"Sieben Ventile";
 
-// Texts that the tests look for on the screen.
-inline constexpr const wchar_t* kInvalidPassword =
-    L"The password is not valid.\nPlease enter it again.";
-inline constexpr const wchar_t* kUnknownUser =
-    L"There is no user of this name.\nPlease check the name.";
-inline constexpr const wchar_t* kMustRenew =
-    L"The password must be renewed.\nPlease set a new password.";
-inline constexpr const wchar_t* kNobody = L"Nobody is logged on.";
 // Title of a message that has none of its own.
 inline constexpr const wchar_t* kNoTitle = L"KRXDialogs";
 

@@ -17,7 +17,7 @@ class WhoAmI : public UsersTest {
 TEST_F(WhoAmI, ShowsTheUserWhoIsLoggedOn) {
   Ask(Narrow(kOperator));
   const Window form = Form(kForm, L"keyOK");
-  EXPECT_EQ(form.Child(L"idxCaption").Text(), L"Logged-on user");
+  EXPECT_EQ(form.Child(L"idxCaption").Text(), Text("capCurrentUser"));
   EXPECT_EQ(form.Child(L"txtFullName").Text(), L"Eva Meier");
   EXPECT_EQ(form.Child(L"txtName").Text(), kOperator);
   EXPECT_EQ(form.Child(L"txtUserClass").Text(), L"Operator");
@@ -60,7 +60,7 @@ TEST_F(WhoAmI, TheFieldsTakeNoInput) {
 
 TEST_F(WhoAmI, WithNobodyLoggedOnAMessageSaysSo) {
   RunUserScript("Dialogs.KRWhoAmI\r\n");
-  Confirm(kNobody, L"Logged-on user");
+  Confirm(Text("msgNoCurrentUser"), Text("capCurrentUser"));
   EXPECT_EQ(Printed(), Lines{"end"});
 }
 

@@ -1,8 +1,8 @@
-#include <cstdlib>
 #include <random>
 
 #include "files/FilesTest.h"
 #include "files/NavigationModel.h"
+#include "support/Seed.h"
 
 // Random keys, clicks and drive changes in random trees, against a model of the rules, in lists
 // that are complete at once and in lists that grow. A divergence names its seed; KRX_SEED starts at
@@ -13,11 +13,6 @@ namespace {
 constexpr unsigned kSequences = 200000;
 constexpr unsigned kHalves = 100000;
 constexpr unsigned kSequencesOfATree = 100;
-
-unsigned FirstSeed() {
-  const char* const seed = std::getenv("KRX_SEED");
-  return seed ? static_cast<unsigned>(std::strtoul(seed, nullptr, 10)) : 1;
-}
 
 // Names that meet in paths: one is the beginning of another, some are unlike what people type.
 const StringView kNames[] = {u"Data",  u"Data2",  u"Dat",    u"a", u"a.b",      u" lead",

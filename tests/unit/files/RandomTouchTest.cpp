@@ -1,7 +1,7 @@
-#include <cstdlib>
 #include <random>
 
 #include "files/TouchTest.h"
+#include "support/Seed.h"
 
 // Random touches in random trees against a model of path, depth and grid written from the rules. A
 // divergence prints its seed; KRX_SEED starts at another one.
@@ -11,11 +11,6 @@ namespace {
 
 constexpr unsigned kSequences = 200000;
 constexpr int kSteps = 8;
-
-unsigned FirstSeed() {
-  const char* const seed = std::getenv("KRX_SEED");
-  return seed ? static_cast<unsigned>(std::strtoul(seed, nullptr, 10)) : 1;
-}
 
 using Names = std::vector<String>;
 using Tree = std::map<String, Names>;  // subfolders by path without an end

@@ -142,12 +142,12 @@ TEST_F(SelectFormsLayoutTest, TabWalksFromHeadingToHeading) {
 }
 
 TEST_F(SelectFormsLayoutTest, AccessKeysLeadToTheFieldBelowTheirHeading) {
-  runtime.Texts[u"Directories"] = u"&Verzeichnisse";
-  runtime.Texts[u"Drive"] = u"&Laufwerk";
+  runtime.Texts[u"Directories"] = u"&Folders";
+  runtime.Texts[u"Drive"] = u"&Letter";
   SelectDirectory({u"C:\\Data", true, {}}, [](Operator& op) {
     op.AccessKey(u'l');
     EXPECT_EQ(op.Focus(), u"drvSelect");
-    op.AccessKey(u'v');
+    op.AccessKey(u'f');
     EXPECT_EQ(op.Focus(), u"dirSelect");
     op.Click(u"keyCancel");
   });

@@ -106,9 +106,9 @@ TEST_F(FMessageBoxButtons, HelpButtonIsShownExactlyWithAHelpFile) {
 }
 
 TEST_F(FMessageBoxButtons, HelpCaptionIsClearedWithoutAHelpFile) {
-  runtime.Texts[u"Help"] = u"Hilfe";
+  runtime.Texts[u"Help"] = u"Hint";
   EXPECT_EQ(SetUpBox({})->keyHelp.Caption(), u"");
-  EXPECT_EQ(SetUpBox({.HelpFile = u"h"})->keyHelp.Caption(), u"Hilfe");
+  EXPECT_EQ(SetUpBox({.HelpFile = u"h"})->keyHelp.Caption(), u"Hint");
   EXPECT_EQ(SetUpBox({.HelpFile = u"h"})->keyHelp.Tag, u"");
 }
 

@@ -1,83 +1,115 @@
 #include "support/DialogTest.h"
+#include "support/Walk.h"
 #include "ui/Keyboard.h"
 
 namespace krx::test {
 
-class FMessageBoxKeyboard : public MessageBoxTest {
- protected:
-  std::int32_t Pressing(const BoxCall& call, int key) {
-    return Show(call, [key](Operator& op) { op.Press(key); });
-  }
+struct Ending {
+  const char* Name;
+  std::int32_t Style;
+  std::vector<int> Keys;
+  std::int32_t Result;
 };
 
-TEST_F(FMessageBoxKeyboard, EnterAndSpacePressTheFocusedButton) {
-  for (const int key : {ui::kKeyEnter, ui::kKeySpace}) {
-    EXPECT_EQ(Pressing({.Style = 3}, key), 6);
-    EXPECT_EQ(Pressing({.Style = 3 + 256}, key), 7);
-    EXPECT_EQ(Pressing({.Style = 3 + 512}, key), 2);
-  }
-}
+// Keys that end a box, and the code that it returns then.
+class FMessageBoxEnd : public MessageBoxTest, public ::testing::WithParamInterface<Ending> {};
 
-TEST_F(FMessageBoxKeyboard, EscapeClosesWithTheDefaultButtonsCode) {
-  EXPECT_EQ(Pressing({.Style = 3 + 256}, ui::kKeyEscape), 7);
-  EXPECT_EQ(Pressing({.Style = 6}, ui::kKeyEscape), 0);
-}
-
-TEST_F(FMessageBoxKeyboard, EscapeAfterWalkingStillReturnsTheDefaultButtonsCode) {
-  EXPECT_EQ(Show({.Style = 4},
-                 [](Operator& op) {
-                   op.Press(ui::kKeyTab);
-                   op.Press(ui::kKeyEscape);
+TEST_P(FMessageBoxEnd, ReturnsItsCode) {
+  const Ending& ending = GetParam();
+  EXPECT_EQ(Show({.Style = ending.Style},
+                 [&](Operator& op) {
+                   for (const int key : ending.Keys) {
+                     EXPECT_TRUE(op.Form().Visible());
+                     op.Press(key);
+                   }
+                   EXPECT_FALSE(op.Form().Visible());
                  }),
-            6);
+            ending.Result);
 }
 
-TEST_F(FMessageBoxKeyboard, TabWalksFromTheDefaultButtonThroughTheOthersAndHelp) {
-  // The default button is moved to the front; the others keep their order.
-  Show({.Style = 3 + 256, .HelpFile = u"h"}, [](Operator& op) {
-    EXPECT_EQ(op.Focus(), u"keyButton(1)");
-    op.Press(ui::kKeyTab);
-    EXPECT_EQ(op.Focus(), u"keyButton(0)");
-    op.Press(ui::kKeyTab);
-    EXPECT_EQ(op.Focus(), u"keyButton(2)");
-    op.Press(ui::kKeyTab);
-    EXPECT_EQ(op.Focus(), u"keyHelp");
-    op.Press(ui::kKeyTab);
-    EXPECT_EQ(op.Focus(), u"keyButton(1)");
-    op.Press(ui::kKeyTab, ui::kShift);
-    EXPECT_EQ(op.Focus(), u"keyHelp");
+const Ending kEndings[] = {
+    {"EnterPressesTheFirstButton", 3, {ui::kKeyEnter}, 6},
+    {"EnterPressesTheSecondButtonWhereThatHasTheFocus", 3 + 256, {ui::kKeyEnter}, 7},
+    {"EnterPressesTheThirdButtonWhereThatHasTheFocus", 3 + 512, {ui::kKeyEnter}, 2},
+    {"SpacePressesTheFirstButton", 3, {ui::kKeySpace}, 6},
+    {"SpacePressesTheSecondButtonWhereThatHasTheFocus", 3 + 256, {ui::kKeySpace}, 7},
+    {"SpacePressesTheThirdButtonWhereThatHasTheFocus", 3 + 512, {ui::kKeySpace}, 2},
+    {"EscapeReturnsTheDefaultButtonsCode", 3 + 256, {ui::kKeyEscape}, 7},
+    {"EscapeReturnsZeroWithoutAButton", 6, {ui::kKeyEscape}, 0},
+    {"EscapeAfterWalkingStillReturnsTheDefaultButtonsCode", 4, {ui::kKeyTab, ui::kKeyEscape}, 6},
+    {"OnlyEscapeEndsABoxWithoutAnyFocus",
+     6,
+     {ui::kKeyTab, ui::kKeyEnter, ui::kKeySpace, ui::kKeyRight, ui::kKeyEscape},
+     0},
+};
+INSTANTIATE_TEST_SUITE_P(Keys, FMessageBoxEnd, ::testing::ValuesIn(kEndings), NameOfRow<Ending>);
+
+constexpr StringView kFirst = u"keyButton(0)";
+constexpr StringView kSecond = u"keyButton(1)";
+constexpr StringView kThird = u"keyButton(2)";
+constexpr StringView kHelp = u"keyHelp";
+
+struct Round {
+  const char* Name;
+  BoxCall Call;
+  StringView Start;
+  std::vector<Stroke> Strokes;
+};
+
+// Keys that leave a box open, and where they lead.
+class FMessageBoxFocus : public MessageBoxTest, public ::testing::WithParamInterface<Round> {};
+
+TEST_P(FMessageBoxFocus, GoesWhereTheKeysLead) {
+  Show(GetParam().Call, [](Operator& op) {
+    EXPECT_EQ(op.Focus(), GetParam().Start);
+    Walk(op, GetParam().Strokes);
+    EXPECT_TRUE(op.Form().Visible());
     op.Click(u"keyClose");
   });
 }
 
-TEST_F(FMessageBoxKeyboard, TabSkipsHiddenButtons) {
-  Show({.Style = 6, .Button1 = u"A", .Button3 = u"C"}, [](Operator& op) {
-    op.Press(ui::kKeyTab);
-    EXPECT_EQ(op.Focus(), u"keyButton(2)");
-    op.Press(ui::kKeyTab);
-    EXPECT_EQ(op.Focus(), u"keyButton(0)");
-    op.Click(u"keyClose");
-  });
-}
+const Round kRounds[] = {
+    // The default button is moved to the front; the others keep their order.
+    {"TabWalksFromTheDefaultButtonThroughTheOthersAndHelp",
+     {.Style = 3 + 256, .HelpFile = u"h"},
+     kSecond,
+     {{ui::kKeyTab, kFirst},
+      {ui::kKeyTab, kThird},
+      {ui::kKeyTab, kHelp},
+      {ui::kKeyTab, kSecond},
+      {ui::kKeyTab, kHelp, ui::kShift}}},
+    {"TabSkipsHiddenButtons",
+     {.Style = 6, .Button1 = u"A", .Button3 = u"C"},
+     kFirst,
+     {{ui::kKeyTab, kThird}, {ui::kKeyTab, kFirst}}},
+    {"ArrowsWalkTheButtonsAroundTheEnds",
+     {.Style = 2},
+     kFirst,
+     {{ui::kKeyRight, kSecond},
+      {ui::kKeyDown, kThird},
+      {ui::kKeyRight, kFirst},
+      {ui::kKeyLeft, kThird},
+      {ui::kKeyUp, kSecond}}},
+    {"OtherKeysLeaveTheBoxAsItIs",
+     {.Style = 4},
+     kFirst,
+     {{ui::kKeyBack, kFirst},
+      {ui::kKeyHome, kFirst},
+      {ui::kKeyF1, kFirst},
+      {u'Q', kFirst},
+      {ui::kKeyEnter, kFirst, ui::kControl},
+      {ui::kKeyEscape, kFirst, ui::kAlt}}},
+    {"KeysWithoutAnyFocusGiveNone",
+     {.Style = 6},
+     u"",
+     {{ui::kKeyTab, u""}, {ui::kKeyEnter, u""}, {ui::kKeySpace, u""}, {ui::kKeyRight, u""}}},
+};
+INSTANTIATE_TEST_SUITE_P(Keys, FMessageBoxFocus, ::testing::ValuesIn(kRounds), NameOfRow<Round>);
 
-TEST_F(FMessageBoxKeyboard, ArrowsWalkTheButtonsAroundTheEnds) {
-  Show({.Style = 2}, [](Operator& op) {
-    op.Press(ui::kKeyRight);
-    EXPECT_EQ(op.Focus(), u"keyButton(1)");
-    op.Press(ui::kKeyDown);
-    EXPECT_EQ(op.Focus(), u"keyButton(2)");
-    op.Press(ui::kKeyRight);
-    EXPECT_EQ(op.Focus(), u"keyButton(0)");
-    op.Press(ui::kKeyLeft);
-    EXPECT_EQ(op.Focus(), u"keyButton(2)");
-    op.Press(ui::kKeyUp);
-    EXPECT_EQ(op.Focus(), u"keyButton(1)");
-    op.Click(u"keyClose");
-  });
-}
+class FMessageBoxKeyboard : public MessageBoxTest {};
 
 TEST_F(FMessageBoxKeyboard, AccessKeyPressesItsButtonWithAndWithoutAlt) {
-  runtime.Texts[u"No"] = u"&Nein";
+  runtime.Texts[u"No"] = u"&Never";
   for (const bool alt : {true, false}) {
     EXPECT_EQ(Show({.Style = 4}, [alt](Operator& op) { op.AccessKey(u'N', alt); }), 7);
     EXPECT_EQ(Show({.Style = 4}, [alt](Operator& op) { op.AccessKey(u'n', alt); }), 7);
@@ -85,23 +117,23 @@ TEST_F(FMessageBoxKeyboard, AccessKeyPressesItsButtonWithAndWithoutAlt) {
 }
 
 TEST_F(FMessageBoxKeyboard, AmbiguousAccessKeyWalksThroughItsButtons) {
-  runtime.Texts[u"Abort"] = u"&Abbrechen";
-  runtime.Texts[u"Ignore"] = u"&Auslassen";
+  runtime.Texts[u"Abort"] = u"&Aus";
+  runtime.Texts[u"Ignore"] = u"&An";
   EXPECT_EQ(Show({.Style = 2 + 256},
                  [](Operator& op) {
                    op.AccessKey(u'a');
-                   EXPECT_EQ(op.Focus(), u"keyButton(0)");
+                   EXPECT_EQ(op.Focus(), kFirst);
                    op.AccessKey(u'a');
-                   EXPECT_EQ(op.Focus(), u"keyButton(2)");
+                   EXPECT_EQ(op.Focus(), kThird);
                    op.AccessKey(u'a');
-                   EXPECT_EQ(op.Focus(), u"keyButton(0)");
+                   EXPECT_EQ(op.Focus(), kFirst);
                    op.Press(ui::kKeyEnter);
                  }),
             3);
 }
 
 TEST_F(FMessageBoxKeyboard, AccessKeyOfAHiddenHelpButtonDoesNothing) {
-  runtime.Texts[u"Help"] = u"&Help";
+  runtime.Texts[u"Help"] = u"&Hint";
   Show({}, [this](Operator& op) {
     op.AccessKey(u'h');
     EXPECT_TRUE(op.Form().Visible());
@@ -111,7 +143,7 @@ TEST_F(FMessageBoxKeyboard, AccessKeyOfAHiddenHelpButtonDoesNothing) {
 }
 
 TEST_F(FMessageBoxKeyboard, HelpByKeyboardSendsItsKeysAndLeavesTheBoxOpen) {
-  runtime.Texts[u"Help"] = u"&Help";
+  runtime.Texts[u"Help"] = u"&Hint";
   Show({.HelpFile = u"h"}, [this](Operator& op) {
     op.AccessKey(u'h');
     op.Press(ui::kKeyEnter);
@@ -119,29 +151,6 @@ TEST_F(FMessageBoxKeyboard, HelpByKeyboardSendsItsKeysAndLeavesTheBoxOpen) {
     EXPECT_EQ(platform.SentKeys, (std::vector<String>{u"F1", u"F1", u"F1"}));
     EXPECT_TRUE(op.Form().Visible());
     op.Click(u"keyButton(0)");
-  });
-}
-
-TEST_F(FMessageBoxKeyboard, OtherKeysLeaveTheBoxAsItIs) {
-  Show({.Style = 4}, [](Operator& op) {
-    for (const int key : std::initializer_list<int>{ui::kKeyBack, ui::kKeyHome, ui::kKeyF1, u'Q'})
-      op.Press(key);
-    op.Press(ui::kKeyEnter, ui::kControl);
-    op.Press(ui::kKeyEscape, ui::kAlt);
-    EXPECT_TRUE(op.Form().Visible());
-    EXPECT_EQ(op.Focus(), u"keyButton(0)");
-    op.Click(u"keyClose");
-  });
-}
-
-TEST_F(FMessageBoxKeyboard, KeysWithoutAnyFocusDoNothingButEscape) {
-  Show({.Style = 6}, [](Operator& op) {
-    for (const int key : {ui::kKeyTab, ui::kKeyEnter, ui::kKeySpace, ui::kKeyRight})
-      op.Press(key);
-    EXPECT_EQ(op.Focus(), u"");
-    EXPECT_TRUE(op.Form().Visible());
-    op.Press(ui::kKeyEscape);
-    EXPECT_FALSE(op.Form().Visible());
   });
 }
 

@@ -1,6 +1,7 @@
+#include "support/Walk.h"
 #include "users/UsersTest.h"
 
-// Focus, Enter, Tab, access keys and the enabling of OK in the change-password dialog.
+// Focus, Enter, Tab and the enabling of OK in the change-password dialog.
 namespace krx::test {
 
 using ::testing::ElementsAreArray;
@@ -18,10 +19,6 @@ class ChangePasswordKeys : public UsersTest {
       if (op.Form().Visible()) op.Click(u"keyCancel");
     });
     dialog->KRChangePassword();
-  }
-  static char16_t Left(Operator& op, StringView control, char16_t key) {
-    op.Get(control).KeyPress(key);
-    return key;
   }
 };
 
@@ -163,28 +160,11 @@ TEST_F(ChangePasswordKeys, TabWalksTheInputFieldsAndButtons) {
   Show([](Operator& op) {
     FillChange(op, u"old", u"new");
     op.Get(u"txtActPassword").SetFocus();
-    std::vector<String> way;
-    for (int i = 0; i < 5; ++i) {
-      op.Press(ui::kKeyTab);
-      way.push_back(op.Focus());
-    }
-    EXPECT_THAT(way, ElementsAreArray({u"txtPassword", u"txtPassword2", u"keyOK", u"keyCancel",
-                                       u"txtActPassword"}));
-  });
-}
-
-TEST_F(ChangePasswordKeys, AccessKeysLeadToTheirFieldsAlsoToTheDisplayedOnes) {
-  runtime.Texts = {{u"lblName", u"&1"},        {u"lblFullName", u"&2"},
-                   {u"lblComment", u"&3"},     {u"lblActualPassword", u"&4"},
-                   {u"lblNewPassword", u"&5"}, {u"lblRepeatPassword", u"&6"}};
-  Show([](Operator& op) {
-    std::vector<String> way;
-    for (const char16_t key : String(u"123456")) {
-      op.AccessKey(key);
-      way.push_back(op.Focus());
-    }
-    EXPECT_THAT(way, ElementsAreArray({u"txtName", u"txtFullName", u"txtComment", u"txtActPassword",
-                                       u"txtPassword", u"txtPassword2"}));
+    Walk(op, {{ui::kKeyTab, u"txtPassword"},
+              {ui::kKeyTab, u"txtPassword2"},
+              {ui::kKeyTab, u"keyOK"},
+              {ui::kKeyTab, u"keyCancel"},
+              {ui::kKeyTab, u"txtActPassword"}});
   });
 }
 
@@ -202,45 +182,6 @@ TEST_F(ChangePasswordKeys, DisplayFieldsShowTheUserAndTakeNoInput) {
       op.Type(u"x");
       EXPECT_EQ(box.Text(), text);
     }
-  });
-}
-
-TEST_F(ChangePasswordKeys, EveryTextComesFromItsKeyInTheUserGroup) {
-  Show([](Operator& op) {
-    EXPECT_EQ(op.Get<ui::KRXIndex>(u"idxCaption").Text(), u"capChangePassword");
-    EXPECT_EQ(op.Form().Caption(), u"capChangePassword");
-    EXPECT_EQ(op.Get<ui::KRXKey>(u"keyOK").Caption(), u"keyOK");
-    EXPECT_EQ(op.Get<ui::KRXKey>(u"keyCancel").Caption(), u"keyCancel");
-    const std::array keys{u"lblName",           u"lblFullName",    u"lblComment",
-                          u"lblActualPassword", u"lblNewPassword", u"lblRepeatPassword"};
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-      const String name = u"lblChangePW(" + ToString(static_cast<std::int32_t>(i)) + u")";
-      EXPECT_EQ(op.Get<ui::Label>(name).Caption(), keys[i]);
-      EXPECT_EQ(op.Get<ui::Label>(name).Tag, keys[i]);
-    }
-  });
-  EXPECT_THAT(log.EntriesOf("GetText"),
-              ElementsAreArray({"GetText capChangePassword -103", "GetText keyOK -103",
-                                "GetText keyCancel -103", "GetText lblName -103",
-                                "GetText lblFullName -103", "GetText lblComment -103",
-                                "GetText lblActualPassword -103", "GetText lblNewPassword -103",
-                                "GetText lblRepeatPassword -103"}));
-}
-
-TEST_F(ChangePasswordKeys, EveryControlHasTheFontOfItsClass) {
-  dialog->Settings().FontClassCaption = u"C";
-  dialog->Settings().FontClassText = u"T";
-  dialog->Settings().FontClassButton = u"B";
-  dialog->Settings().FontClassInput = u"I";
-  Show([](Operator& op) {
-    EXPECT_EQ(op.Get(u"idxCaption").Font().Name, u"C");
-    EXPECT_EQ(op.Get(u"keyOK").Font().Name, u"B");
-    EXPECT_EQ(op.Get(u"keyCancel").Font().Name, u"B");
-    for (std::int32_t i = 0; i < 6; ++i)
-      EXPECT_EQ(op.Get(u"lblChangePW(" + ToString(i) + u")").Font().Name, u"T");
-    for (const StringView box : {u"txtName", u"txtFullName", u"txtComment", u"txtActPassword",
-                                 u"txtPassword", u"txtPassword2"})
-      EXPECT_EQ(op.Get(box).Font().Name, u"I");
   });
 }
 

@@ -1,3 +1,4 @@
+#include "support/Walk.h"
 #include "users/UsersTest.h"
 
 // Focus, Enter, Tab, access keys and the enabling of OK in the log-on dialogs.
@@ -14,11 +15,6 @@ class LogOnKeys : public LogOnTest {
       if (op.Form().Visible()) op.Click(u"keyCancel");
     });
     EXPECT_FALSE(LogOn());
-  }
-  // The character code that is left of a key press.
-  static char16_t Left(Operator& op, StringView control, char16_t key) {
-    op.Get(control).KeyPress(key);
-    return key;
   }
 };
 
@@ -112,27 +108,12 @@ TEST_P(LogOnKeys, OtherKeysPassUnchanged) {
 TEST_P(LogOnKeys, TabWalksNamePasswordAndButtons) {
   Show([](Operator& op) {
     Name(op, u"anna");
-    std::vector<String> way;
-    for (int i = 0; i < 5; ++i) {
-      op.Press(ui::kKeyTab);
-      way.push_back(op.Focus());
-    }
-    EXPECT_THAT(way,
-                ElementsAreArray({String(u"txtPassword"), String(u"keyOK"), String(u"keyCancel"),
-                                  Which().LogOffKey, Which().NameField}));
-    op.Press(ui::kKeyTab, ui::kShift);
-    EXPECT_EQ(op.Focus(), Which().LogOffKey);
-  });
-}
-
-TEST_P(LogOnKeys, AccessKeysOfTheLabelsLeadToTheirFields) {
-  runtime.Texts[u"lblName"] = u"&Name";
-  runtime.Texts[u"lblPassword"] = u"&Kennwort";
-  Show([](Operator& op) {
-    op.AccessKey(u'k');
-    EXPECT_EQ(op.Focus(), u"txtPassword");
-    op.AccessKey(u'n');
-    EXPECT_EQ(op.Focus(), Which().NameField);
+    Walk(op, {{ui::kKeyTab, u"txtPassword"},
+              {ui::kKeyTab, u"keyOK"},
+              {ui::kKeyTab, u"keyCancel"},
+              {ui::kKeyTab, Which().LogOffKey},
+              {ui::kKeyTab, Which().NameField},
+              {ui::kKeyTab, Which().LogOffKey, ui::kShift}});
   });
 }
 
@@ -161,41 +142,6 @@ TEST_P(LogOnKeys, PasswordIsShownAsStars) {
     Fill(op, u"txtPassword", u"s\u00E4cret");
     EXPECT_EQ(op.Get(u"txtPassword").DisplayedText(), u"******");
     EXPECT_EQ(op.Get<ui::PasswordBox>(u"txtPassword").PasswordChar, u'*');
-  });
-}
-
-// Its caption line, its own texts, and nothing of the design.
-TEST_P(LogOnKeys, EveryTextComesFromItsKeyInTheUserGroup) {
-  Show([](Operator& op) {
-    EXPECT_EQ(ToUtf8(op.Get<ui::KRXIndex>(u"idxCaption").Text()), Which().Title);
-    EXPECT_EQ(ToUtf8(op.Form().Caption()), Which().Title);
-    EXPECT_EQ(op.Get<ui::KRXKey>(u"keyOK").Caption(), u"keyOK");
-    EXPECT_EQ(op.Get<ui::KRXKey>(u"keyCancel").Caption(), u"keyCancel");
-    EXPECT_EQ(op.Get<ui::KRXKey>(Which().LogOffKey).Caption(), u"keyLogOut");
-    EXPECT_EQ(op.Get<ui::Label>(u"lblName").Caption(), u"lblName");
-    EXPECT_EQ(op.Get<ui::Label>(u"lblPassword").Caption(), u"lblPassword");
-  });
-  EXPECT_THAT(log.EntriesOf("GetText"),
-              ElementsAreArray({"GetText capLogon -103", "GetText keyOK -103",
-                                "GetText keyCancel -103", "GetText keyLogOut -103",
-                                "GetText lblName -103", "GetText lblPassword -103"}));
-}
-
-TEST_P(LogOnKeys, EveryControlHasTheFontOfItsClass) {
-  dialog->Settings().FontClassCaption = u"C";
-  dialog->Settings().FontClassText = u"T";
-  dialog->Settings().FontClassButton = u"B";
-  dialog->Settings().FontClassInput = u"I";
-  Show([](Operator& op) {
-    EXPECT_EQ(op.Get(u"idxCaption").Font().Name, u"C");
-    for (const StringView key :
-         {StringView(u"keyOK"), StringView(u"keyCancel"), StringView(Which().LogOffKey)})
-      EXPECT_EQ(op.Get(key).Font().Name, u"B");
-    EXPECT_EQ(op.Get(u"lblName").Font().Name, u"T");
-    EXPECT_EQ(op.Get(u"lblPassword").Font().Name, u"T");
-    EXPECT_EQ(op.Get(Which().NameField).Font().Name, u"I");
-    EXPECT_EQ(op.Get(u"txtPassword").Font().Name, u"I");
-    EXPECT_EQ(op.Get(u"keyClose").Font(), Font()) << "keeps its design font";
   });
 }
 

@@ -1,6 +1,6 @@
-#include <cstdlib>
 #include <random>
 
+#include "support/Seed.h"
 #include "users/AdministrationTest.h"
 
 // Random work in the user overview against a model of the user management: after every step the
@@ -11,11 +11,6 @@ namespace {
 
 constexpr unsigned kSequences = 50000;
 constexpr int kSteps = 6;
-
-unsigned FirstSeed() {
-  const char* const seed = std::getenv("KRX_SEED");
-  return seed ? static_cast<unsigned>(std::strtoul(seed, nullptr, 10)) : 1;
-}
 
 struct ModelUser {
   String Name;

@@ -106,39 +106,6 @@ TEST_F(WhoAmI, FieldsAreForDisplayOnly) {
   });
 }
 
-TEST_F(WhoAmI, AccessKeysOfTheLabelsLeadToTheirFields) {
-  runtime.Texts = {{u"lblFullName", u"&Vollst\u00E4ndiger Name"},
-                   {u"lblName", u"&Name"},
-                   {u"lblUserClass", u"&Benutzerklasse"},
-                   {u"lblComment", u"&Kommentar"}};
-  Show([](Operator& op) {
-    std::vector<String> way;
-    for (const char16_t key : {u'v', u'n', u'b', u'k'}) {
-      op.AccessKey(key);
-      way.push_back(op.Focus());
-    }
-    EXPECT_THAT(way,
-                ElementsAreArray({u"txtFullName", u"txtName", u"txtUserClass", u"txtComment"}));
-  });
-}
-
-TEST_F(WhoAmI, EveryTextComesFromItsKeyInTheUserGroup) {
-  Show([](Operator& op) {
-    EXPECT_EQ(op.Get<ui::KRXIndex>(u"idxCaption").Text(), u"capCurrentUser");
-    EXPECT_EQ(op.Get<ui::KRXKey>(u"keyOK").Caption(), u"keyOK");
-    const std::array keys{u"lblFullName", u"lblName", u"lblComment", u"lblUserClass"};
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-      const String name = u"lblWhoAmI(" + ToString(static_cast<std::int32_t>(i)) + u")";
-      EXPECT_EQ(op.Get<ui::Label>(name).Caption(), keys[i]);
-      EXPECT_EQ(op.Get<ui::Label>(name).Tag, keys[i]);
-    }
-  });
-  EXPECT_THAT(log.EntriesOf("GetText"),
-              ElementsAreArray({"GetText capCurrentUser -103", "GetText keyOK -103",
-                                "GetText lblFullName -103", "GetText lblName -103",
-                                "GetText lblComment -103", "GetText lblUserClass -103"}));
-}
-
 TEST_F(WhoAmI, UserComesBeforeTextsAndTextsBeforeFonts) {
   Show([](Operator&) {});
   const auto& all = log.Entries();
