@@ -175,7 +175,7 @@ void FMessageBox::SetDefault(std::int32_t style) {
 
 ui::KRXKey& FMessageBox::DefaultKey(std::int32_t style) {
   const auto position =
-      static_cast<std::size_t>((style & service::kDefaultBits) / service::kDefaultStep);
+      static_cast<std::size_t>((style & service::kDefaultBits) / service::kDefaultButton2);
   return position < keyButton.size() ? keyButton[position] : keyHelp;
 }
 

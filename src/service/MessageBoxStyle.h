@@ -23,9 +23,11 @@ inline constexpr std::int32_t kQuestion = 32;
 inline constexpr std::int32_t kExclamation = 48;
 inline constexpr std::int32_t kInformation = 64;
 
-// Which button is the default: its place in the row, in steps, Help being the last one.
+// Which button is the default; the fourth one is Help.
 inline constexpr std::int32_t kDefaultBits = 768;
-inline constexpr std::int32_t kDefaultStep = 256;
+inline constexpr std::int32_t kDefaultButton2 = 256;
+inline constexpr std::int32_t kDefaultButton3 = 512;
+inline constexpr std::int32_t kDefaultButton4 = 768;
 
 // What the box returns: the button that was pressed.
 inline constexpr std::int32_t kOK = 1;

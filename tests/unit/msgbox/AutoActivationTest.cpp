@@ -9,12 +9,13 @@ using namespace std::chrono_literals;
 class FMessageBoxAutoActivation : public MessageBoxTest {};
 
 TEST_F(FMessageBoxAutoActivation, ClosesTheBoxAfterFiveSecondsToTheMillisecond) {
-  const auto result = Show({.Style = 4 + 256, .AutoActivation = 5}, [](Operator& op) {
-    op.Wait(4999ms);
-    EXPECT_TRUE(op.Form().Visible());
-    op.Wait(1ms);
-    EXPECT_FALSE(op.Form().Visible());
-  });
+  const auto result =
+      Show({.Style = kYesNo + kDefaultButton2, .AutoActivation = 5}, [](Operator& op) {
+        op.Wait(4999ms);
+        EXPECT_TRUE(op.Form().Visible());
+        op.Wait(1ms);
+        EXPECT_FALSE(op.Form().Visible());
+      });
   EXPECT_EQ(result, 7);
 }
 
@@ -59,12 +60,13 @@ TEST_F(FMessageBoxAutoActivation, TimerIsOffOnceTheCounterHasReachedZero) {
 
 TEST_F(FMessageBoxAutoActivation, NoTickReachesAClosedBox) {
   int ticks = 0;
-  const auto result = Show({.Style = 1 + 256, .AutoActivation = 2}, [&](Operator& op) {
-    dynamic_cast<msgbox::FMessageBox&>(op.Form()).tmrAutoActivation.Tick = [&] { ++ticks; };
-    op.Wait(1s);
-    op.Click(u"keyButton(0)");
-    op.Wait(1min);
-  });
+  const auto result =
+      Show({.Style = kOKCancel + kDefaultButton2, .AutoActivation = 2}, [&](Operator& op) {
+        dynamic_cast<msgbox::FMessageBox&>(op.Form()).tmrAutoActivation.Tick = [&] { ++ticks; };
+        op.Wait(1s);
+        op.Click(u"keyButton(0)");
+        op.Wait(1min);
+      });
   EXPECT_EQ(ticks, 1);
   EXPECT_EQ(result, 1);
   platform.Advance(1min);
@@ -88,14 +90,14 @@ TEST_F(FMessageBoxAutoActivation, ClosesABoxWithoutAnyAnswer) {
 }
 
 TEST_F(FMessageBoxAutoActivation, ReturnsTheDefaultFreeButton) {
-  const BoxCall call{.Style = 6 + 512, .Button3 = u"C", .AutoActivation = 1};
+  const BoxCall call{.Style = 6 + kDefaultButton3, .Button3 = u"C", .AutoActivation = 1};
   EXPECT_EQ(Show(call, [](Operator& op) { op.Wait(1s); }), 13);
 }
 
 TEST_F(FMessageBoxAutoActivation, EachBoxHasItsOwnCountdown) {
   Show({.AutoActivation = 10}, [this](Operator& outer) {
     outer.Wait(3s);
-    EXPECT_EQ(Show({.Style = 4, .AutoActivation = 5},
+    EXPECT_EQ(Show({.Style = kYesNo, .AutoActivation = 5},
                    [&](Operator& inner) {
                      inner.Wait(5s);
                      EXPECT_FALSE(inner.Form().Visible());

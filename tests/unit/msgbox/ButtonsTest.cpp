@@ -22,13 +22,31 @@ class FMessageBoxButtons : public MessageBoxTest {
   std::string Buttons(const BoxCall& call) { return ShownButtons(*SetUpBox(call)); }
 };
 
+// Callers write the numbers, so a name that stood for another one would change what they get.
+TEST_F(FMessageBoxButtons, TheNumbersOfStylesAndResultsAreThoseOfTheField) {
+  EXPECT_THAT(
+      (std::vector{kOKOnly, kOKCancel, kAbortRetryIgnore, kYesNoCancel, kYesNo, kRetryCancel}),
+      ::testing::ElementsAre(0, 1, 2, 3, 4, 5));
+  EXPECT_THAT((std::vector{kCritical, kQuestion, kExclamation, kInformation}),
+              ::testing::ElementsAre(16, 32, 48, 64));
+  EXPECT_THAT((std::vector{kDefaultButton2, kDefaultButton3, kDefaultButton4}),
+              ::testing::ElementsAre(256, 512, 768));
+  EXPECT_THAT(
+      (std::vector{service::kOK, service::kCancel, service::kAbort, service::kRetry,
+                   service::kIgnore, service::kYes, service::kNo, service::kFirstFreeButton}),
+      ::testing::ElementsAre(1, 2, 3, 4, 5, 6, 7, 11));
+  EXPECT_THAT(
+      (std::vector{ui::kStopIcon, ui::kQuestionIcon, ui::kExclamationIcon, ui::kInformationIcon}),
+      ::testing::ElementsAre(32513, 32514, 32515, 32516));
+}
+
 TEST_F(FMessageBoxButtons, EverySetShowsItsTextsAndResultCodes) {
-  EXPECT_EQ(Buttons({.Style = 0}), "OK=1");
-  EXPECT_EQ(Buttons({.Style = 1}), "OK=1 Cancel=2");
-  EXPECT_EQ(Buttons({.Style = 2}), "Abort=3 Retry=4 Ignore=5");
-  EXPECT_EQ(Buttons({.Style = 3}), "Yes=6 No=7 Cancel=2");
-  EXPECT_EQ(Buttons({.Style = 4}), "Yes=6 No=7");
-  EXPECT_EQ(Buttons({.Style = 5}), "Retry=4 Cancel&=2");
+  EXPECT_EQ(Buttons({.Style = kOKOnly}), "OK=1");
+  EXPECT_EQ(Buttons({.Style = kOKCancel}), "OK=1 Cancel=2");
+  EXPECT_EQ(Buttons({.Style = kAbortRetryIgnore}), "Abort=3 Retry=4 Ignore=5");
+  EXPECT_EQ(Buttons({.Style = kYesNoCancel}), "Yes=6 No=7 Cancel=2");
+  EXPECT_EQ(Buttons({.Style = kYesNo}), "Yes=6 No=7");
+  EXPECT_EQ(Buttons({.Style = kRetryCancel}), "Retry=4 Cancel&=2");
 }
 
 TEST_F(FMessageBoxButtons, SetsFromSixToFifteenHaveNoStandardButtons) {
@@ -39,18 +57,18 @@ TEST_F(FMessageBoxButtons, SetsFromSixToFifteenHaveNoStandardButtons) {
 TEST_F(FMessageBoxButtons, RetryCancelLooksItsCancelTextUpUnderAKeyOfItsOwn) {
   runtime.Texts[u"Cancel"] = u"Cancel of the other sets";
   runtime.Texts[u"Cancel&"] = u"Cancel of Retry";
-  EXPECT_EQ(Buttons({.Style = 5}), "Retry=4 Cancel of Retry=2");
-  EXPECT_EQ(Buttons({.Style = 1}), "OK=1 Cancel of the other sets=2");
-  EXPECT_EQ(Buttons({.Style = 3}), "Yes=6 No=7 Cancel of the other sets=2");
+  EXPECT_EQ(Buttons({.Style = kRetryCancel}), "Retry=4 Cancel of Retry=2");
+  EXPECT_EQ(Buttons({.Style = kOKCancel}), "OK=1 Cancel of the other sets=2");
+  EXPECT_EQ(Buttons({.Style = kYesNoCancel}), "Yes=6 No=7 Cancel of the other sets=2");
 }
 
 TEST_F(FMessageBoxButtons, KeepsAFreeCaptionOnTheSingleOkButton) {
-  EXPECT_EQ(Buttons({.Style = 0, .Button1 = u"Start"}), "Start=11");
+  EXPECT_EQ(Buttons({.Style = kOKOnly, .Button1 = u"Start"}), "Start=11");
   EXPECT_THAT(log.EntriesOf("GetText OK"), ::testing::IsEmpty());
 }
 
 TEST_F(FMessageBoxButtons, SingleOkStandsBesideTheOtherFreeButtons) {
-  EXPECT_EQ(Buttons({.Style = 0, .Button2 = u"B", .Button3 = u"C"}), "OK=1 B=12 C=13");
+  EXPECT_EQ(Buttons({.Style = kOKOnly, .Button2 = u"B", .Button3 = u"C"}), "OK=1 B=12 C=13");
 }
 
 TEST_F(FMessageBoxButtons, OtherSetsOverwriteTheFreeButtonsThatTheyUse) {
@@ -68,7 +86,7 @@ TEST_F(FMessageBoxButtons, OtherSetsOverwriteTheFreeButtonsThatTheyUse) {
 }
 
 TEST_F(FMessageBoxButtons, FreeThirdButtonJoinsYesAndNo) {
-  EXPECT_EQ(Buttons({.Style = 4, .Button3 = u"Later"}), "Yes=6 No=7 Later=13");
+  EXPECT_EQ(Buttons({.Style = kYesNo, .Button3 = u"Later"}), "Yes=6 No=7 Later=13");
 }
 
 TEST_F(FMessageBoxButtons, EachShownButtonReturnsItsCode) {
@@ -94,7 +112,7 @@ TEST_F(FMessageBoxButtons, FreeButtonsReturnElevenTwelveAndThirteen) {
 
 TEST_F(FMessageBoxButtons, ButtonWhoseTextIsEmptyIsHidden) {
   runtime.Texts[u"No"] = u"";
-  EXPECT_EQ(Buttons({.Style = 4}), "Yes=6");
+  EXPECT_EQ(Buttons({.Style = kYesNo}), "Yes=6");
 }
 
 TEST_F(FMessageBoxButtons, HelpButtonIsShownExactlyWithAHelpFile) {

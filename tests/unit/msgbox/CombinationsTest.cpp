@@ -26,7 +26,8 @@ const std::array<std::vector<Answer>, 8> kAnswers{{
 }};
 
 // By icon bits / 16; 0 is no icon.
-constexpr std::array<int, 8> kIcons{0, 32513, 32514, 32515, 32516, 0, 0, 0};
+constexpr std::array<int, 8> kIcons{
+    0, ui::kStopIcon, ui::kQuestionIcon, ui::kExclamationIcon, ui::kInformationIcon, 0, 0, 0};
 
 constexpr std::int32_t kHelpFlag = 16384;
 
@@ -38,7 +39,8 @@ struct Combination {
   bool HelpFile;
 
   std::int32_t Style() const {
-    return static_cast<std::int32_t>(Set + 16 * Icon + 256 * Default) + (HelpFlag ? kHelpFlag : 0);
+    return static_cast<std::int32_t>(Set + 16 * Icon + kDefaultButton2 * Default) +
+           (HelpFlag ? kHelpFlag : 0);
   }
 };
 

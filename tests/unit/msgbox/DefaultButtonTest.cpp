@@ -4,10 +4,6 @@ namespace krx::test {
 
 class FMessageBoxDefault : public MessageBoxTest {
  protected:
-  static constexpr std::int32_t kSecond = 256;
-  static constexpr std::int32_t kThird = 512;
-  static constexpr std::int32_t kHelp = 768;
-
   std::uint32_t FailureOf(const BoxCall& call) {
     return StatusOf([&] { Open(call); });
   }
@@ -22,24 +18,24 @@ class FMessageBoxDefault : public MessageBoxTest {
 };
 
 TEST_F(FMessageBoxDefault, ClosedBoxReturnsTheDefaultButtonsCode) {
-  EXPECT_EQ(ResultWhenClosed({.Style = 2}), 3);
-  EXPECT_EQ(ResultWhenClosed({.Style = 2 + kSecond}), 4);
-  EXPECT_EQ(ResultWhenClosed({.Style = 2 + kThird}), 5);
-  EXPECT_EQ(ResultWhenClosed({.Style = 4 + kThird, .Button3 = u"Later"}), 13);
+  EXPECT_EQ(ResultWhenClosed({.Style = kAbortRetryIgnore}), 3);
+  EXPECT_EQ(ResultWhenClosed({.Style = kAbortRetryIgnore + kDefaultButton2}), 4);
+  EXPECT_EQ(ResultWhenClosed({.Style = kAbortRetryIgnore + kDefaultButton3}), 5);
+  EXPECT_EQ(ResultWhenClosed({.Style = kYesNo + kDefaultButton3, .Button3 = u"Later"}), 13);
 }
 
 TEST_F(FMessageBoxDefault, DefaultButtonHasTheFocusWhenTheBoxOpens) {
-  EXPECT_EQ(FocusOf({.Style = 2}), u"keyButton(0)");
-  EXPECT_EQ(FocusOf({.Style = 2 + kSecond}), u"keyButton(1)");
-  EXPECT_EQ(FocusOf({.Style = 2 + kThird}), u"keyButton(2)");
-  EXPECT_EQ(FocusOf({.Style = 6 + kHelp, .HelpFile = u"h"}), u"keyHelp");
+  EXPECT_EQ(FocusOf({.Style = kAbortRetryIgnore}), u"keyButton(0)");
+  EXPECT_EQ(FocusOf({.Style = kAbortRetryIgnore + kDefaultButton2}), u"keyButton(1)");
+  EXPECT_EQ(FocusOf({.Style = kAbortRetryIgnore + kDefaultButton3}), u"keyButton(2)");
+  EXPECT_EQ(FocusOf({.Style = 6 + kDefaultButton4, .HelpFile = u"h"}), u"keyHelp");
 }
 
 TEST_F(FMessageBoxDefault, IconStepPutsTheDefaultButtonFirstInTheTabOrder) {
   const std::map<std::int32_t, String> names{{0, u"keyButton(0)"},
-                                             {kSecond, u"keyButton(1)"},
-                                             {kThird, u"keyButton(2)"},
-                                             {kHelp, u"keyHelp"}};
+                                             {kDefaultButton2, u"keyButton(1)"},
+                                             {kDefaultButton3, u"keyButton(2)"},
+                                             {kDefaultButton4, u"keyHelp"}};
   for (const auto& [style, name] : names) {
     msgbox::FMessageBox form(apartment);
     form.DisplayIcon(style);
@@ -48,7 +44,7 @@ TEST_F(FMessageBoxDefault, IconStepPutsTheDefaultButtonFirstInTheTabOrder) {
 }
 
 TEST_F(FMessageBoxDefault, ResultBeforeAnyClickIsTheDefaultButtons) {
-  Show({.Style = 3 + kThird}, [](Operator& op) {
+  Show({.Style = kYesNoCancel + kDefaultButton3}, [](Operator& op) {
     EXPECT_EQ(dynamic_cast<msgbox::FMessageBox&>(op.Form()).Result, 2);
     op.Click(u"keyButton(0)");
   });
@@ -61,39 +57,40 @@ TEST_F(FMessageBoxDefault, ResultCanBeWrittenByTheCaller) {
 }
 
 TEST_F(FMessageBoxDefault, SecondButtonOfASingleButtonIsATypeMismatch) {
-  EXPECT_EQ(FailureOf({.Style = kSecond}), kTypeMismatch);
+  EXPECT_EQ(FailureOf({.Style = kDefaultButton2}), kTypeMismatch);
 }
 
 TEST_F(FMessageBoxDefault, DefaultWithoutACodeIsATypeMismatchInEverySet) {
-  EXPECT_EQ(FailureOf({.Style = 0 + kThird}), kTypeMismatch);
-  EXPECT_EQ(FailureOf({.Style = 1 + kThird}), kTypeMismatch);
-  EXPECT_EQ(FailureOf({.Style = 4 + kThird}), kTypeMismatch);
-  EXPECT_EQ(FailureOf({.Style = 5 + kThird}), kTypeMismatch);
+  EXPECT_EQ(FailureOf({.Style = kOKOnly + kDefaultButton3}), kTypeMismatch);
+  EXPECT_EQ(FailureOf({.Style = kOKCancel + kDefaultButton3}), kTypeMismatch);
+  EXPECT_EQ(FailureOf({.Style = kYesNo + kDefaultButton3}), kTypeMismatch);
+  EXPECT_EQ(FailureOf({.Style = kRetryCancel + kDefaultButton3}), kTypeMismatch);
 }
 
 TEST_F(FMessageBoxDefault, HelpAsDefaultIsATypeMismatchOnceThereIsAnAnswer) {
   for (std::int32_t set = 0; set <= 5; ++set) {
-    EXPECT_EQ(FailureOf({.Style = set + kHelp}), kTypeMismatch) << set;
-    EXPECT_EQ(FailureOf({.Style = set + kHelp, .HelpFile = u"h"}), kTypeMismatch) << set;
+    EXPECT_EQ(FailureOf({.Style = set + kDefaultButton4}), kTypeMismatch) << set;
+    EXPECT_EQ(FailureOf({.Style = set + kDefaultButton4, .HelpFile = u"h"}), kTypeMismatch) << set;
   }
-  EXPECT_EQ(FailureOf({.Style = 6 + kHelp, .HelpFile = u"h", .Button2 = u"B"}), kTypeMismatch);
+  EXPECT_EQ(FailureOf({.Style = 6 + kDefaultButton4, .HelpFile = u"h", .Button2 = u"B"}),
+            kTypeMismatch);
 }
 
 TEST_F(FMessageBoxDefault, FreeButtonsWithoutTheDefaultOneAreATypeMismatch) {
   EXPECT_EQ(FailureOf({.Style = 6, .Button2 = u"B"}), kTypeMismatch);
-  EXPECT_EQ(FailureOf({.Style = 15 + kSecond, .Button1 = u"A"}), kTypeMismatch);
-  EXPECT_EQ(FailureOf({.Style = 9 + kThird, .Button1 = u"A"}), kTypeMismatch);
+  EXPECT_EQ(FailureOf({.Style = 15 + kDefaultButton2, .Button1 = u"A"}), kTypeMismatch);
+  EXPECT_EQ(FailureOf({.Style = 9 + kDefaultButton3, .Button1 = u"A"}), kTypeMismatch);
 }
 
 TEST_F(FMessageBoxDefault, FreeButtonMayBeTheDefaultOfASetWithoutButtons) {
   EXPECT_EQ(ResultWhenClosed({.Style = 6, .Button1 = u"A"}), 11);
-  EXPECT_EQ(ResultWhenClosed({.Style = 7 + kSecond, .Button2 = u"B"}), 12);
-  EXPECT_EQ(ResultWhenClosed({.Style = 15 + kThird, .Button3 = u"C"}), 13);
+  EXPECT_EQ(ResultWhenClosed({.Style = 7 + kDefaultButton2, .Button2 = u"B"}), 12);
+  EXPECT_EQ(ResultWhenClosed({.Style = 15 + kDefaultButton3, .Button3 = u"C"}), 13);
 }
 
 TEST_F(FMessageBoxDefault, BoxWithoutAnswersIsShownAndItsResultIsZero) {
   for (std::int32_t set = 6; set <= 15; ++set) {
-    for (const std::int32_t position : {0, kSecond, kThird, kHelp}) {
+    for (const std::int32_t position : {0, kDefaultButton2, kDefaultButton3, kDefaultButton4}) {
       EXPECT_EQ(ResultWhenClosed({.Style = set + position}), 0);
       EXPECT_EQ(ResultWhenClosed({.Style = set + position, .HelpFile = u"h"}), 0);
     }
@@ -108,9 +105,9 @@ TEST_F(FMessageBoxDefault, BoxWithoutAnswersHasNoFocusUnlessThereIsHelp) {
 TEST_F(FMessageBoxDefault, HiddenDefaultButtonThatCarriesACodeKeepsIt) {
   // A text service that knows no text hides the button; its code is there all the same.
   runtime.Texts[u"OK"] = u"";
-  EXPECT_EQ(ResultWhenClosed({.Style = 0}), 1);
+  EXPECT_EQ(ResultWhenClosed({.Style = kOKOnly}), 1);
   runtime.Texts[u"Cancel"] = u"";
-  EXPECT_EQ(ResultWhenClosed({.Style = 1 + kSecond}), 2);
+  EXPECT_EQ(ResultWhenClosed({.Style = kOKCancel + kDefaultButton2}), 2);
 }
 
 TEST_F(FMessageBoxDefault, NegativeStyleIsReadBitByBit) {
@@ -123,7 +120,7 @@ TEST_F(FMessageBoxDefault, NegativeStyleIsReadBitByBit) {
 }
 
 TEST_F(FMessageBoxDefault, OtherBitsOfTheStyleDoNotMatter) {
-  EXPECT_EQ(ResultWhenClosed({.Style = 3 + 128 + 4096 + 16384 + 65536 + 0x100000}), 6);
+  EXPECT_EQ(ResultWhenClosed({.Style = kYesNoCancel + 128 + 4096 + 16384 + 65536 + 0x100000}), 6);
 }
 
 TEST_F(FMessageBoxDefault, ProvisionalResultStaysWhereTheDefaultHasNoCode) {
@@ -132,12 +129,12 @@ TEST_F(FMessageBoxDefault, ProvisionalResultStaysWhereTheDefaultHasNoCode) {
     EXPECT_EQ(StatusOf([&] { form.SetTexts(u"m", style, u"t", u"", 0); }), kTypeMismatch);
     return form.Result;
   };
-  EXPECT_EQ(left_behind(0 + kThird), 1);
-  EXPECT_EQ(left_behind(1 + kThird), 2);
-  EXPECT_EQ(left_behind(2 + kHelp), 0);
-  EXPECT_EQ(left_behind(3 + kHelp), 2);
-  EXPECT_EQ(left_behind(4 + kThird), 0);
-  EXPECT_EQ(left_behind(5 + kThird), 2);
+  EXPECT_EQ(left_behind(0 + kDefaultButton3), 1);
+  EXPECT_EQ(left_behind(1 + kDefaultButton3), 2);
+  EXPECT_EQ(left_behind(2 + kDefaultButton4), 0);
+  EXPECT_EQ(left_behind(3 + kDefaultButton4), 2);
+  EXPECT_EQ(left_behind(4 + kDefaultButton3), 0);
+  EXPECT_EQ(left_behind(5 + kDefaultButton3), 2);
 }
 
 }  // namespace krx::test

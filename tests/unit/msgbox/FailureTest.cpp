@@ -89,7 +89,7 @@ TEST_F(FMessageBoxFailures, KeysThatCannotBeSentLeaveTheBoxOpen) {
     EXPECT_TRUE(op.Form().Visible());
     op.Click(u"keyClose");
   });
-  EXPECT_EQ(Open({.Style = 1 + 256, .HelpFile = u"h"}), 2);
+  EXPECT_EQ(Open({.Style = kOKCancel + kDefaultButton2, .HelpFile = u"h"}), 2);
 }
 
 TEST_F(FMessageBoxFailures, ButtonWhoseTagIsNoNumberIsATypeMismatch) {
@@ -101,7 +101,7 @@ TEST_F(FMessageBoxFailures, ButtonWhoseTagIsNoNumberIsATypeMismatch) {
 }
 
 TEST_F(FMessageBoxFailures, FailureInANestedBoxLeavesTheOuterOneUsable) {
-  EXPECT_EQ(Show({.Style = 4},
+  EXPECT_EQ(Show({.Style = kYesNo},
                  [this](Operator& op) {
                    platform.Unmeasurable = {u"KRDialogsText"};
                    EXPECT_EQ(StatusOf([&] { Open({}); }), 0x80004005u);

@@ -29,12 +29,24 @@ TEST_P(FMessageBoxEnd, ReturnsItsCode) {
 
 const Ending kEndings[] = {
     {"EnterPressesTheFirstButton", 3, {ui::kKeyEnter}, 6},
-    {"EnterPressesTheSecondButtonWhereThatHasTheFocus", 3 + 256, {ui::kKeyEnter}, 7},
-    {"EnterPressesTheThirdButtonWhereThatHasTheFocus", 3 + 512, {ui::kKeyEnter}, 2},
+    {"EnterPressesTheSecondButtonWhereThatHasTheFocus",
+     kYesNoCancel + kDefaultButton2,
+     {ui::kKeyEnter},
+     7},
+    {"EnterPressesTheThirdButtonWhereThatHasTheFocus",
+     kYesNoCancel + kDefaultButton3,
+     {ui::kKeyEnter},
+     2},
     {"SpacePressesTheFirstButton", 3, {ui::kKeySpace}, 6},
-    {"SpacePressesTheSecondButtonWhereThatHasTheFocus", 3 + 256, {ui::kKeySpace}, 7},
-    {"SpacePressesTheThirdButtonWhereThatHasTheFocus", 3 + 512, {ui::kKeySpace}, 2},
-    {"EscapeReturnsTheDefaultButtonsCode", 3 + 256, {ui::kKeyEscape}, 7},
+    {"SpacePressesTheSecondButtonWhereThatHasTheFocus",
+     kYesNoCancel + kDefaultButton2,
+     {ui::kKeySpace},
+     7},
+    {"SpacePressesTheThirdButtonWhereThatHasTheFocus",
+     kYesNoCancel + kDefaultButton3,
+     {ui::kKeySpace},
+     2},
+    {"EscapeReturnsTheDefaultButtonsCode", kYesNoCancel + kDefaultButton2, {ui::kKeyEscape}, 7},
     {"EscapeReturnsZeroWithoutAButton", 6, {ui::kKeyEscape}, 0},
     {"EscapeAfterWalkingStillReturnsTheDefaultButtonsCode", 4, {ui::kKeyTab, ui::kKeyEscape}, 6},
     {"OnlyEscapeEndsABoxWithoutAnyFocus",
@@ -71,7 +83,7 @@ TEST_P(FMessageBoxFocus, GoesWhereTheKeysLead) {
 const Round kRounds[] = {
     // The default button is moved to the front; the others keep their order.
     {"TabWalksFromTheDefaultButtonThroughTheOthersAndHelp",
-     {.Style = 3 + 256, .HelpFile = u"h"},
+     {.Style = kYesNoCancel + kDefaultButton2, .HelpFile = u"h"},
      kSecond,
      {{ui::kKeyTab, kFirst},
       {ui::kKeyTab, kThird},
@@ -83,7 +95,7 @@ const Round kRounds[] = {
      kFirst,
      {{ui::kKeyTab, kThird}, {ui::kKeyTab, kFirst}}},
     {"ArrowsWalkTheButtonsAroundTheEnds",
-     {.Style = 2},
+     {.Style = kAbortRetryIgnore},
      kFirst,
      {{ui::kKeyRight, kSecond},
       {ui::kKeyDown, kThird},
@@ -91,7 +103,7 @@ const Round kRounds[] = {
       {ui::kKeyLeft, kThird},
       {ui::kKeyUp, kSecond}}},
     {"OtherKeysLeaveTheBoxAsItIs",
-     {.Style = 4},
+     {.Style = kYesNo},
      kFirst,
      {{ui::kKeyBack, kFirst},
       {ui::kKeyHome, kFirst},
@@ -111,15 +123,15 @@ class FMessageBoxKeyboard : public MessageBoxTest {};
 TEST_F(FMessageBoxKeyboard, AccessKeyPressesItsButtonWithAndWithoutAlt) {
   runtime.Texts[u"No"] = u"&Never";
   for (const bool alt : {true, false}) {
-    EXPECT_EQ(Show({.Style = 4}, [alt](Operator& op) { op.AccessKey(u'N', alt); }), 7);
-    EXPECT_EQ(Show({.Style = 4}, [alt](Operator& op) { op.AccessKey(u'n', alt); }), 7);
+    EXPECT_EQ(Show({.Style = kYesNo}, [alt](Operator& op) { op.AccessKey(u'N', alt); }), 7);
+    EXPECT_EQ(Show({.Style = kYesNo}, [alt](Operator& op) { op.AccessKey(u'n', alt); }), 7);
   }
 }
 
 TEST_F(FMessageBoxKeyboard, AmbiguousAccessKeyWalksThroughItsButtons) {
   runtime.Texts[u"Abort"] = u"&Aus";
   runtime.Texts[u"Ignore"] = u"&An";
-  EXPECT_EQ(Show({.Style = 2 + 256},
+  EXPECT_EQ(Show({.Style = kAbortRetryIgnore + kDefaultButton2},
                  [](Operator& op) {
                    op.AccessKey(u'a');
                    EXPECT_EQ(op.Focus(), kFirst);

@@ -8,7 +8,7 @@ namespace krx::test {
 class FMessageBoxButtonRow : public MessageBoxTest {};
 
 TEST_F(FMessageBoxButtonRow, HelpButtonStandsOneAndAHalfGapsBehindTheLastAnswer) {
-  const auto form = SetUpBox({.Style = 1 + 16, .HelpFile = u"help.chm"});
+  const auto form = SetUpBox({.Style = kOKCancel + 16, .HelpFile = u"help.chm"});
   // OK 180, Cancel 180 + 1395 = 1575, help 2970 + 90 = 3060; row and form 3060 + 1395 = 4455.
   EXPECT_EQ(form->keyButton[0].Bounds(), (Rect{180, 1215, 1215, 372}));
   EXPECT_EQ(form->keyButton[1].Bounds(), (Rect{1575, 1215, 1215, 372}));
@@ -20,7 +20,7 @@ TEST_F(FMessageBoxButtonRow, HelpButtonStandsOneAndAHalfGapsBehindTheLastAnswer)
 }
 
 TEST_F(FMessageBoxButtonRow, ThreeAnswersStandSideBySide) {
-  const auto form = SetUpBox({.Style = 2 + 32});
+  const auto form = SetUpBox({.Style = kAbortRetryIgnore + 32});
   // 180, 1575, 2970; row 2970 + 1395 = 4365.
   EXPECT_EQ(form->keyButton[0].Left(), 180);
   EXPECT_EQ(form->keyButton[1].Left(), 1575);
@@ -29,7 +29,7 @@ TEST_F(FMessageBoxButtonRow, ThreeAnswersStandSideBySide) {
 }
 
 TEST_F(FMessageBoxButtonRow, ThreeAnswersAndHelpFillTheRow) {
-  const auto form = SetUpBox({.Style = 3, .HelpFile = u"h"});
+  const auto form = SetUpBox({.Style = kYesNoCancel, .HelpFile = u"h"});
   // 180, 1575, 2970, help 4365 + 90 = 4455; row 4455 + 1395 = 5850.
   EXPECT_EQ(form->keyButton[2].Left(), 2970);
   EXPECT_EQ(form->keyHelp.Bounds(), (Rect{4455, 1215, 1215, 372}));
@@ -47,7 +47,7 @@ TEST_F(FMessageBoxButtonRow, HelpAloneKeepsItsHalfGap) {
 }
 
 TEST_F(FMessageBoxButtonRow, HiddenAnswersTakeNoPlace) {
-  const auto form = SetUpBox({.Style = 6 + 512, .Button1 = u"A", .Button3 = u"C"});
+  const auto form = SetUpBox({.Style = 6 + kDefaultButton3, .Button1 = u"A", .Button3 = u"C"});
   EXPECT_EQ(form->keyButton[0].Left(), 180);
   EXPECT_FALSE(form->keyButton[1].Visible());
   EXPECT_EQ(form->keyButton[2].Left(), 1575);
@@ -55,7 +55,7 @@ TEST_F(FMessageBoxButtonRow, HiddenAnswersTakeNoPlace) {
 }
 
 TEST_F(FMessageBoxButtonRow, MiddleAnswerAloneTakesTheFirstPlace) {
-  const auto form = SetUpBox({.Style = 6 + 256, .Button2 = u"B"});
+  const auto form = SetUpBox({.Style = 6 + kDefaultButton2, .Button2 = u"B"});
   EXPECT_EQ(form->keyButton[1].Bounds(), (Rect{180, 1215, 1215, 372}));
   EXPECT_EQ(form->Width(), 1575);
 }
@@ -90,7 +90,7 @@ TEST_F(FMessageBoxButtonRow, AccessKeyMarksTakeNoRoom) {
 }
 
 TEST_F(FMessageBoxButtonRow, TallestCaptionSetsTheHeightOfAllButtons) {
-  const auto form = SetUpBox({.Style = 1, .HelpFile = u"h", .Button3 = u"two\r\nlines"});
+  const auto form = SetUpBox({.Style = kOKCancel, .HelpFile = u"h", .Button3 = u"two\r\nlines"});
   // 2 * 192 + 180 = 564; form 1215 + 564 + 180 = 1959.
   for (const ui::KRXKey& key : form->keyButton)
     EXPECT_EQ(key.Height(), 564);
@@ -112,7 +112,7 @@ TEST_F(FMessageBoxButtonRow, TextOfAHiddenHelpButtonDoesNotCount) {
 
 TEST_F(FMessageBoxButtonRow, MinimumHeightHoldsForAnswersAndHelp) {
   dialog->Settings().ButtonMinHeight = 600.5f;
-  const auto form = SetUpBox({.Style = 4, .HelpFile = u"h"});
+  const auto form = SetUpBox({.Style = kYesNo, .HelpFile = u"h"});
   EXPECT_EQ(form->keyButton[0].Bounds(), (Rect{180, 1215, 1215, 600.5f}));
   EXPECT_EQ(form->keyButton[1].Height(), 600.5f);
   EXPECT_EQ(form->keyHelp.Height(), 600.5f);

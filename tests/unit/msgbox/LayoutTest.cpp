@@ -29,7 +29,7 @@ TEST_F(FMessageBoxLayout, SingleButtonWithoutIconTakesTheWidthOfTheRow) {
 }
 
 TEST_F(FMessageBoxLayout, IconMovesTheMessageBehindIt) {
-  const auto form = SetUpBox({.Style = 16});
+  const auto form = SetUpBox({.Style = kCritical});
   // 180 + 480 + 180 = 840; 840 + 430 + 180 = 1450 is still less than the row's 1575.
   EXPECT_EQ(form->picIcon.Bounds(), (Rect{180, 465, 480, 480}));
   EXPECT_EQ(form->idxMessage.Bounds(), (Rect{840, 465, 430, 480}));
@@ -37,7 +37,7 @@ TEST_F(FMessageBoxLayout, IconMovesTheMessageBehindIt) {
 }
 
 TEST_F(FMessageBoxLayout, BoxWithoutAnyButtonEndsBelowTheMessage) {
-  const auto form = SetUpBox({.Style = 6 + 64});
+  const auto form = SetUpBox({.Style = 6 + kInformation});
   // Widths: caption 1045, message 840 + 430 + 180 = 1450. Height: 465 + 480 + 180 = 1125.
   EXPECT_EQ(form->idxCaption.Bounds(), (Rect{0, 0, 1450, 285}));
   EXPECT_EQ(form->idxMessage.Bounds(), (Rect{840, 465, 430, 480}));
@@ -47,7 +47,7 @@ TEST_F(FMessageBoxLayout, BoxWithoutAnyButtonEndsBelowTheMessage) {
 }
 
 TEST_F(FMessageBoxLayout, LongTitleWidensTheFormAndCentresTheRow) {
-  const auto form = SetUpBox({.Style = 1, .Title = String(60, u't')});
+  const auto form = SetUpBox({.Style = kOKCancel, .Title = String(60, u't')});
   // Caption: 60 * 80 + 645 = 5445. Row: 180 + 2 * 1395 = 2970; shift (5445 - 2970) / 2 = 1237.5.
   EXPECT_EQ(form->idxCaption.Bounds(), (Rect{0, 0, 5445, 285}));
   EXPECT_EQ(form->keyButton[0].Bounds(), (Rect{1417.5f, 1215, 1215, 372}));
@@ -57,7 +57,7 @@ TEST_F(FMessageBoxLayout, LongTitleWidensTheFormAndCentresTheRow) {
 }
 
 TEST_F(FMessageBoxLayout, WideMessageWidensTheFormAndCentresTheRow) {
-  const auto form = SetUpBox({.Text = String(50, u'm'), .Style = 48});
+  const auto form = SetUpBox({.Text = String(50, u'm'), .Style = kExclamation});
   // Message: 50 * 80 + 30 = 4030; form 840 + 4030 + 180 = 5050. Shift (5050 - 1575) / 2 = 1737.5.
   EXPECT_EQ(form->idxMessage.Bounds(), (Rect{840, 465, 4030, 480}));
   EXPECT_EQ(form->keyButton[0].Bounds(), (Rect{1917.5f, 1215, 1215, 372}));
@@ -67,7 +67,7 @@ TEST_F(FMessageBoxLayout, WideMessageWidensTheFormAndCentresTheRow) {
 }
 
 TEST_F(FMessageBoxLayout, TallMessagePushesTheRowDown) {
-  const auto form = SetUpBox({.Text = u"one\r\ntwo\nthree\rfour", .Style = 32});
+  const auto form = SetUpBox({.Text = u"one\r\ntwo\nthree\rfour", .Style = kQuestion});
   // 4 lines: 4 * 192 + 30 = 798; widest line "three": 5 * 80 + 30 = 430.
   // Row: 465 + 798 + 270 = 1533; form: 1533 + 372 + 180 = 2085.
   EXPECT_EQ(form->picIcon.Bounds(), (Rect{180, 465, 480, 480}));
@@ -100,7 +100,7 @@ TEST_F(FMessageBoxLayout, TitleOfTwoLinesMakesTheCaptionLineTaller) {
 
 TEST_F(FMessageBoxLayout, MinimumCaptionHeightMovesEverythingDown) {
   dialog->Settings().CaptionMinHeight = 500;
-  const auto form = SetUpBox({.Style = 64});
+  const auto form = SetUpBox({.Style = kInformation});
   // Close button 440; icon 500 + 180 = 680; row 680 + 480 + 270 = 1430; form 1430 + 372 + 180.
   EXPECT_EQ(form->idxCaption.Bounds(), (Rect{0, 0, 1575, 500}));
   EXPECT_EQ(form->keyClose.Bounds(), (Rect{1105, 30, 440, 440}));
@@ -147,10 +147,10 @@ TEST_F(FMessageBoxLayout, EveryPartIsMeasuredInItsOwnFontClass) {
 
 TEST_F(FMessageBoxLayout, AnotherResolutionChangesTheCrossButNoLength) {
   // The cross of a close button of 225: (225 - 105) / 15 / 8 = 1 step of 8 pixels.
-  const auto form = SetUpBox({.Style = 17});
+  const auto form = SetUpBox({.Style = kCritical + kOKCancel});
   EXPECT_EQ(form->keyClose.Picture().Pixels, 8);
   platform.PixelSize = 7.5f;  // 192 dots to the inch: 120 / 7.5 / 8 = 2 steps
-  const auto fine = SetUpBox({.Style = 17});
+  const auto fine = SetUpBox({.Style = kCritical + kOKCancel});
   EXPECT_EQ(fine->keyClose.Picture().Pixels, 16);
   for (ui::Component* const component : form->Components()) {
     const auto* const control = dynamic_cast<ui::Control*>(component);
@@ -224,7 +224,7 @@ TEST_F(FMessageBoxLayout, TitleOfManyLinesLeavesRoomForTheRest) {
 }
 
 TEST_F(FMessageBoxLayout, LongMessageBeginsAtItsTopAndIsReachedBehindTheButtons) {
-  Show({.Text = Lines(200), .Style = 1}, [](Operator& op) {
+  Show({.Text = Lines(200), .Style = kOKCancel}, [](Operator& op) {
     const auto& message = op.Get<ui::KRXIndex>(u"idxMessage");
     EXPECT_EQ(op.Focus(), u"keyButton(0)");
     op.Press(ui::kKeyRight);

@@ -127,7 +127,7 @@ class FMessageBoxModel : public MessageBoxTest {
 
   BoxCall RandomCall() {
     const auto button = [this] { return Random(3) == 0 ? String(u"&free") : String(); };
-    return {.Style = Random(8) + 16 * Random(8) + 256 * Random(4) + 16384 * Random(2),
+    return {.Style = Random(8) + 16 * Random(8) + kDefaultButton2 * Random(4) + 16384 * Random(2),
             .HelpFile = Random(2) == 0 ? u"h" : u"",
             .Button1 = button(),
             .Button2 = button(),

@@ -89,13 +89,14 @@ TEST_F(FMessageBoxMouse, MessageIsNoHandle) {
 }
 
 TEST_F(FMessageBoxMouse, HelpSendsTwoCharactersAndKeepsBoxAndResult) {
-  const auto result = Show({.Style = 4 + 256, .HelpFile = u"h"}, [this](Operator& op) {
-    op.Click(u"keyHelp");
-    EXPECT_TRUE(op.Form().Visible());
-    EXPECT_EQ(dynamic_cast<msgbox::FMessageBox&>(op.Form()).Result, 7);
-    EXPECT_EQ(platform.SentKeys, std::vector<String>{u"F1"});
-    op.Click(u"keyClose");
-  });
+  const auto result =
+      Show({.Style = kYesNo + kDefaultButton2, .HelpFile = u"h"}, [this](Operator& op) {
+        op.Click(u"keyHelp");
+        EXPECT_TRUE(op.Form().Visible());
+        EXPECT_EQ(dynamic_cast<msgbox::FMessageBox&>(op.Form()).Result, 7);
+        EXPECT_EQ(platform.SentKeys, std::vector<String>{u"F1"});
+        op.Click(u"keyClose");
+      });
   EXPECT_EQ(result, 7);
   const ui::Keystroke f{0, u'F', 0};
   const ui::Keystroke one{0, u'1', 0};
@@ -128,8 +129,10 @@ TEST_F(FMessageBoxMouse, ClickedHelpButtonGetsTheFocusAndARepaintTakesItNotBack)
 }
 
 TEST_F(FMessageBoxMouse, BoxOpenedFromABoxIsIndependentOfIt) {
-  const auto outer = Show({.Style = 4}, [this](Operator& op) {
-    EXPECT_EQ(Show({.Style = 2}, [](Operator& inner) { inner.Click(u"keyButton(2)"); }), 5);
+  const auto outer = Show({.Style = kYesNo}, [this](Operator& op) {
+    EXPECT_EQ(
+        Show({.Style = kAbortRetryIgnore}, [](Operator& inner) { inner.Click(u"keyButton(2)"); }),
+        5);
     EXPECT_TRUE(op.Form().Visible());
     EXPECT_EQ(op.Focus(), u"keyButton(0)");
     op.Click(u"keyButton(1)");

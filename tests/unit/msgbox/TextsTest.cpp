@@ -54,7 +54,10 @@ TEST_F(FMessageBoxTexts, ReferencesAreNotResolved) {
 }
 
 TEST_F(FMessageBoxTexts, IconsAreTheStockIconsDrawnAtTheUpperLeftCorner) {
-  const std::map<std::int32_t, int> icons{{16, 32513}, {32, 32514}, {48, 32515}, {64, 32516}};
+  const std::map<std::int32_t, int> icons{{kCritical, ui::kStopIcon},
+                                          {kQuestion, ui::kQuestionIcon},
+                                          {kExclamation, ui::kExclamationIcon},
+                                          {kInformation, ui::kInformationIcon}};
   for (const auto& [style, id] : icons) {
     const auto form = SetUpBox({.Style = style});
     EXPECT_TRUE(form->picIcon.Visible());
@@ -72,7 +75,7 @@ TEST_F(FMessageBoxTexts, OtherIconValuesShowNoIconAndGiveItsPlaceToTheMessage) {
 }
 
 TEST_F(FMessageBoxTexts, ServicesAreCreatedOnFirstUseAndCalledInTheFixedOrder) {
-  ResultWhenClosed({.Style = 1, .HelpFile = u"h"});
+  ResultWhenClosed({.Style = kOKCancel, .HelpFile = u"h"});
   EXPECT_THAT(
       log.Entries(),
       ElementsAre("CreateFontService", "SelectFontClass KRDialogsCaption", "GetFont",

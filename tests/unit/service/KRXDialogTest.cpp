@@ -30,7 +30,7 @@ TEST_F(DialogService, SimpleMethodHandsItsArgumentsOver) {
     EXPECT_EQ(CaptionOf(op, u"keyButton(0)"), u"Retry");
     EXPECT_TRUE(op.Get(u"keyHelp").Visible());
   });
-  EXPECT_EQ(dialog->KRMsgBox(u"text", 5 + 32, u"title", u"help", 6), 4);
+  EXPECT_EQ(dialog->KRMsgBox(u"text", kRetryCancel + kQuestion, u"title", u"help", 6), 4);
 }
 
 TEST_F(DialogService, OmittedArgumentsAreEmptyAndZero) {
@@ -60,7 +60,7 @@ TEST_F(DialogService, ExtendedMethodHandsFreeButtonsAndSecondsOver) {
 
 TEST_F(DialogService, FreeTextsReachTheBoxBeforeTheStandardTexts) {
   // A set-up in the other order would put OK in the place of the free text.
-  EXPECT_EQ(Show({.Style = 0, .Button1 = u"Start"},
+  EXPECT_EQ(Show({.Style = kOKOnly, .Button1 = u"Start"},
                  [](Operator& op) {
                    EXPECT_EQ(op.Get<ui::KRXKey>(u"keyButton(0)").Caption(), u"Start");
                    op.Click(u"keyButton(0)");
@@ -106,7 +106,7 @@ TEST_F(DialogService, BoxWithATitleWorksAfterTheResetWithTheLastSettings) {
 
 TEST_F(DialogService, OtherObjectMayEndWhileABoxIsOpen) {
   auto second = KRXDialog::Create(apartment);
-  EXPECT_EQ(Show({.Style = 4},
+  EXPECT_EQ(Show({.Style = kYesNo},
                  [&](Operator& op) {
                    second.reset();
                    EXPECT_EQ(apartment.Shared.DialogService, nullptr);

@@ -7,11 +7,27 @@
 
 #include "msgbox/FMessageBox.h"
 #include "service/KRXDialog.h"
+#include "service/MessageBoxStyle.h"
 #include "support/Errors.h"
 #include "support/Fakes.h"
 #include "support/Print.h"
 
 namespace krx::test {
+
+// The parts of a message box's style by their names.
+using service::kAbortRetryIgnore;
+using service::kCritical;
+using service::kDefaultButton2;
+using service::kDefaultButton3;
+using service::kDefaultButton4;
+using service::kExclamation;
+using service::kInformation;
+using service::kOKCancel;
+using service::kOKOnly;
+using service::kQuestion;
+using service::kRetryCancel;
+using service::kYesNo;
+using service::kYesNoCancel;
 
 // An apartment with all dialogs over fakes, and its first dialog object. At the end of every test
 // each form that was expected must have come and no service may be left.

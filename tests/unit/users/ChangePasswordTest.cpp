@@ -226,7 +226,7 @@ TEST_F(ChangePassword, NothingIsKeptBetweenCalls) {
 TEST_F(ChangePassword, RealMessageBoxesHaveTheirTitles) {
   platform.Expect(u"FMessageBox", [](Operator& op) {
     EXPECT_EQ(op.Get(u"idxCaption").DisplayedText(), u"capChangePassword");
-    EXPECT_EQ(op.Get<ui::PictureBox>(u"picIcon").Picture()->Icon.Id, 32516);
+    EXPECT_EQ(op.Get<ui::PictureBox>(u"picIcon").Picture()->Icon.Id, ui::kInformationIcon);
     op.Press(ui::kKeyEnter);
   });
   EXPECT_FALSE(Change(u"zeno"));
@@ -234,7 +234,7 @@ TEST_F(ChangePassword, RealMessageBoxesHaveTheirTitles) {
   ExpectChange(Confirm(u"old", u"new"));
   platform.Expect(u"FMessageBox", [](Operator& op) {
     EXPECT_EQ(op.Get(u"idxCaption").DisplayedText(), u"KRXDialogs");
-    EXPECT_EQ(op.Get<ui::PictureBox>(u"picIcon").Picture()->Icon.Id, 32515);
+    EXPECT_EQ(op.Get<ui::PictureBox>(u"picIcon").Picture()->Icon.Id, ui::kExclamationIcon);
     op.Press(ui::kKeyEnter);
   });
   ExpectChange([](Operator& op) { op.Click(u"keyCancel"); });

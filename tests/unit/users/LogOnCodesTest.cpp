@@ -177,7 +177,7 @@ TEST_P(LogOnCodes, RealMessageBoxHasTheDefaultTitleAndOneButton) {
   platform.Expect(u"FMessageBox", [](Operator& op) {
     EXPECT_EQ(op.Get(u"idxCaption").DisplayedText(), u"KRXDialogs");
     EXPECT_EQ(op.Get(u"idxMessage").DisplayedText(), u"msgUnknownUser");
-    EXPECT_EQ(op.Get<ui::PictureBox>(u"picIcon").Picture()->Icon.Id, 32515);
+    EXPECT_EQ(op.Get<ui::PictureBox>(u"picIcon").Picture()->Icon.Id, ui::kExclamationIcon);
     EXPECT_FALSE(op.Get(u"keyButton(1)").Visible());
     EXPECT_FALSE(op.Get(u"keyHelp").Visible());
     op.Press(ui::kKeyEnter);

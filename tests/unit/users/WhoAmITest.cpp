@@ -60,7 +60,7 @@ TEST_F(WhoAmI, RealMessageBoxIsAnInformationWithTheCaption) {
   platform.Expect(u"FMessageBox", [](Operator& op) {
     EXPECT_EQ(op.Get(u"idxCaption").DisplayedText(), u"capCurrentUser");
     EXPECT_EQ(op.Get(u"idxMessage").DisplayedText(), u"msgNoCurrentUser");
-    EXPECT_EQ(op.Get<ui::PictureBox>(u"picIcon").Picture()->Icon.Id, 32516);
+    EXPECT_EQ(op.Get<ui::PictureBox>(u"picIcon").Picture()->Icon.Id, ui::kInformationIcon);
     op.Press(ui::kKeyEnter);
   });
   dialog->KRWhoAmI();
