@@ -2,6 +2,8 @@
 # Shared pieces of the scripts; sourced from the root folder of the checkout.
 
 export WINEDEBUG=${WINEDEBUG:--all}
+# Wine names files and types letters in the character set of the locale; a bare machine has set none.
+[[ $(locale charmap 2> /dev/null) == UTF-8 ]] || export LC_ALL=C.UTF-8
 
 say() { printf '== %s\n' "$*"; }
 
