@@ -1,5 +1,4 @@
-#include <cstdlib>
-
+#include "support/Seed.h"
 #include "users/DialogModel.h"
 #include "users/FChangePassword.h"
 #include "users/UsersTest.h"
@@ -11,11 +10,6 @@ namespace krx::test {
 namespace {
 
 constexpr unsigned kSequences = 34000;
-
-unsigned FirstSeed() {
-  const char* const seed = std::getenv("KRX_SEED");
-  return seed ? static_cast<unsigned>(std::strtoul(seed, nullptr, 10)) : 1;
-}
 
 using Calls = std::vector<std::string>;
 using Kind = DialogModel::Kind;
