@@ -4,6 +4,7 @@
 passed=0
 failed=0
 skipped=0
+unchanged=0
 results=build/results
 mkdir -p "$results"
 
@@ -55,6 +56,29 @@ run_tests() {
   took "$start"
 }
 
+# unless_unchanged NAME OF COMMAND...: runs a command, unless it passed when what its outcome hangs on was the
+# same, to the byte.
+unless_unchanged() {
+  if [[ $(cat "$results/$1.passed" 2> /dev/null) == "$2" ]]; then
+    say "$1: unchanged since it passed, not run"
+    unchanged=$((unchanged + 1))
+  else
+    in_any_case "$@"
+  fi
+}
+
+# in_any_case NAME OF COMMAND...: runs a command and notes whether it passed.
+in_any_case() {
+  local note=$results/$1.passed of=$2 before=$failed
+  shift 2
+  rm -f "$note"
+  "$@"
+  ((failed > before)) || echo "$of" > "$note"
+}
+
+# made_of FILE...: what the outcome of a command hangs on: files and the wishes for tests.
+made_of() { { env | { grep '^KRX_' || true; } | sort && cat "$@"; } | sha256sum; }
+
 # check NAME COMMAND...: a check that is no test program; it counts only when it fails.
 check() {
   local name=$1
@@ -100,6 +124,7 @@ add_up() {
 conclude() {
   local line="$passed passed, $failed failed"
   if ((skipped)); then line+=", $skipped skipped"; fi
+  if ((unchanged)); then line+=", $unchanged not run, unchanged since they passed"; fi
   echo "$line"
-  ((failed == 0 && passed > 0))
+  ((failed == 0 && passed + unchanged > 0))
 }

@@ -1,4 +1,4 @@
-#include "users/AdministrationTest.h"
+#include "administration/AdministrationTest.h"
 #include "users/FAddUser.h"
 
 // What the user management answers to adding and changing, and which classes may be handed out.

@@ -1,4 +1,4 @@
-#include "users/AdministrationTest.h"
+#include "administration/AdministrationTest.h"
 #include "users/FUser.h"
 
 namespace krx::test {

@@ -1,6 +1,6 @@
 #include "users/FAddUser.h"
 
-#include "users/AdministrationTest.h"
+#include "administration/AdministrationTest.h"
 
 namespace krx::test {
 

@@ -1,0 +1,34 @@
+# What only saves time: headers that are compiled once for many targets. Every file includes what it needs
+# all the same: the presets "plain-..." look at each by itself.
+option(KRX_PRECOMPILE "Precompile headers" ON)
+option(KRX_SYNTAX_ONLY "Look at every file, make nothing" OFF)
+
+# krx_precompile(NAME LIBRARIES LIBRARY... HEADERS HEADER...): headers for the targets that
+# krx_use_precompiled names; they have to be compiled with the same options.
+function(krx_precompile name)
+  if(NOT KRX_PRECOMPILE)
+    return()
+  endif()
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LIBRARIES;HEADERS")
+  set(empty ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
+  file(CONFIGURE OUTPUT ${empty} CONTENT "")
+  add_library(${name} OBJECT ${empty})
+  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES})
+  target_precompile_headers(${name} PRIVATE ${arg_HEADERS})
+endfunction()
+
+# krx_use_precompiled(NAME TARGET...)
+function(krx_use_precompiled name)
+  if(KRX_PRECOMPILE)
+    foreach(target ${ARGN})
+      target_precompile_headers(${target} REUSE_FROM ${name})
+    endforeach()
+  endif()
+endfunction()
+
+if(KRX_SYNTAX_ONLY)
+  add_compile_options(-fsyntax-only)
+  set(CMAKE_CXX_CREATE_STATIC_LIBRARY "<CMAKE_COMMAND> -E touch <TARGET>")
+  set(CMAKE_CXX_CREATE_SHARED_LIBRARY "<CMAKE_COMMAND> -E touch <TARGET>")
+  set(CMAKE_CXX_LINK_EXECUTABLE "<CMAKE_COMMAND> -E touch <TARGET>")
+endif()
