@@ -9,7 +9,7 @@ namespace krx::test {
 
 namespace {
 
-constexpr unsigned kSequences = 50000;
+const unsigned kSequences = Sequences(50000);
 constexpr int kSteps = 6;
 
 struct ModelUser {

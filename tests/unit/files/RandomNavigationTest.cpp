@@ -10,8 +10,8 @@
 namespace krx::test {
 namespace {
 
-constexpr unsigned kSequences = 200000;
-constexpr unsigned kHalves = 100000;
+const unsigned kSequences = Sequences(200000);
+const unsigned kHalves = Sequences(100000);
 constexpr unsigned kSequencesOfATree = 100;
 
 // Names that meet in paths: one is the beginning of another, some are unlike what people type.

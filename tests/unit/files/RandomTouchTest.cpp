@@ -9,7 +9,7 @@ namespace krx::test {
 
 namespace {
 
-constexpr unsigned kSequences = 200000;
+const unsigned kSequences = Sequences(200000);
 constexpr int kSteps = 8;
 
 using Names = std::vector<String>;

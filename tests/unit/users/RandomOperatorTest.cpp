@@ -9,7 +9,7 @@ namespace krx::test {
 
 namespace {
 
-constexpr unsigned kSequences = 34000;
+const unsigned kSequences = Sequences(34000);
 
 using Calls = std::vector<std::string>;
 using Kind = DialogModel::Kind;
