@@ -1,7 +1,7 @@
 #include <random>
 
-#include "support/Seed.h"
 #include "administration/AdministrationTest.h"
+#include "support/Seed.h"
 
 // Random work in the user overview against a model of the user management: after every step the
 // list shows what the rules give. A divergence prints its seed; KRX_SEED starts at another one.

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "ports/headless/HeadlessPlatform.h"
+#include "ports/headless/Operator.h"
 
 namespace krx::test {
 
