@@ -1,7 +1,5 @@
 #include "platform/Platform.h"
 
-#include <windows.h>
-
 #include <cstdlib>
 
 namespace krx::test {
@@ -26,6 +24,12 @@ std::string Platform::Name() const {
 const Platform& ThisPlatform() {
   static const Platform platform{MajorVersionOfWine(), static_cast<int>(sizeof(void*)) * 8};
   return platform;
+}
+
+bool MayAskForLine(HWND edit) {
+  DWORD process = 0;
+  GetWindowThreadProcessId(edit, &process);
+  return process == GetCurrentProcessId() || ThisPlatform().Wine == 0;
 }
 
 }  // namespace krx::test

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <windows.h>
+
 #include <string>
 
 namespace krx::test {
@@ -13,6 +15,11 @@ struct Platform {
 };
 
 const Platform& ThisPlatform();
+
+// Whether EM_GETLINE may be sent to an edit control. Wine takes the length of its answer to another
+// process from the word in front of the buffer, and ends the thread that answers when that is too
+// much.
+bool MayAskForLine(HWND edit);
 
 // A behaviour of some platform that no other shows. It has to hold there and nowhere else: a test
 // names what it expects on either side, so that it fails as soon as one of them changes.

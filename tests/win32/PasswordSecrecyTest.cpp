@@ -35,14 +35,6 @@ std::wstring Read(HWND window, UINT message) {
   return std::wstring(text.data(), static_cast<std::size_t>(length));
 }
 
-// Wine takes the length of its answer to another process from the word in front of the buffer, and
-// ends the thread that answers when that is too much.
-bool MayAskForLine(HWND box) {
-  DWORD process = 0;
-  GetWindowThreadProcessId(box, &process);
-  return process == GetCurrentProcessId() || ThisPlatform().Wine == 0;
-}
-
 // Tries everything that once read such boxes.
 void ExpectNothingReadable(HWND box) {
   const std::wstring mask(kKeys.size(), L'*');

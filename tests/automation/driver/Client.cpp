@@ -23,13 +23,20 @@ Client::Client(const std::wstring& command_line) {
   start.hStdOutput = write;
   start.hStdError = write;
   PROCESS_INFORMATION process{};
-  std::wstring command = command_line;
-  const BOOL started = CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                                      nullptr, &start, &process);
+  DWORD error = ERROR_SUCCESS;
+  // On a machine with much more to do than it can, Wine has refused to start a program that is
+  // there.
+  const bool started = Within(kPatience, [&] {
+    std::wstring command = command_line;
+    const BOOL created = CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                                        nullptr, &start, &process);
+    error = created ? ERROR_SUCCESS : GetLastError();
+    return created || error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+  });
   CloseHandle(write);
-  if (!started) {
+  if (!started || error != ERROR_SUCCESS) {
     CloseHandle(read);
-    throw std::runtime_error("a client program does not start");
+    throw std::runtime_error("a client program does not start: error " + std::to_string(error));
   }
   CloseHandle(process.hThread);
   process_ = process.hProcess;

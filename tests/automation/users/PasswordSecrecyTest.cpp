@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "platform/Platform.h"
 #include "users/UsersTest.h"
 
 namespace krx::drive {
@@ -64,7 +65,8 @@ TEST_F(PasswordSecrecy, NeitherTextNorLineTellsIt) {
   const Window box = TypedPassword().Child(L"txtPassword");
   EXPECT_EQ(box.Text(), kShown);
   EXPECT_EQ(TextOfSystem(box.Handle()).find_first_not_of(L'*'), std::wstring::npos);
-  EXPECT_EQ(Line(box.Handle()).find_first_not_of(L'*'), std::wstring::npos);
+  const std::wstring line = test::MayAskForLine(box.Handle()) ? Line(box.Handle()) : L"";
+  EXPECT_EQ(line.find_first_not_of(L'*'), std::wstring::npos);
   LogOnAndCompare();
 }
 
