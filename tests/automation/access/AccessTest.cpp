@@ -18,7 +18,7 @@ std::string AccessTest::Folder() const {
 }
 
 void AccessTest::Leave(const Window& form, const std::wstring& key) {
-  Control(form, key).Press();
+  Control(form, key).PressToEnd();
   form.WaitUntilGone();
 }
 

@@ -143,8 +143,11 @@ long Element::Selected() const {
 }
 
 void Element::Press() const {
+  Check(object_->accDoDefaultAction(Part()), "press");
+}
+
+void Element::PressToEnd() const {
   const HRESULT status = object_->accDoDefaultAction(Part());
-  // A program that the press ends may be gone before it has answered.
   if (status != HRESULT_FROM_WIN32(RPC_S_CALL_FAILED)) Check(status, "press");
 }
 

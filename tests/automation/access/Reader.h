@@ -42,6 +42,9 @@ class Element {
   long Selected() const;
 
   void Press() const;
+  // The same where the program may be gone before it has answered; whether it acted shows
+  // otherwise.
+  void PressToEnd() const;
   void Select(long flags) const;
   void SetValue(const std::wstring& text) const;
 

@@ -26,7 +26,7 @@ Client::Client(const std::wstring& command_line) {
   DWORD error = ERROR_SUCCESS;
   // On a machine with much more to do than it can, Wine has refused to start a program that is
   // there.
-  const bool started = Within(kPatience, [&] {
+  Within(kPatience, [&] {
     std::wstring command = command_line;
     const BOOL created = CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr,
                                         nullptr, &start, &process);
@@ -34,7 +34,7 @@ Client::Client(const std::wstring& command_line) {
     return created || error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
   });
   CloseHandle(write);
-  if (!started || error != ERROR_SUCCESS) {
+  if (error != ERROR_SUCCESS) {
     CloseHandle(read);
     throw std::runtime_error("a client program does not start: error " + std::to_string(error));
   }
