@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <algorithm>
 #include <memory>
 #include <optional>
 
@@ -24,10 +23,7 @@ using File = std::unique_ptr<void, CloseFile>;
 
 // The linker keeps the names of resources in upper case.
 std::optional<TextFile> BuiltIn(const String& language) {
-  String name = u"TEXTS_" + language;
-  std::transform(name.begin(), name.end(), name.begin(), [](char16_t unit) {
-    return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
-  });
+  const String name = u"TEXTS_" + AsciiUpper(language);
   const HINSTANCE module = com::ModuleHandle();
   const HRSRC found = FindResourceW(module, com::ToWide(name).c_str(), RT_RCDATA);
   if (!found) return std::nullopt;

@@ -1,6 +1,5 @@
 #include "runtime/core/Languages.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "runtime/core/KorvelError.h"
@@ -9,17 +8,6 @@ namespace krx::runtime {
 namespace {
 
 constexpr StringView kLastResort = u"en";
-
-char16_t Lowered(char16_t unit) {
-  return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit - u'A' + u'a') : unit;
-}
-
-String Lowered(StringView name) {
-  String lowered(name);
-  std::transform(lowered.begin(), lowered.end(), lowered.begin(),
-                 [](char16_t unit) { return Lowered(unit); });
-  return lowered;
-}
 
 // Letters and digits in parts joined by "-". The name becomes a part of a file name, so nothing
 // that could lead to another folder passes.
@@ -42,7 +30,7 @@ void Languages::Select(StringView name) {
     choice_ = ChooseSystem();
     return;
   }
-  Choice choice = Choose(Lowered(name));
+  Choice choice = Choose(AsciiLower(name));
   if (choice.Name.empty()) {
     throw KorvelError(kInvalidArgument, u"There are no texts for the language \"" + String(name) +
                                             u"\". Name \"de\", \"en\" or the language of a file "
@@ -87,7 +75,7 @@ Languages::Choice Languages::Choose(const String& name) {
 }
 
 Languages::Choice Languages::ChooseSystem() {
-  Choice choice = Choose(Lowered(source_.SystemLanguage()));
+  Choice choice = Choose(AsciiLower(source_.SystemLanguage()));
   if (choice.Name.empty()) choice.Name = kLastResort;
   return choice;
 }

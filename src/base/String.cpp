@@ -69,6 +69,33 @@ std::string ToUtf8(StringView text) {
   return out;
 }
 
+char16_t AsciiUpper(char16_t unit) {
+  return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
+}
+
+char16_t AsciiLower(char16_t unit) {
+  return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit - u'A' + u'a') : unit;
+}
+
+namespace {
+
+String Mapped(StringView text, char16_t (*map)(char16_t)) {
+  String mapped(text);
+  for (char16_t& unit : mapped)
+    unit = map(unit);
+  return mapped;
+}
+
+}  // namespace
+
+String AsciiUpper(StringView text) {
+  return Mapped(text, AsciiUpper);
+}
+
+String AsciiLower(StringView text) {
+  return Mapped(text, AsciiLower);
+}
+
 String ReplaceAll(String text, StringView what, StringView by) {
   std::size_t at = text.find(what);
   if (at == String::npos) return text;

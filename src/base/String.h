@@ -18,6 +18,13 @@ String ToString(std::int32_t value);
 // 13).
 std::int32_t ToLong(StringView text);
 
+// The letters from a to z in another case and all others as they are: drives and languages are
+// named so.
+char16_t AsciiUpper(char16_t unit);
+char16_t AsciiLower(char16_t unit);
+String AsciiUpper(StringView text);
+String AsciiLower(StringView text);
+
 // UTF-8 for diagnostics; lone surrogates become the replacement character.
 std::string ToUtf8(StringView text);
 

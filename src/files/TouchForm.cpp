@@ -10,6 +10,7 @@ namespace krx::files {
 
 namespace {
 
+using folders::kNetwork;
 using service::Skip;
 
 constexpr StringView kParent = u"..";
@@ -19,7 +20,6 @@ constexpr int kMarkerInterval = 60;               // milliseconds; each round pa
 constexpr std::chrono::milliseconds kAtOnce{20};  // small folders are complete by then
 constexpr std::chrono::milliseconds kSlice{1000};
 
-constexpr StringView kNetwork = u"\\\\";
 constexpr std::int32_t kSeparatorsOfShare = 3;  // \\server\share
 
 bool IsBareDrive(StringView path) {

@@ -29,6 +29,9 @@ struct FolderPart {
   std::vector<String> Folders;
   std::vector<String> Files;
   bool Complete = false;  // nothing more will come
+
+  // Takes over the names of a part that comes behind this one.
+  void Append(FolderPart&& more);
 };
 
 // Reads one folder in the background. Its end gives up reading and waits for nothing.

@@ -17,15 +17,18 @@ void MoveBehind(std::vector<String>& known, std::vector<String>& more) {
 
 }  // namespace
 
+void FolderPart::Append(FolderPart&& more) {
+  MoveBehind(Folders, more.Folders);
+  MoveBehind(Files, more.Files);
+  Complete = more.Complete;
+}
+
 FolderListing::FolderListing(FileSystem& files, String path)
     : path_(std::move(path)), reader_(files.ReadFolder(path_)) {}
 
 bool FolderListing::Take(std::chrono::milliseconds patience) {
   if (!reader_) return false;
-  FolderPart part = reader_->Take(patience);
-  MoveBehind(known_.Folders, part.Folders);
-  MoveBehind(known_.Files, part.Files);
-  known_.Complete = part.Complete;
+  known_.Append(reader_->Take(patience));
   if (known_.Complete) reader_.reset();
   return known_.Complete;
 }

@@ -8,20 +8,8 @@ namespace krx::folders {
 
 namespace {
 
-constexpr char16_t kSeparator = u'\\';
-constexpr StringView kNetwork = u"\\\\";
-
 Error NoSuchPath() {
   return RuntimeError(76, u"Path not found");
-}
-
-bool HasDrive(StringView path) {
-  return path.size() >= 2 && path[1] == u':' && path[0] != kSeparator;
-}
-
-char16_t UpperLetter(char16_t letter) {
-  const bool lower = letter >= u'a' && letter <= u'z';
-  return lower ? static_cast<char16_t>(letter - u'a' + u'A') : letter;
 }
 
 // Takes the text up to the next separator off the front.
@@ -53,10 +41,10 @@ String TakeDrive(StringView& rest, const Current& current_directory) {
   rest.remove_prefix(2);
   if (!bare && !rest.starts_with(kSeparator)) {
     const String current = current_directory();
-    if (HasDrive(current) && UpperLetter(current[0]) == UpperLetter(letter))
+    if (HasDrive(current) && AsciiUpper(current[0]) == AsciiUpper(letter))
       return letter + current.substr(1);
   }
-  return {bare ? UpperLetter(letter) : letter, u':', kSeparator};
+  return {bare ? AsciiUpper(letter) : letter, u':', kSeparator};
 }
 
 String TakeRoot(StringView& rest, const Current& current_directory) {
@@ -80,6 +68,10 @@ bool IsWhole(StringView path) {
 }
 
 }  // namespace
+
+bool HasDrive(StringView path) {
+  return path.size() >= 2 && path[1] == u':' && path[0] != kSeparator;
+}
 
 String FullPath(StringView path, FileSystem& files) {
   return FullPath(path, [&files] { return files.CurrentDirectory(); });

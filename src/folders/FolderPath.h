@@ -10,6 +10,12 @@ namespace krx::folders {
 // Paths of folders as the lists show them: absolute, parted by single backslashes, without one at
 // the end but at the root of a drive. Names are kept as they are, trailing dots and blanks too.
 
+inline constexpr char16_t kSeparator = u'\\';
+inline constexpr StringView kNetwork = u"\\\\";  // begins the name of a server
+
+// Whether a path begins with a drive's name: "C:".
+bool HasDrive(StringView path);
+
 // The normal form of a path. A bare drive ("d:") is its root, spelled as the system spells drives
 // ("D:\"); what does not begin at the root of a drive or share is taken from the current directory,
 // or from the root of a drive that is not the current one. Runtime error 76 for what cannot name a

@@ -24,7 +24,7 @@ String LabelOf(folders::FileSystem& files, const folders::Drive& drive) {
 
 String SmallDrive(StringView path) {
   String drive(path.substr(0, 2));
-  if (!drive.empty() && drive[0] >= u'A' && drive[0] <= u'Z') drive[0] += u'a' - u'A';
+  if (!drive.empty()) drive[0] = AsciiLower(drive[0]);
   return drive;
 }
 

@@ -33,10 +33,7 @@ constexpr int kDeepestGroup = 100;  // groups and modifiers inside each other
 }
 
 int CodeOfName(StringView name) {
-  String upper(name);
-  std::transform(upper.begin(), upper.end(), upper.begin(), [](char16_t c) {
-    return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - 0x20) : c;
-  });
+  const String upper = AsciiUpper(name);
   const auto named = std::find_if(kNamedKeys.begin(), kNamedKeys.end(),
                                   [&](const NamedKey& key) { return key.Name == upper; });
   if (named != kNamedKeys.end()) return named->Code;

@@ -12,10 +12,9 @@ namespace {
 
 // The key of a character; 0 for those that no key of every keyboard has.
 int KeyOf(char16_t character) {
-  if (character >= u'a' && character <= u'z') return character - u'a' + u'A';
-  const bool plain = character == u' ' || (character >= u'0' && character <= u'9') ||
-                     (character >= u'A' && character <= u'Z');
-  return plain ? character : 0;
+  const char16_t key = AsciiUpper(character);
+  const bool plain = key == u' ' || (key >= u'0' && key <= u'9') || (key >= u'A' && key <= u'Z');
+  return plain ? key : 0;
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "ports/win32/Devices.h"
 
-#include <algorithm>
-
 #include "ports/win32/Paths.h"
 
 namespace krx::win32 {
@@ -10,11 +8,7 @@ namespace {
 
 // "\\?\c:\Data" and "\\?\C:\" are on one drive.
 String DeviceOf(const String& path) {
-  String root = RootOf(path);
-  std::transform(root.begin(), root.end(), root.begin(), [](char16_t unit) {
-    return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
-  });
-  return root;
+  return AsciiUpper(RootOf(path));
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "ports/win32/FolderReading.h"
 
-#include <iterator>
 #include <utility>
 
 #include "ports/win32/FolderScan.h"
@@ -11,15 +10,6 @@ namespace {
 
 constexpr std::size_t kReadBuffer = 65536;
 constexpr std::size_t kProbeBuffer = 4096;  // mostly the first entries tell
-
-void MoveBehind(std::vector<String>& to, std::vector<String>& from) {
-  if (to.empty()) {
-    to.swap(from);
-  } else {
-    to.insert(to.end(), std::move_iterator(from.begin()), std::move_iterator(from.end()));
-  }
-  from.clear();
-}
 
 bool HasSubfolder(const String& path) {
   FolderScan scan(path, kProbeBuffer);
@@ -62,15 +52,12 @@ void FolderReading::Run() {
 
 void FolderReading::Publish(folders::FolderPart& batch) {
   const Guard guard(*this);
-  MoveBehind(read_.Folders, batch.Folders);
-  MoveBehind(read_.Files, batch.Files);
+  read_.Append(std::exchange(batch, {}));
 }
 
 folders::FolderPart FolderReading::Take() {
   const Guard guard(*this);
-  folders::FolderPart part;
-  part.Folders.swap(read_.Folders);
-  part.Files.swap(read_.Files);
+  folders::FolderPart part = std::exchange(read_, {});
   part.Complete = Ended();
   return part;
 }

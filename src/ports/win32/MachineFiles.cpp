@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "folders/FolderPath.h"
 #include "ports/win32/FolderReading.h"
 #include "ports/win32/Paths.h"
 #include "ports/win32/System.h"
@@ -27,16 +28,10 @@ Error Refused(Refusal refusal) {
   }
 }
 
-bool HasDrive(StringView path) {
-  return path.size() >= 2 && path[1] == u':';
-}
-
 // Position of a drive's letter in the alphabet; kLetters for no letter.
 int LetterOf(StringView path) {
-  const char16_t letter = path[0];
-  if (letter >= u'A' && letter <= u'Z') return letter - u'A';
-  if (letter >= u'a' && letter <= u'z') return letter - u'a';
-  return kLetters;
+  const char16_t letter = AsciiUpper(path[0]);
+  return letter >= u'A' && letter <= u'Z' ? letter - u'A' : kLetters;
 }
 
 bool IsDrive(DWORD drives, int letter) {
@@ -129,8 +124,8 @@ std::vector<folders::Drive> MachineFiles::Drives() {
 }
 
 bool MachineFiles::DriveExists(StringView path) {
-  if (HasDrive(path)) return IsDrive(GetLogicalDrives(), LetterOf(path));
-  if (!path.starts_with(u"\\\\")) return false;
+  if (folders::HasDrive(path)) return IsDrive(GetLogicalDrives(), LetterOf(path));
+  if (!path.starts_with(folders::kNetwork)) return false;
   const String share = Resolve(path);
   return !share.empty() && DriveReady(RootOf(share));
 }
@@ -166,7 +161,7 @@ String MachineFiles::CurrentDirectory() {
          buffer.size())
     buffer.resize(length + 1);
   String path(Narrow(buffer.data(), length));
-  const bool root = path.size() == 3 && HasDrive(path);
+  const bool root = path.size() == 3 && folders::HasDrive(path);
   if (!root && path.ends_with(u'\\')) path.pop_back();
   return path;
 }

@@ -3,18 +3,18 @@
 #include <algorithm>
 #include <vector>
 
+#include "folders/FolderPath.h"
+
 namespace krx::win32 {
 
 namespace {
 
-constexpr char16_t kSeparator = u'\\';
-constexpr StringView kNetwork = u"\\\\";
+using folders::HasDrive;
+using folders::kNetwork;
+using folders::kSeparator;
+
 constexpr StringView kLiteral = u"\\\\?\\";
 constexpr StringView kLiteralNetwork = u"\\\\?\\UNC\\";
-
-bool HasDrive(StringView path) {
-  return path.size() >= 2 && path[1] == u':' && path[0] != kSeparator;
-}
 
 // The names of a path; each ".." takes the one before it away, but none of the first `fixed`.
 std::vector<StringView> NamesOf(StringView path, std::size_t fixed) {
