@@ -8,7 +8,7 @@ namespace {
 
 using service::kMargin;
 
-constexpr Twips kWidth = 7200;  // where the screen has room
+constexpr Twips kDirectoryFormWidth = 7200;  // where the screen has room
 
 }  // namespace
 
@@ -51,7 +51,7 @@ void FDirectorySelectTouch::LayOut() {
   const std::array combos{&cboDrives};
   const std::array grids{&grdFolders};
   SizeParts(headings, combos, grids);
-  const Twips width = FormWidth(kWidth);
+  const Twips width = FormWidth(kDirectoryFormWidth);
   const Twips inner = width - 2 * kMargin;
   service::Skip([this] { txtDirectory.Height = 0; });
   Twips end =

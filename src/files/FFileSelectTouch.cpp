@@ -12,7 +12,7 @@ namespace {
 
 using service::kMargin;
 
-constexpr Twips kWidth = 12000;  // where the screen has room
+constexpr Twips kFileFormWidth = 12000;  // where the screen has room
 constexpr Twips kColumnGap = 120;
 constexpr StringView kAllFiles = u"Alle Dateien|*.*";
 constexpr StringView kEverything = u"*.*";
@@ -96,7 +96,7 @@ void FFileSelectTouch::LayOut() {
   const std::array combos{&cboDrivers, &cboExtention};
   const std::array grids{&grdFolders, &grdFiles};
   SizeParts(headings, combos, grids);
-  const Twips width = FormWidth(kWidth);
+  const Twips width = FormWidth(kFileFormWidth);
   const Twips inner = width - 2 * kMargin;
   const Twips column = (inner - kColumnGap) / 2;
   const Twips right = kMargin + column + kColumnGap;

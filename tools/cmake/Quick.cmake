@@ -1,6 +1,9 @@
-# What only saves time: headers that are compiled once for many targets. Every file includes what it needs
-# all the same: the presets "plain-..." look at each by itself.
+# What only saves time: headers that are compiled once for many targets, and files that are compiled
+# together. Every file includes what it needs all the same: the presets "plain-..." look at each by itself.
 option(KRX_PRECOMPILE "Precompile headers" ON)
+option(KRX_TOGETHER "Compile several files as one" ON)
+set(CMAKE_UNITY_BUILD ${KRX_TOGETHER})
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 8)
 option(KRX_SYNTAX_ONLY "Look at every file, make nothing" OFF)
 
 # krx_precompile(NAME LIBRARIES LIBRARY... HEADERS HEADER...): headers for the targets that

@@ -7,7 +7,7 @@
 namespace krx::test {
 namespace {
 
-struct Case {
+struct PatternCase {
   StringView Pattern;
   std::vector<StringView> Matching;
   std::vector<StringView> Others;
@@ -22,7 +22,7 @@ class FilePatternTest : public testing::Test {
 };
 
 TEST_F(FilePatternTest, MatchesAsPeopleExpect) {
-  const Case cases[] = {
+  const PatternCase cases[] = {
       {u"*.txt", {u"a.txt", u"A.TXT", u".txt", u"a.b.txt"}, {u"a.txt2", u"atxt", u"a.bmp", u""}},
       {u"*.bmp;*.gif", {u"a.bmp", u"b.GIF"}, {u"a.bm", u"gif"}},
       {u" *.bmp ; *.gif ;;", {u"a.bmp", u"b.gif"}, {u"a.txt", u""}},
@@ -41,7 +41,7 @@ TEST_F(FilePatternTest, MatchesAsPeopleExpect) {
       {u"exact", {u"EXACT"}, {u"exact.txt", u"inexact"}},
       {u"**", {u"", u"a"}, {}},
   };
-  for (const Case& c : cases) {
+  for (const PatternCase& c : cases) {
     const folders::FilePattern pattern = Pattern(c.Pattern);
     for (const StringView name : c.Matching)
       EXPECT_TRUE(pattern.Matches(name)) << ToUtf8(c.Pattern) << " / " << ToUtf8(name);

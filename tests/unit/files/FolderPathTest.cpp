@@ -13,9 +13,7 @@ using folders::LastName;
 using folders::Levels;
 using folders::PathIn;
 
-constexpr std::uint32_t kPathNotFound = 0x800A0000u + 76;
-
-struct Case {
+struct PathCase {
   StringView Given;
   StringView Full;
 };
@@ -23,7 +21,7 @@ struct Case {
 TEST(FolderPathTest, EveryPathHasOneNormalForm) {
   headless::SimulatedFiles files;
   files.CurrentFolder = u"C:\\Plant\\One";
-  const Case cases[] = {
+  const PathCase cases[] = {
       {u"C:\\Data", u"C:\\Data"},
       {u"C:\\Data\\", u"C:\\Data"},
       {u"C:\\\\Data\\\\Logs", u"C:\\Data\\Logs"},
@@ -45,7 +43,7 @@ TEST(FolderPathTest, EveryPathHasOneNormalForm) {
       {u"\\\\server\\share\\a\\..\\..", u"\\\\server\\share"},
       {u"C:\\trail. \\...", u"C:\\trail. \\..."},
   };
-  for (const Case& c : cases)
+  for (const PathCase& c : cases)
     EXPECT_EQ(ToUtf8(FullPath(c.Given, files)), ToUtf8(c.Full)) << ToUtf8(c.Given);
 }
 
@@ -67,7 +65,7 @@ TEST(FolderPathTest, AWholePathStaysAsItIsWritten) {
 TEST(FolderPathTest, WhateverElseIsPassedIsMadeAWholePath) {
   headless::SimulatedFiles files;
   files.CurrentFolder = u"C:\\Plant\\One";
-  const Case cases[] = {
+  const PathCase cases[] = {
       {u"C:/bar/Data", u"C:\\bar\\Data"},
       {u".", u"C:\\Plant\\One"},
       {u"..", u"C:\\Plant"},
@@ -78,7 +76,7 @@ TEST(FolderPathTest, WhateverElseIsPassedIsMadeAWholePath) {
       {u"C:\\Data\\..\\Logs", u"C:\\Logs"},
       {u"//server/share/a", u"\\\\server\\share\\a"},
   };
-  for (const Case& c : cases)
+  for (const PathCase& c : cases)
     EXPECT_EQ(ToUtf8(folders::WholePath(c.Given, files)), ToUtf8(c.Full)) << ToUtf8(c.Given);
 }
 

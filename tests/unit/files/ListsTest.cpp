@@ -16,7 +16,6 @@ using ui::RowList;
 
 constexpr std::uint32_t kDeviceUnavailable = 0x800A0000u + 68;
 constexpr std::uint32_t kPermissionDenied = 0x800A0000u + 70;
-constexpr std::uint32_t kPathNotFound = 0x800A0000u + 76;
 constexpr std::uint32_t kInvalidIndex = 0x800A0000u + 381;
 
 struct ListsForm : ui::Form {

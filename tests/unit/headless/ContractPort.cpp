@@ -7,12 +7,10 @@ namespace krx::test {
 
 namespace {
 
-using headless::HeadlessPlatform;
-using headless::Operator;
-
 class ScriptedHand final : public Hand {
  public:
-  ScriptedHand(HeadlessPlatform& platform, Operator& op) : platform_(platform), op_(op) {}
+  ScriptedHand(headless::HeadlessPlatform& platform, headless::Operator& op)
+      : platform_(platform), op_(op) {}
 
   void Press(int key, int shift) override { op_.Press(key, shift); }
   void Type(StringView letters) override { op_.Type(letters); }
@@ -36,16 +34,17 @@ class ScriptedHand final : public Hand {
     EXPECT_TRUE(condition());
   }
 
-  static void Expect(HeadlessPlatform& platform, StringView form, const HandScript& script) {
-    platform.Expect(String(form), [&platform, script](Operator& op) {
+  static void Expect(headless::HeadlessPlatform& platform, StringView form,
+                     const HandScript& script) {
+    platform.Expect(String(form), [&platform, script](headless::Operator& op) {
       ScriptedHand hand(platform, op);
       script(hand);
     });
   }
 
  private:
-  HeadlessPlatform& platform_;
-  Operator& op_;
+  headless::HeadlessPlatform& platform_;
+  headless::Operator& op_;
 };
 
 // A folder of the simulated machine.
@@ -88,7 +87,7 @@ class HeadlessPort final : public Port {
   }
 
  private:
-  HeadlessPlatform platform_;
+  headless::HeadlessPlatform platform_;
 };
 
 }  // namespace

@@ -104,7 +104,7 @@ TEST(TextTable, NamesFileLineAndReasonOfARefusal) {
       {"-105 Key = \xE2\x82", u"line 1: the line is not UTF-8"},          // cut off
   };
   for (const auto& [bytes, place] : malformed) {
-    const Error error = FailureOf([&] { TableOf(bytes); });
+    const Error error = FailureOf([&bytes = bytes] { TableOf(bytes); });
     EXPECT_EQ(u"test.txt, " + place, error.Description()) << bytes;
     EXPECT_EQ(kMalformedTexts, error.Status());
     EXPECT_EQ(u"KorvelRuntime", error.Source());

@@ -8,6 +8,7 @@
 namespace krx::test {
 
 inline constexpr std::uint32_t kTypeMismatch = 0x800A0000u + 13;
+inline constexpr std::uint32_t kPathNotFound = 0x800A0000u + 76;
 inline constexpr std::uint32_t kObjectNotSet = 0x800A0000u + 91;
 
 // The error that the act ends with, or none.

@@ -13,7 +13,7 @@
 namespace krx::test {
 namespace {
 
-[[noreturn]] void Fail(const std::filesystem::path& file) {
+[[noreturn]] void RaiseErrno(const std::filesystem::path& file) {
   const std::string reason = std::strerror(errno);
   throw runtime::KorvelError(runtime::kFileFailure,
                              file.u16string() + u": " + String(reason.begin(), reason.end()));
@@ -30,7 +30,7 @@ class Handle {
   }
   bool IsOpen() const { return number_ >= 0; }
   int Get() const {
-    if (!IsOpen()) Fail(file_);
+    if (!IsOpen()) RaiseErrno(file_);
     return number_;
   }
 
@@ -45,7 +45,7 @@ class PosixLock : public runtime::FileLock {
     using std::chrono::steady_clock;
     const auto end = steady_clock::now() + std::chrono::minutes(5);
     while (flock(handle_.Get(), LOCK_EX | LOCK_NB) != 0) {
-      if (errno != EWOULDBLOCK || steady_clock::now() > end) Fail(file);
+      if (errno != EWOULDBLOCK || steady_clock::now() > end) RaiseErrno(file);
       std::this_thread::sleep_for(std::chrono::microseconds(200));
     }
   }
@@ -57,7 +57,7 @@ class PosixLock : public runtime::FileLock {
 void WriteAll(const Handle& handle, const std::filesystem::path& file, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t written = write(handle.Get(), bytes.data(), bytes.size());
-    if (written < 0) Fail(file);
+    if (written < 0) RaiseErrno(file);
     bytes.remove_prefix(static_cast<std::size_t>(written));
   }
 }
@@ -71,7 +71,7 @@ std::optional<std::string> PosixFiles::Read(const std::filesystem::path& file) {
   char part[65536];
   for (;;) {
     const ssize_t count = read(handle.Get(), part, sizeof part);
-    if (count < 0) Fail(file);
+    if (count < 0) RaiseErrno(file);
     if (count == 0) return content;
     content.append(part, static_cast<std::size_t>(count));
   }
@@ -86,15 +86,15 @@ void PosixFiles::WriteFlushed(const std::filesystem::path& file, std::string_vie
   BeforeStep();
   WriteAll(handle, file, bytes.substr(bytes.size() / 2));
   BeforeStep();
-  if (fdatasync(handle.Get()) != 0) Fail(file);
+  if (fdatasync(handle.Get()) != 0) RaiseErrno(file);
 }
 
 void PosixFiles::Replace(const std::filesystem::path& from, const std::filesystem::path& to) {
   BeforeStep();
-  if (rename(from.c_str(), to.c_str()) != 0) Fail(to);
+  if (rename(from.c_str(), to.c_str()) != 0) RaiseErrno(to);
   BeforeStep();
   const Handle folder(to.parent_path(), O_RDONLY | O_DIRECTORY);
-  if (fsync(folder.Get()) != 0) Fail(to.parent_path());
+  if (fsync(folder.Get()) != 0) RaiseErrno(to.parent_path());
 }
 
 void PosixFiles::Append(const std::filesystem::path& file, std::string_view bytes) {
@@ -102,7 +102,7 @@ void PosixFiles::Append(const std::filesystem::path& file, std::string_view byte
   const Handle handle(file, O_WRONLY | O_CREAT | O_APPEND);
   WriteAll(handle, file, bytes);
   BeforeStep();
-  if (fdatasync(handle.Get()) != 0) Fail(file);
+  if (fdatasync(handle.Get()) != 0) RaiseErrno(file);
 }
 
 std::optional<char> PosixFiles::LastByte(const std::filesystem::path& file) {

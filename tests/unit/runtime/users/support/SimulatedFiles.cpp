@@ -5,7 +5,7 @@
 namespace krx::test {
 namespace {
 
-[[noreturn]] void Fail(const std::filesystem::path& file) {
+[[noreturn]] void Refuse(const std::filesystem::path& file) {
   throw runtime::KorvelError(runtime::kFileFailure, file.u16string() + u": refused by the test");
 }
 
@@ -40,15 +40,15 @@ void SimulatedFiles::Step() {
 void SimulatedFiles::BeginOperation(const std::filesystem::path& file, bool writes) {
   ++operations_;
   if (fail_at_ > 0 && (operations_ == fail_at_ || (fails_for_good_ && operations_ > fail_at_)))
-    Fail(file);
-  if (writes && ReadOnly) Fail(file);
+    Refuse(file);
+  if (writes && ReadOnly) Refuse(file);
 }
 
 std::optional<std::string> SimulatedFiles::Read(const std::filesystem::path& file) {
   BeginOperation(file, false);
   const auto found = files_.find(file);
   if (found == files_.end()) return std::nullopt;
-  if (Unreadable) Fail(file);
+  if (Unreadable) Refuse(file);
   return found->second.Visible;
 }
 
@@ -73,13 +73,13 @@ void SimulatedFiles::Replace(const std::filesystem::path& from, const std::files
     files_.erase(to);
     if (ReplaceFails == Halfway::OldFileGone) ReplaceFails = Halfway::No;
     Step();
-    Fail(to);
+    Refuse(to);
   }
   files_[to] = files_.at(from);
   files_.erase(from);
   Replacements.push_back(files_[to].Visible);
   Step();
-  if (ReplaceFails == Halfway::ReportedThoughDone) Fail(to);
+  if (ReplaceFails == Halfway::ReportedThoughDone) Refuse(to);
 }
 
 void SimulatedFiles::Append(const std::filesystem::path& file, std::string_view bytes) {
