@@ -9,7 +9,7 @@ namespace krx::test {
 
 namespace {
 
-constexpr int kWarmUp = 30;
+constexpr int kFormsToWarmUp = 30;
 
 // How to open a form, and how often.
 struct Opening {
@@ -56,10 +56,11 @@ class FormLeaks : public testing::TestWithParam<Opening> {};
 
 TEST_P(FormLeaks, ManyFormsLeaveNothingBehind) {
   win32::Win32Platform platform;
-  const soak::Growth growth = soak::GrowthOver("a form", kWarmUp, GetParam().Forms, [&](int count) {
-    for (int i = 0; i < count; ++i)
-      GetParam().Open(platform);
-  });
+  const soak::Growth growth =
+      soak::GrowthOver("a form", kFormsToWarmUp, GetParam().Forms, [&](int count) {
+        for (int i = 0; i < count; ++i)
+          GetParam().Open(platform);
+      });
   EXPECT_EQ(growth.Leak(), "");
 }
 

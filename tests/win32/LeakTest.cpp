@@ -10,7 +10,7 @@ namespace krx::test {
 
 namespace {
 
-constexpr int kWarmUp = 50;
+constexpr int kBoxesToWarmUp = 50;
 constexpr int kBoxes = 1000;
 
 // Every box closes itself as soon as it is shown.
@@ -31,8 +31,8 @@ TEST(Leaks, AThousandBoxesLeaveNothingBehind) {
   FakeRuntime runtime;
   service::Apartment apartment(platform, runtime);
   const auto dialog = service::KRXDialog::Create(apartment);
-  const soak::Growth growth =
-      soak::GrowthOver("a box", kWarmUp, kBoxes, [&](int count) { OpenBoxes(apartment, count); });
+  const soak::Growth growth = soak::GrowthOver("a box", kBoxesToWarmUp, kBoxes,
+                                               [&](int count) { OpenBoxes(apartment, count); });
   EXPECT_EQ(growth.Leak(), "");
   EXPECT_EQ(GlobalFindAtomW(L"FMessageBox"), 0);
   EXPECT_EQ(GlobalFindAtomW(L"keyButton(1)"), 0);

@@ -18,13 +18,13 @@ namespace {
 constexpr auto kLimit = std::chrono::minutes(3);  // far more than the busiest machine takes
 constexpr auto kPoll = std::chrono::milliseconds(5);
 
-struct Search {
+struct ControlSearch {
   StringView Name;
   HWND Found = nullptr;
 };
 
 BOOL CALLBACK MatchName(HWND window, LPARAM data) {
-  auto& search = *reinterpret_cast<Search*>(data);
+  auto& search = *reinterpret_cast<ControlSearch*>(data);
   if (!IsWindowVisible(window) || NameOf(window) != search.Name) return TRUE;
   search.Found = window;
   return FALSE;
@@ -78,7 +78,7 @@ HWND Person::AwaitForm(StringView name) {
   // would go nowhere. A person waits until the form is at rest, too.
   constexpr int kRestingPolls = 20;
   int resting = 0;
-  Search search{name};
+  ControlSearch search{name};
   Await(
       [&] {
         search.Found = nullptr;
@@ -93,7 +93,7 @@ HWND Person::AwaitForm(StringView name) {
 }
 
 HWND Person::FindControl(HWND form, StringView name) {
-  Search search{name};
+  ControlSearch search{name};
   EnumChildWindows(form, MatchName, reinterpret_cast<LPARAM>(&search));
   return search.Found;
 }

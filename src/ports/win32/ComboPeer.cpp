@@ -10,7 +10,7 @@ namespace krx::win32 {
 
 namespace {
 
-constexpr Twips kRowPadding = 90;
+constexpr Twips kFingerRowPadding = 90;
 constexpr Twips kNarrowRowPadding = 30;
 constexpr Twips kIndent = 60;
 constexpr int kVisibleRows = 8;
@@ -36,7 +36,7 @@ void ComboPeer::Update(ui::Aspect aspect) {
 
 int ComboPeer::RowHeight() const {
   const Size text = form_.Form().ThePlatform().MeasureText(box_.Font(), StringView());
-  const Twips row = text.Height + (box_.ForFingers() ? kRowPadding : kNarrowRowPadding);
+  const Twips row = text.Height + (box_.ForFingers() ? kFingerRowPadding : kNarrowRowPadding);
   return form_.Scale().Pixels(box_.ForFingers() ? std::max(ui::kFingerRow, row) : row);
 }
 

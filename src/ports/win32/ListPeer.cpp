@@ -8,7 +8,7 @@ namespace krx::win32 {
 
 namespace {
 
-constexpr Twips kRowPadding = 60;
+constexpr Twips kListRowPadding = 60;
 
 void LoadListClass() {
   const INITCOMMONCONTROLSEX wanted{sizeof(wanted), ICC_LISTVIEW_CLASSES};
@@ -111,7 +111,7 @@ void ListPeer::SetState(int row, UINT state, UINT mask) const {
 // Rounded up: a finger's row must not lose its last pixel.
 int ListPeer::RowHeight() const {
   const Scale scale = form_.Scale();
-  const int text = toolkit_.Texts.Measure(font_, StringView()).cy + scale.Pixels(kRowPadding);
+  const int text = toolkit_.Texts.Measure(font_, StringView()).cy + scale.Pixels(kListRowPadding);
   const auto least =
       static_cast<int>(std::ceil(static_cast<double>(list_.RowMinHeight()) / scale.ToTwips(1)));
   return std::max(text, least);

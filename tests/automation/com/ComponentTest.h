@@ -36,6 +36,12 @@ class LoadedComponent {
   HMODULE module_;
 };
 
+inline constexpr HRESULT kTypeMismatch = static_cast<HRESULT>(0x800A000D);
+inline constexpr HRESULT kObjectNotSet = static_cast<HRESULT>(0x800A005B);
+
+// A message box whose style makes it fail (type mismatch) before it opens.
+inline constexpr LONG kFailingStyle = 256;
+
 // The calling thread inside COM as a single-threaded apartment.
 class Sta {
  public:

@@ -35,9 +35,6 @@ class HostAppTest : public ComponentTest {
   FakeRuntime Runtime{[](const char*) { return S_OK; }};
 };
 
-constexpr HRESULT kTypeMismatch = static_cast<HRESULT>(0x800A000D);
-constexpr HRESULT kObjectNotSet = static_cast<HRESULT>(0x800A005B);
-
 TEST_F(HostAppTest, EveryKindOfObjectArgumentIsAccepted) {
   const auto application = NamedApplication();
   IDispatch* dispatch = application.Get();

@@ -51,10 +51,6 @@ TEST_F(LateBindingTest, AHeightThatIsNoNumberIsATypeMismatch) {
   EXPECT_EQ(ButtonMinHeight(*Dialog), 0);
 }
 
-// A message box whose style makes it fail (error 13) before it opens.
-constexpr LONG kFailingStyle = 256;
-constexpr HRESULT kTypeMismatch = static_cast<HRESULT>(0x800A000D);
-
 TEST_F(LateBindingTest, AFailureArrivesWithNumberSourceAndDescription) {
   const FakeRuntime runtime{[](const char*) { return S_OK; }};
   const com::Bstr text(u"text");

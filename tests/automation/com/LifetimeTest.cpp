@@ -80,7 +80,6 @@ TEST_F(LifetimeTest, AThreadThatEndsWithoutLeavingComCallsNothingFromTheLoader) 
 
 // Creates an object and lets a call of it fail, which throws and catches inside the component.
 void Use(const LoadedComponent& module) {
-  constexpr LONG kFailingStyle = 256;
   const Sta sta;
   const FakeRuntime runtime{[](const char*) { return S_OK; }};
   const auto dialog = module.Create();

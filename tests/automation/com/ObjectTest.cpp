@@ -54,16 +54,16 @@ TEST_F(ObjectTest, NullPlacesForResultsAreRefused) {
 }
 
 TEST_F(ObjectTest, WithoutAPlaceForItsResultAUserDialogDoesNotBegin) {
-  int calls = 0;
+  int called = 0;
   const FakeRuntime runtime([&](const char*) {
-    ++calls;
+    ++called;
     return E_FAIL;
   });
   const auto dialog = Module.Create();
   EXPECT_EQ(dialog->KRUserLogOn(nullptr), E_POINTER);
   EXPECT_EQ(dialog->KRUserLogOnCombo(nullptr), E_POINTER);
   EXPECT_EQ(dialog->KRAddUser(nullptr), E_POINTER);
-  EXPECT_EQ(calls, 0);
+  EXPECT_EQ(called, 0);
 }
 
 TEST_F(ObjectTest, TypeInformationIsGivenForItsOneInterface) {

@@ -9,8 +9,8 @@ namespace {
 const CLSID kClass = {0x6B1C0A52, 0x3D1E, 0x4C57, {0x9B, 0x7E, 0x5A, 0x0E, 0x2F, 0x3C, 0x3F, 0x01}};
 const GUID kLibrary = {
     0x6B1C0A52, 0x3D1E, 0x4C57, {0x9B, 0x7E, 0x5A, 0x0E, 0x2F, 0x3C, 0x30, 0x01}};
-const com::ClassInfo kClasses[] = {{kClass, L"KRXTests.Sample", L"Sample class", nullptr}};
-const com::Component kComponent{kClasses, kLibrary};
+const com::ClassInfo kSampleClasses[] = {{kClass, L"KRXTests.Sample", L"Sample class", nullptr}};
+const com::Component kComponent{kSampleClasses, kLibrary};
 
 std::wstring Value(HKEY root, const std::wstring& path, const wchar_t* name = L"") {
   wchar_t text[512] = {};

@@ -10,7 +10,7 @@
 namespace krx::soak {
 namespace {
 
-constexpr int kWarmUp = 50;
+constexpr int kBoxesToWarmUp = 50;
 constexpr int kBoxes = 1000;
 
 void CALLBACK ClickFirstKey(HWND, UINT, UINT_PTR, DWORD) {
@@ -34,7 +34,7 @@ TEST(Soak, AThousandBoxesLeaveNothingBehind) {
   client::Dialogs dialogs;
   ASSERT_TRUE(dialogs);
   bool all_right = true;
-  const Growth growth = GrowthOver("a box", kWarmUp, kBoxes, [&](int count) {
+  const Growth growth = GrowthOver("a box", kBoxesToWarmUp, kBoxes, [&](int count) {
     all_right = OpenBoxes(dialogs, count) && all_right;
   });
   EXPECT_TRUE(all_right);

@@ -15,7 +15,7 @@
 namespace krx::soak {
 namespace {
 
-constexpr int kWarmUp = 30;
+constexpr int kCyclesToWarmUp = 30;
 constexpr int kCycles = 200;
 
 int Cycles() {
@@ -60,7 +60,7 @@ TEST_P(DialogSoak, LeavesNothingBehind) {
   int failed = 0;
   int unseen = 0;
   const Answering answering(Cancel, 10);
-  const Growth growth = GrowthOver(GetParam().Name, kWarmUp, Cycles(), [&](int count) {
+  const Growth growth = GrowthOver(GetParam().Name, kCyclesToWarmUp, Cycles(), [&](int count) {
     for (int i = 0; i < count; ++i) {
       shown = false;
       if (GetParam().Open(*dialogs.operator->(), selection, chosen) != S_OK) ++failed;

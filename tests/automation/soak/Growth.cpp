@@ -9,7 +9,7 @@ namespace krx::soak {
 
 namespace {
 
-constexpr int kRounds = 5;
+constexpr int kMeasuredRounds = 5;
 
 long Median(const std::vector<Counters>& rounds, long Counters::*kind) {
   std::vector<long> growth;
@@ -40,11 +40,11 @@ std::string Growth::Leak() const {
 
 Growth GrowthOver(const std::string& what, int warm_up, int calls,
                   const std::function<void(int)>& open) {
-  Growth growth{calls / kRounds, {}};
-  growth.Rounds.reserve(kRounds);  // what is noted here is no growth
+  Growth growth{calls / kMeasuredRounds, {}};
+  growth.Rounds.reserve(kMeasuredRounds);  // what is noted here is no growth
   open(warm_up);
   Counters before = Counters::Now();
-  for (int i = 0; i < kRounds; ++i) {
+  for (int i = 0; i < kMeasuredRounds; ++i) {
     open(growth.Calls);
     const Counters now = Counters::Now();
     growth.Rounds.push_back(now - before);

@@ -19,7 +19,7 @@ bool Loaded() {
   return GetModuleHandleW(L"KRXDialogs.dll") != nullptr;
 }
 
-void CALLBACK Cancel(HWND, UINT, UINT_PTR, DWORD) {
+void CALLBACK CancelForm(HWND, UINT, UINT_PTR, DWORD) {
   if (const HWND key = ControlOnShow(L"keyCancel")) Click(key);
 }
 
@@ -27,7 +27,7 @@ HRESULT OpenAndCancel(const client::BasicString& folder) {
   const client::Automation automation;
   client::Dialogs dialogs;
   if (!dialogs) return E_FAIL;
-  const Answering answering(Cancel, 1);
+  const Answering answering(CancelForm, 1);
   BSTR result = nullptr;
   const HRESULT status =
       dialogs->KROpenFile(nullptr, folder, nullptr, VARIANT_TRUE, nullptr, &result);

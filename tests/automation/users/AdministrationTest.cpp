@@ -7,7 +7,7 @@ namespace krx::drive {
 namespace {
 
 constexpr const wchar_t* kOverview = L"FUser";
-constexpr const wchar_t* kForm = L"FAddUser";
+constexpr const wchar_t* kAddUserForm = L"FAddUser";
 
 struct Person {
   std::wstring Name;
@@ -28,7 +28,7 @@ class Administration : public UsersTest {
   }
   Window OpenForm() {
     RunUserScript("LogOn \"admin\"\r\nWScript.Echo CStr(Dialogs.KRAddUser())\r\n");
-    return Form(kForm, L"txtName");
+    return Form(kAddUserForm, L"txtName");
   }
   // The client comes through; with its end that many lines.
   void ExpectEnd(std::size_t lines = 0) {
@@ -95,7 +95,7 @@ TEST_F(Administration, ListsTheUsersWithTheirStates) {
 TEST_F(Administration, AddsAUserWhoOutlivesTheClient) {
   const Window overview = OpenOverview();
   overview.Child(L"keyAddUser").Click();
-  const Window form = Form(kForm, L"txtName");
+  const Window form = Form(kAddUserForm, L"txtName");
   EXPECT_FALSE(form.Child(L"keyOK").Enabled());
   Fill(form, {L"uta", L"Acht Pumpen"});
   EXPECT_TRUE(form.Child(L"keyOK").Enabled());
@@ -119,7 +119,7 @@ TEST_F(Administration, ChangesTheUserOfTheRowThatEnterIsPressedOn) {
   rows.Click(eva);
   rows.WaitForSelected(eva);
   PressKey(L"Enter");
-  const Window form = Form(kForm, L"txtFullName");
+  const Window form = Form(kAddUserForm, L"txtFullName");
   EXPECT_EQ(form.Text(), Text("capChangeUser"));
   EXPECT_EQ(form.Child(L"txtName").Text(), kOperator);
   EXPECT_EQ(form.Child(L"cboUserClass").Text(), L"Operator");
@@ -168,7 +168,7 @@ TEST_F(Administration, KeysWalkTheListAndDeleteRemovesNobody) {
 TEST_F(Administration, ADoubleClickChangesTheUser) {
   const Window overview = OpenOverview();
   Rows(overview).DoubleClick(Rows(overview).Find(kRenewing));
-  const Window form = Form(kForm, L"txtFullName");
+  const Window form = Form(kAddUserForm, L"txtFullName");
   EXPECT_EQ(form.Child(L"txtName").Text(), kRenewing);
   PressKey(L"Esc");
   form.WaitUntilGone();
@@ -180,7 +180,7 @@ TEST_F(Administration, ADoubleClickChangesTheUser) {
 TEST_F(Administration, OnesOwnClassIsLocked) {
   const Window overview = OpenOverview();
   Rows(overview).DoubleClick(Rows(overview).Find(kAdministrator));
-  const Window form = Form(kForm, L"txtFullName");
+  const Window form = Form(kAddUserForm, L"txtFullName");
   EXPECT_FALSE(form.Child(L"cboUserClass").Enabled());
   EXPECT_EQ(form.Child(L"cboUserClass").Text(), L"Administrator");
   form.Child(L"keyCancel").Click();
@@ -196,7 +196,7 @@ TEST_F(Administration, WithoutASelectionTheActionsDoNothing) {
        {L"keyChangeUser", L"keyRemoveUser", L"keyActivateUser", L"keyDeactivateUser"})
     overview.Child(key).Click();
   overview.WaitForFocusOn(L"keyDeactivateUser");
-  EXPECT_TRUE(Forms(kForm).empty());
+  EXPECT_TRUE(Forms(kAddUserForm).empty());
   EXPECT_EQ(Rows(overview).Count(), 5);
   overview.Child(L"keyOK").Click();
   ExpectEnd(6);  // five users

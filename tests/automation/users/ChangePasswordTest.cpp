@@ -6,7 +6,7 @@
 namespace krx::drive {
 namespace {
 
-constexpr const wchar_t* kForm = L"FChangePassword";
+constexpr const wchar_t* kChangePasswordForm = L"FChangePassword";
 
 class ChangePassword : public UsersTest {
  protected:
@@ -33,7 +33,7 @@ class ChangePassword : public UsersTest {
 
 TEST_F(ChangePassword, TheNewPasswordHoldsFromThenOn) {
   Open("Acht Pumpen");
-  const Window form = Form(kForm, L"txtActPassword");
+  const Window form = Form(kChangePasswordForm, L"txtActPassword");
   EXPECT_EQ(form.Child(L"txtName").Text(), kOperator);
   EXPECT_EQ(form.Child(L"txtFullName").Text(), L"Eva Meier");
   EXPECT_EQ(form.Child(L"txtComment").Text(), L"Early shift");
@@ -45,7 +45,7 @@ TEST_F(ChangePassword, APasswordTooShortLeadsToTheNewOne) {
   OpenAndKeep();
   UsersTest::ChangePassword(kPassword, L"sieben7");
   Confirm(Text("msgInvalidPasswordLength"));
-  ExpectLengths(Form(kForm, L"txtPassword"), std::wstring(kPassword).size(), 7);
+  ExpectLengths(Form(kChangePasswordForm, L"txtPassword"), std::wstring(kPassword).size(), 7);
   GiveUp();
 }
 
@@ -53,7 +53,7 @@ TEST_F(ChangePassword, TheUserNameIsRefused) {
   OpenAndKeep();
   UsersTest::ChangePassword(kPassword, kOperator);
   Confirm(Text("msgInvalidPassword"));
-  ExpectLengths(Form(kForm, L"txtActPassword"), std::wstring(kPassword).size(), 9);
+  ExpectLengths(Form(kChangePasswordForm, L"txtActPassword"), std::wstring(kPassword).size(), 9);
   GiveUp();
 }
 
@@ -61,7 +61,7 @@ TEST_F(ChangePassword, APasswordUsedBeforeIsRefused) {
   OpenAndKeep();
   UsersTest::ChangePassword(kPassword, kPassword);
   Confirm(Text("msgInvalidPassword"));
-  Form(kForm, L"txtActPassword");
+  Form(kChangePasswordForm, L"txtActPassword");
   GiveUp();
 }
 
@@ -69,7 +69,7 @@ TEST_F(ChangePassword, AWrongCurrentPasswordLeadsToItAndCanBeCorrected) {
   Open("Acht Pumpen");
   UsersTest::ChangePassword(L"falsch", L"Acht Pumpen");
   Confirm(Text("msgInvalidPassword"));
-  const Window form = Form(kForm, L"txtActPassword");
+  const Window form = Form(kChangePasswordForm, L"txtActPassword");
   ExpectLengths(form, 6, 11);
   Type(form, L"txtActPassword", kPassword);
   EXPECT_TRUE(form.Child(L"keyOK").Enabled());
@@ -80,7 +80,7 @@ TEST_F(ChangePassword, AWrongCurrentPasswordLeadsToItAndCanBeCorrected) {
 TEST_F(ChangePassword, CancelAndTheCloseKeyChangeNothing) {
   for (const wchar_t* way_out : {L"keyCancel", L"keyClose"}) {
     OpenAndKeep();
-    const Window form = Form(kForm, L"txtActPassword");
+    const Window form = Form(kChangePasswordForm, L"txtActPassword");
     form.Child(way_out).Click();
     EXPECT_EQ(Printed(), (Lines{"2", "end"}));
   }
@@ -88,7 +88,7 @@ TEST_F(ChangePassword, CancelAndTheCloseKeyChangeNothing) {
 
 TEST_F(ChangePassword, OkNeedsTheSameNewPasswordTwice) {
   OpenAndKeep();
-  const Window form = Form(kForm, L"txtActPassword");
+  const Window form = Form(kChangePasswordForm, L"txtActPassword");
   const Window ok = form.Child(L"keyOK");
   EXPECT_FALSE(ok.Enabled());
   Type(form, L"txtActPassword", kPassword);
@@ -108,7 +108,7 @@ TEST_F(ChangePassword, OkNeedsTheSameNewPasswordTwice) {
 // The current password is not what OK waits for; this is how the dialog is meant.
 TEST_F(ChangePassword, TheCurrentPasswordTypedLastLeavesOkDisabled) {
   OpenAndKeep();
-  const Window form = Form(kForm, L"txtActPassword");
+  const Window form = Form(kChangePasswordForm, L"txtActPassword");
   const Window ok = form.Child(L"keyOK");
   Move(form, L"Tab", L"txtPassword");
   Type(form, L"txtPassword", L"Acht Pumpen");
@@ -128,7 +128,7 @@ TEST_F(ChangePassword, TheCurrentPasswordTypedLastLeavesOkDisabled) {
 
 TEST_F(ChangePassword, TheNamesAreForReadingOnly) {
   OpenAndKeep();
-  const Window form = Form(kForm, L"txtActPassword");
+  const Window form = Form(kChangePasswordForm, L"txtActPassword");
   for (const wchar_t* name : {L"txtName", L"txtFullName", L"txtComment"}) {
     const Window field = form.Child(name);
     const std::wstring before = field.Text();

@@ -7,8 +7,8 @@
 namespace krx::drive {
 namespace {
 
-constexpr const wchar_t* kForm = L"FLogOnCombo";
-constexpr const char* kLogOn = "KRUserLogOnCombo()";
+constexpr const wchar_t* kLogOnComboForm = L"FLogOnCombo";
+constexpr const char* kLogOnByList = "KRUserLogOnCombo()";
 constexpr int kUsers = 500;
 constexpr int kFinger = 34;  // pixels at 96 dpi; 9 mm
 
@@ -79,8 +79,8 @@ class LogOnCombo : public UsersTest {
 
 TEST_F(LogOnCombo, ListsAllUsersInTheirOrderAndSelectsNone) {
   UseThePlant();
-  RunDialog(kLogOn);
-  const Window form = Form(kForm, L"cboName");
+  RunDialog(kLogOnByList);
+  const Window form = Form(kLogOnComboForm, L"cboName");
   EXPECT_EQ(form.Child(L"idxCaption").Text(), Text("capLogon") + L' ');
   std::vector<std::wstring> names{L"admin"};
   for (int i = 0; i < kUsers - 1; ++i)
@@ -94,8 +94,8 @@ TEST_F(LogOnCombo, ListsAllUsersInTheirOrderAndSelectsNone) {
 
 TEST_F(LogOnCombo, AFingerPicksAUser) {
   UseThePlant();
-  RunDialog(kLogOn);
-  const Window form = Form(kForm, L"cboName");
+  RunDialog(kLogOnByList);
+  const Window form = Form(kLogOnComboForm, L"cboName");
   form.Child(L"cboName").Click();
   const Window list = WaitForList(form);
   EXPECT_GE(SendMessageW(list.Handle(), LB_GETITEMHEIGHT, 0, 0), kFinger);
@@ -109,8 +109,8 @@ TEST_F(LogOnCombo, AFingerPicksAUser) {
 
 TEST_F(LogOnCombo, TheKeyboardPicksAUserWithoutOpeningTheList) {
   UseThePlant();
-  RunDialog(kLogOn);
-  const Window form = Form(kForm, L"cboName");
+  RunDialog(kLogOnByList);
+  const Window form = Form(kLogOnComboForm, L"cboName");
   PressKey(L"Home");
   WaitForName(form, L"admin");
   PressKey(L"End");
@@ -123,8 +123,8 @@ TEST_F(LogOnCombo, TheKeyboardPicksAUserWithoutOpeningTheList) {
 
 TEST_F(LogOnCombo, TheKeyboardPicksAUserFromTheOpenList) {
   UseThePlant();
-  RunDialog(kLogOn);
-  const Window form = Form(kForm, L"cboName");
+  RunDialog(kLogOnByList);
+  const Window form = Form(kLogOnComboForm, L"cboName");
   PressKey(L"F4");
   const Window list = WaitForList(form);
   PressKey(L"Down");
@@ -138,8 +138,8 @@ TEST_F(LogOnCombo, TheKeyboardPicksAUserFromTheOpenList) {
 }
 
 TEST_F(LogOnCombo, EscClosesAnOpenListFirst) {
-  RunDialog(kLogOn);
-  const Window form = Form(kForm, L"cboName");
+  RunDialog(kLogOnByList);
+  const Window form = Form(kLogOnComboForm, L"cboName");
   PressKey(L"F4");
   const Window list = WaitForList(form);
   PressKey(L"Esc");
@@ -150,8 +150,8 @@ TEST_F(LogOnCombo, EscClosesAnOpenListFirst) {
 }
 
 TEST_F(LogOnCombo, WithoutAUserEnterInThePasswordLeadsToTheList) {
-  RunDialog(kLogOn);
-  const Window form = Form(kForm, L"cboName");
+  RunDialog(kLogOnByList);
+  const Window form = Form(kLogOnComboForm, L"cboName");
   Move(form, L"Enter", L"txtPassword");
   Type(form, L"txtPassword", kPassword);
   Move(form, L"Enter", L"cboName");
@@ -161,8 +161,8 @@ TEST_F(LogOnCombo, WithoutAUserEnterInThePasswordLeadsToTheList) {
 }
 
 TEST_F(LogOnCombo, RefusalsLeadToTheListOrToThePassword) {
-  RunDialog(kLogOn);
-  Window form = Form(kForm, L"cboName");
+  RunDialog(kLogOnByList);
+  Window form = Form(kLogOnComboForm, L"cboName");
   ASSERT_EQ(
       Entries(form.Child(L"cboName")),
       (std::vector<std::wstring>{kAdministrator, kExpired, kOperator, kRenewing, kDeactivated}));
@@ -174,7 +174,7 @@ TEST_F(LogOnCombo, RefusalsLeadToTheListOrToThePassword) {
   Type(form, L"txtPassword", kPassword);
   PressKey(L"Enter");
   Confirm(Text("msgUserDeactivated"));
-  form = Form(kForm, L"cboName");
+  form = Form(kLogOnComboForm, L"cboName");
   WaitForName(form, kDeactivated);
   PressKey(L"Home");
   PressKey(L"Down");
@@ -184,7 +184,7 @@ TEST_F(LogOnCombo, RefusalsLeadToTheListOrToThePassword) {
   Type(form, L"txtPassword", L"falsch");
   PressKey(L"Enter");
   Confirm(Text("msgInvalidPassword"));
-  form = Form(kForm, L"txtPassword");
+  form = Form(kLogOnComboForm, L"txtPassword");
   WaitForName(form, kOperator);
   Type(form, L"txtPassword", kPassword);
   PressKey(L"Enter");
@@ -192,8 +192,8 @@ TEST_F(LogOnCombo, RefusalsLeadToTheListOrToThePassword) {
 }
 
 TEST_F(LogOnCombo, AnExpiredPasswordOfAPickedUserIsRenewedInTheNestedDialog) {
-  RunDialog(kLogOn);
-  Window form = Form(kForm, L"cboName");
+  RunDialog(kLogOnByList);
+  Window form = Form(kLogOnComboForm, L"cboName");
   PressKey(L"Home");
   PressKey(L"Down");
   WaitForName(form, kExpired);
@@ -203,7 +203,7 @@ TEST_F(LogOnCombo, AnExpiredPasswordOfAPickedUserIsRenewedInTheNestedDialog) {
   Confirm(Text("msgPasswordExpired"));
   EXPECT_EQ(Form(L"FChangePassword", L"txtActPassword").Child(L"txtName").Text(), kExpired);
   ChangePassword(kPassword, L"Acht Pumpen");
-  form = Form(kForm, L"txtPassword");
+  form = Form(kLogOnComboForm, L"txtPassword");
   WaitForName(form, kExpired);
   Type(form, L"txtPassword", L"Acht Pumpen");
   PressKey(L"Enter");
@@ -215,10 +215,10 @@ TEST_F(LogOnCombo, TheLogOffKeyAndCancelReturnFalse) {
       "LogOn \"eva.meier\"\r\n"
       "WScript.Echo CStr(Dialogs.KRUserLogOnCombo()) & \", \" & CurrentUser()\r\n"
       "WScript.Echo CStr(Dialogs.KRUserLogOnCombo()) & \", \" & CurrentUser()\r\n");
-  const Window form = Form(kForm, L"cboName");
+  const Window form = Form(kLogOnComboForm, L"cboName");
   form.Child(L"keyCancel").Click();
   form.WaitUntilGone();
-  Form(kForm, L"cboName").Child(L"keyLogOff").Click();
+  Form(kLogOnComboForm, L"cboName").Child(L"keyLogOff").Click();
   EXPECT_EQ(Printed(), (Lines{"False, eva.meier", "False, nobody", "end"}));
 }
 
@@ -226,8 +226,8 @@ TEST_F(LogOnCombo, TheLogOffKeyAndCancelReturnFalse) {
 TEST_F(LogOnCombo, AListThatCannotBeReadIsEmpty) {
   Store.emplace();
   Store->Use();
-  RunDialog(kLogOn);
-  const Window form = Form(kForm, L"cboName");
+  RunDialog(kLogOnByList);
+  const Window form = Form(kLogOnComboForm, L"cboName");
   EXPECT_TRUE(Entries(form.Child(L"cboName")).empty());
   EXPECT_FALSE(form.Child(L"keyOK").Enabled());
   PressKey(L"Esc");

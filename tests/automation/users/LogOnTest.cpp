@@ -5,7 +5,7 @@
 namespace krx::drive {
 namespace {
 
-constexpr const wchar_t* kForm = L"FLogOn";
+constexpr const wchar_t* kLogOnForm = L"FLogOn";
 constexpr const char* kLogOn = "KRUserLogOn()";
 
 class LogOn : public UsersTest {
@@ -30,7 +30,7 @@ TEST_F(LogOn, TheRightPasswordLogsOn) {
 
 TEST_F(LogOn, TheMouseConfirmsAsWell) {
   RunDialog(kLogOn);
-  const Window form = Form(kForm, L"txtName");
+  const Window form = Form(kLogOnForm, L"txtName");
   Type(form, L"txtName", kOperator);
   form.Child(L"txtPassword").Click();
   Type(form, L"txtPassword", kPassword);
@@ -42,7 +42,7 @@ TEST_F(LogOn, AWrongPasswordKeepsBothFieldsAndLeadsToThePassword) {
   RunDialog(kLogOn);
   UsersTest::LogOn(kOperator, L"falsch");
   Confirm(Text("msgInvalidPassword"));
-  const Window form = Form(kForm, L"txtPassword");
+  const Window form = Form(kLogOnForm, L"txtPassword");
   ExpectFields(form, kOperator, 6);
   EXPECT_TRUE(form.Child(L"keyOK").Enabled());
   Type(form, L"txtPassword", kPassword);  // replaces what stands there
@@ -55,15 +55,15 @@ TEST_F(LogOn, FiveWrongPasswordsLockTheUserOut) {
   UsersTest::LogOn(kOperator, L"falsch");
   for (int attempt = 2; attempt <= 5; ++attempt) {
     Confirm(Text("msgInvalidPassword"));
-    const Window form = Form(kForm, L"txtPassword");
+    const Window form = Form(kLogOnForm, L"txtPassword");
     Type(form, L"txtPassword", std::wstring(static_cast<std::size_t>(attempt), L'x'));
     PressKey(L"Enter");
   }
   Confirm(Text("msgInvalidPassword"));
-  Type(Form(kForm, L"txtPassword"), L"txtPassword", kPassword);
+  Type(Form(kLogOnForm, L"txtPassword"), L"txtPassword", kPassword);
   PressKey(L"Enter");
   Confirm(Text("msgTooManyFailedLogons"));
-  const Window form = Form(kForm, L"txtName");
+  const Window form = Form(kLogOnForm, L"txtName");
   ExpectFields(form, kOperator, std::wstring(kPassword).size());
   GiveUp();
 }
@@ -72,7 +72,7 @@ TEST_F(LogOn, AnUnknownUserLeadsToTheName) {
   RunDialog(kLogOn);
   UsersTest::LogOn(L"niemand", kPassword);
   Confirm(Text("msgUnknownUser"));
-  const Window form = Form(kForm, L"txtName");
+  const Window form = Form(kLogOnForm, L"txtName");
   ExpectFields(form, L"niemand", std::wstring(kPassword).size());
   Type(form, L"txtName", kOperator);
   Move(form, L"Enter", L"txtPassword");
@@ -84,7 +84,7 @@ TEST_F(LogOn, ADeactivatedUserLeadsToTheName) {
   RunDialog(kLogOn);
   UsersTest::LogOn(kDeactivated, kPassword);
   Confirm(Text("msgUserDeactivated"));
-  ExpectFields(Form(kForm, L"txtName"), kDeactivated, std::wstring(kPassword).size());
+  ExpectFields(Form(kLogOnForm, L"txtName"), kDeactivated, std::wstring(kPassword).size());
   GiveUp();
 }
 
@@ -96,7 +96,7 @@ TEST_F(LogOn, AnExpiredPasswordIsRenewedInTheNestedDialog) {
   EXPECT_EQ(nested.Child(L"txtName").Text(), kExpired);
   EXPECT_EQ(nested.Child(L"txtFullName").Text(), L"Ida Alt");
   ChangePassword(kPassword, L"Acht Pumpen");
-  const Window form = Form(kForm, L"txtPassword");
+  const Window form = Form(kLogOnForm, L"txtPassword");
   ExpectFields(form, kExpired, std::wstring(kPassword).size());
   Type(form, L"txtPassword", L"Acht Pumpen");
   PressKey(L"Enter");
@@ -111,13 +111,13 @@ TEST_F(LogOn, ACancelledRenewalLeadsBackAndIsAskedForAgain) {
     const Window nested = Form(L"FChangePassword", L"txtActPassword");
     nested.Child(way_out).Click();
     nested.WaitUntilGone();
-    Form(kForm, L"txtPassword");
+    Form(kLogOnForm, L"txtPassword");
     PressKey(L"Enter");
   }
   Confirm(Text("msgRenewPassword"));
   Form(L"FChangePassword", L"txtActPassword");
   PressKey(L"Esc");
-  Form(kForm, L"txtPassword");
+  Form(kLogOnForm, L"txtPassword");
   GiveUp();
 }
 
@@ -132,7 +132,7 @@ TEST_F(LogOn, ARefusedRenewalStaysInTheNestedDialog) {
   Move(nested, L"Enter", L"txtPassword2");
   Type(nested, L"txtPassword2", L"lang genug");
   PressKey(L"Enter");
-  Type(Form(kForm, L"txtPassword"), L"txtPassword", L"lang genug");
+  Type(Form(kLogOnForm, L"txtPassword"), L"txtPassword", L"lang genug");
   PressKey(L"Enter");
   EXPECT_EQ(Printed(), (Lines{"True, neu", "end"}));
 }
@@ -142,7 +142,7 @@ TEST_F(LogOn, CancelEscAndTheCloseKeyReturnFalse) {
       "Dim i\r\nFor i = 1 To 4\r\nWScript.Echo CStr(Dialogs.KRUserLogOn()) & \", \" & "
       "CurrentUser()\r\nNext\r\n");
   for (const wchar_t* way_out : {L"keyCancel", L"keyClose", L"Esc", L"Alt+F4"}) {
-    const Window form = Form(kForm, L"txtName");
+    const Window form = Form(kLogOnForm, L"txtName");
     Type(form, L"txtName", kOperator);
     if (std::wstring(way_out).starts_with(L"key")) {
       form.Child(way_out).Click();
@@ -161,12 +161,12 @@ TEST_F(LogOn, TheLogOffKeyEndsTheSessionAndTheDialog) {
       "WScript.Echo CStr(Dialogs.KRUserLogOn()) & \", \" & CurrentUser()\r\n"
       "Dialogs.KRWhoAmI\r\n"
       "WScript.Echo CStr(Dialogs.KRUserLogOn())\r\n");
-  Window form = Form(kForm, L"txtName");
+  Window form = Form(kLogOnForm, L"txtName");
   form.Child(L"keyLogOut").Click();
   form.WaitUntilGone();
   Confirm(Text("msgNoCurrentUser"), Text("capCurrentUser"));
   // With nobody logged on it closes the dialog all the same; this time by its access key.
-  form = Form(kForm, L"txtName");
+  form = Form(kLogOnForm, L"txtName");
   PressKey(L"Alt+l");
   EXPECT_EQ(Printed(), (Lines{"eva.meier", "False, nobody", "False", "end"}));
 }
@@ -175,14 +175,14 @@ TEST_F(LogOn, WhoStaysLoggedOnWhileTheDialogIsCancelled) {
   RunUserScript(
       "LogOn \"eva.meier\"\r\n"
       "WScript.Echo CStr(Dialogs.KRUserLogOn()) & \", \" & CurrentUser()\r\n");
-  Form(kForm, L"txtName");
+  Form(kLogOnForm, L"txtName");
   PressKey(L"Esc");
   EXPECT_EQ(Printed(), (Lines{"False, eva.meier", "end"}));
 }
 
 TEST_F(LogOn, AnEmptyNameCannotBeConfirmed) {
   RunDialog(kLogOn);
-  const Window form = Form(kForm, L"txtName");
+  const Window form = Form(kLogOnForm, L"txtName");
   const Window ok = form.Child(L"keyOK");
   EXPECT_FALSE(ok.Enabled());
   Move(form, L"Enter", L"txtPassword");
@@ -201,7 +201,7 @@ TEST_F(LogOn, AnEmptyNameCannotBeConfirmed) {
 
 TEST_F(LogOn, TabAndAccessKeysReachEveryControl) {
   RunDialog(kLogOn);
-  const Window form = Form(kForm, L"txtName");
+  const Window form = Form(kLogOnForm, L"txtName");
   Move(form, L"Tab", L"txtPassword");
   Move(form, L"Tab", L"keyCancel");  // OK is disabled
   Move(form, L"Tab", L"keyLogOut");
@@ -219,7 +219,7 @@ TEST_F(LogOn, AuditNamesTheEventsButNeverAPassword) {
   RunDialog(kLogOn);
   UsersTest::LogOn(kOperator, L"falsch geraten");
   Confirm(Text("msgInvalidPassword"));
-  Type(Form(kForm, L"txtPassword"), L"txtPassword", kPassword);
+  Type(Form(kLogOnForm, L"txtPassword"), L"txtPassword", kPassword);
   PressKey(L"Enter");
   EXPECT_EQ(Printed(), (Lines{"True, eva.meier", "end"}));
   const std::string log = Store->AuditLog();
@@ -239,7 +239,7 @@ TEST_F(LogOn, TheFirstAdministratorRenewsTheGeneratedPassword) {
   Confirm(Text("msgRenewPassword"));
   Form(L"FChangePassword", L"txtActPassword");
   ChangePassword(generated, L"Neun Kessel");
-  const Window form = Form(kForm, L"txtPassword");
+  const Window form = Form(kLogOnForm, L"txtPassword");
   ExpectFields(form, L"leitung", generated.size());
   Type(form, L"txtPassword", L"Neun Kessel");
   PressKey(L"Enter");

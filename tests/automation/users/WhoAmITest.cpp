@@ -5,7 +5,7 @@
 namespace krx::drive {
 namespace {
 
-constexpr const wchar_t* kForm = L"FWhoAmI";
+constexpr const wchar_t* kWhoAmIForm = L"FWhoAmI";
 
 class WhoAmI : public UsersTest {
  protected:
@@ -16,7 +16,7 @@ class WhoAmI : public UsersTest {
 
 TEST_F(WhoAmI, ShowsTheUserWhoIsLoggedOn) {
   Ask(Narrow(kOperator));
-  const Window form = Form(kForm, L"keyOK");
+  const Window form = Form(kWhoAmIForm, L"keyOK");
   EXPECT_EQ(form.Child(L"idxCaption").Text(), Text("capCurrentUser"));
   EXPECT_EQ(form.Child(L"txtFullName").Text(), L"Eva Meier");
   EXPECT_EQ(form.Child(L"txtName").Text(), kOperator);
@@ -28,7 +28,7 @@ TEST_F(WhoAmI, ShowsTheUserWhoIsLoggedOn) {
 
 TEST_F(WhoAmI, AnEmptyCommentIsShownEmpty) {
   Ask(Narrow(kAdministrator));
-  const Window form = Form(kForm, L"keyOK");
+  const Window form = Form(kWhoAmIForm, L"keyOK");
   EXPECT_EQ(form.Child(L"txtName").Text(), kAdministrator);
   EXPECT_EQ(form.Child(L"txtComment").Text(), L"");
   form.Child(L"keyOK").Click();
@@ -37,17 +37,17 @@ TEST_F(WhoAmI, AnEmptyCommentIsShownEmpty) {
 
 TEST_F(WhoAmI, EscAndTheCloseKeyCloseIt) {
   RunUserScript("LogOn \"eva.meier\"\r\nDialogs.KRWhoAmI\r\nDialogs.KRWhoAmI\r\n");
-  const Window form = Form(kForm, L"keyOK");
+  const Window form = Form(kWhoAmIForm, L"keyOK");
   form.Child(L"keyClose").Click();
   form.WaitUntilGone();
-  Form(kForm, L"keyOK");
+  Form(kWhoAmIForm, L"keyOK");
   PressKey(L"Esc");
   EXPECT_EQ(Printed(), Lines{"end"});
 }
 
 TEST_F(WhoAmI, TheFieldsTakeNoInput) {
   Ask(Narrow(kOperator));
-  const Window form = Form(kForm, L"keyOK");
+  const Window form = Form(kWhoAmIForm, L"keyOK");
   form.Child(L"txtName").Click();
   form.WaitForFocusOn(L"txtName");
   TypeText(L"xyz");

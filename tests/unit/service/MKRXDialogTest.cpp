@@ -31,7 +31,7 @@ TEST(EncodeLineBreaks, OtherTextsStayAsTheyAre) {
 }
 
 // One pass from left to right: a pair or a single character is one break.
-String Model(StringView text) {
+String EncodedByModel(StringView text) {
   String out;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') ++i;
@@ -47,7 +47,7 @@ TEST(EncodeLineBreaks, RandomTextsAreEncodedAsTheModelDoes) {
     for (auto left = random() % 12; left > 0; --left)
       text += u"\r\nab"[random() % 4];
     const String encoded = EncodeLineBreaks(text);
-    ASSERT_EQ(encoded, Model(text));
+    ASSERT_EQ(encoded, EncodedByModel(text));
     ASSERT_EQ(encoded.find_first_of(u"\r\n"), String::npos);
   }
 }

@@ -56,7 +56,7 @@ TEST_F(Requests, FileMethodsHandAllArgumentsOverAndSavingIsTold) {
   using Method = String (KRXDialog::*)(const service::FileRequest&);
   for (const auto& [method, ok] : {std::pair<Method, StringView>{&KRXDialog::KROpenFile, u"Open"},
                                    {&KRXDialog::KRSaveFileAs, u"Save"}}) {
-    platform.Expect(u"FFileSelect", [ok](Operator& op) {
+    platform.Expect(u"FFileSelect", [ok = ok](Operator& op) {
       const auto& form = dynamic_cast<files::FFileSelect&>(op.Form());
       EXPECT_EQ(form.keyOK.Caption(), ok);
       EXPECT_EQ(form.idxCaption.Text(), u"title");
