@@ -10,7 +10,7 @@
 namespace krx::test {
 namespace {
 
-const unsigned kNavigationSequences = Sequences(200000);
+const unsigned kSequences = Sequences(200000);
 const unsigned kHalves = Sequences(100000);
 constexpr unsigned kSequencesOfATree = 100;
 
@@ -245,7 +245,7 @@ class RandomNavigationTest : public FilesTest {
 };
 
 TEST_F(RandomNavigationTest, FollowsTheModelAndStaysInsideWhileConfined) {
-  RunAll(kNavigationSequences, [this](unsigned seed) { Run(seed); });
+  RunAll(kSequences, [this](unsigned seed) { Run(seed); });
 }
 
 TEST_F(RandomNavigationTest, HoweverHalfAGestureIsLeftOKReturnsWhatIsInside) {

@@ -9,29 +9,29 @@ namespace krx::test {
 
 namespace {
 
-const unsigned kTouchSequences = Sequences(200000);
+const unsigned kSequences = Sequences(200000);
 constexpr int kSteps = 8;
 
-using NameList = std::vector<String>;
-using Tree = std::map<String, NameList>;  // subfolders by path without an end
+using Names = std::vector<String>;
+using Tree = std::map<String, Names>;  // subfolders by path without an end
 
 // What the dialog is to show. A listed folder is a list of names, and the path is that list with or
 // without a touched folder behind it.
 struct Model {
   const Tree& Folders;
-  NameList Listed;              // parts of the listed folder, the drive first
+  Names Listed;                 // parts of the listed folder, the drive first
   std::optional<String> Named;  // the touched folder behind it
-  NameList Rows;
+  Names Rows;
 
-  static String Join(const NameList& parts) {
+  static String Join(const Names& parts) {
     String path;
     for (const String& part : parts)
       path += (path.empty() ? u"" : u"\\") + part;
     return path;
   }
   String Path() const { return Join(Listed) + (Named ? u"\\" + *Named : String()); }
-  const NameList& Below(const String& path) const {
-    static const NameList none;
+  const Names& Below(const String& path) const {
+    static const Names none;
     const auto found = Folders.find(path);
     return found == Folders.end() ? none : found->second;
   }
@@ -164,7 +164,7 @@ class RandomTouch : public TouchTest {
 
 TEST_F(RandomTouch, PathDepthAndGridAreWhatTheRulesGive) {
   const unsigned first = FirstSeed();
-  for (unsigned seed = first; seed < first + kTouchSequences; ++seed) {
+  for (unsigned seed = first; seed < first + kSequences; ++seed) {
     if (seed % 40 == first % 40) NewMachine(seed);  // a tree serves several sequences
     const String start = AnyPath();
     Model model = Start(start);

@@ -1,5 +1,7 @@
 #include "support/FreedMemory.h"
 
+#include <malloc.h>
+
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -13,7 +15,8 @@ void* Allocate(std::size_t size) {
   return std::malloc(size == 0 ? 1 : size);
 }
 
-void Inspect(const void* block, std::size_t size) {
+void Inspect(void* block) {
+  const std::size_t size = malloc_usable_size(block);
   const std::size_t length = watched.size() * sizeof(char16_t);
   if (length == 0 || size < length) return;
   const auto* const bytes = static_cast<const char*>(block);
@@ -35,11 +38,11 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
   return Allocate(size);
 }
 void operator delete(void* block) noexcept {
+  Inspect(block);
   std::free(block);
 }
-void operator delete(void* block, std::size_t size) noexcept {
-  Inspect(block, size);
-  std::free(block);
+void operator delete(void* block, std::size_t) noexcept {
+  operator delete(block);
 }
 
 namespace krx::test {
