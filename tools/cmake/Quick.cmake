@@ -30,16 +30,17 @@ function(krx_use_precompiled name)
 endfunction()
 
 # krx_link_quickly(): programs of this folder and below are linked in a fortieth of the time that the cross
-# compiler's linker takes. What a client installs is linked by that one.
+# compiler's linker takes, with as much stack. What a client installs is linked by that one, and so is
+# everything for x86, where exceptions find no handler otherwise.
 macro(krx_link_quickly)
   find_program(KRX_LINKING_COMPILER clang++)
   find_program(KRX_QUICK_LINKER ld.lld)
-  if(KRX_LINKING_COMPILER AND KRX_QUICK_LINKER AND NOT KRX_SYNTAX_ONLY)
+  if(KRX_LINKING_COMPILER AND KRX_QUICK_LINKER AND CMAKE_SIZEOF_VOID_P EQUAL 8 AND NOT KRX_SYNTAX_ONLY)
     execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-libgcc-file-name
       OUTPUT_VARIABLE libgcc OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
     cmake_path(GET libgcc PARENT_PATH libgcc)
-    set(CMAKE_CXX_LINK_EXECUTABLE "${KRX_LINKING_COMPILER} --target=${KRX_MINGW_PREFIX} -fuse-ld=lld -L${libgcc} \
-<LINK_FLAGS> <OBJECTS> -o <TARGET> <LINK_LIBRARIES> -lpthread")
+    set(CMAKE_CXX_LINK_EXECUTABLE "${KRX_LINKING_COMPILER} --target=${KRX_MINGW_PREFIX} -fuse-ld=lld -Wl,--stack,2097152 \
+-L${libgcc} <LINK_FLAGS> <OBJECTS> -o <TARGET> <LINK_LIBRARIES> -lpthread")
   endif()
 endmacro()
 
