@@ -36,7 +36,7 @@ TEST_P(Leaking, OneObjectPerCallIsSeenInEveryRound) {
   // The first window of a thread brings the input method's along.
   const HWND first = NewWindow();
   std::vector<std::function<void()>> undo;
-  undo.reserve(2 * kCalls);
+  undo.reserve(5 * kCalls);
   const Growth growth = GrowthOver(GetParam().Name, kCalls / 10, kCalls, [&](int calls) {
     for (int i = 0; i < calls; ++i)
       undo.push_back(GetParam().Leave(static_cast<int>(undo.size())));
@@ -90,6 +90,11 @@ TEST(GrowthJudgement, WhatComesOrGoesInARoundOrTwoIsNoLeak) {
   EXPECT_EQ(OfBlocks({14, 0, 0, -12, 0}).Leak(), "");
   EXPECT_EQ(OfBlocks({14, 0, 12, -1, 2}).Leak(), "");
   EXPECT_EQ(OfBlocks({-12, -12, -12, 0, 0}).Leak(), "");
+}
+
+TEST(GrowthJudgement, WhatEndsWithTheLastFiveRoundsIsNoLeak) {
+  EXPECT_EQ(OfBlocks({3, 0, 3, 0, 3, 3, 0, 0, 3, 0}).Leak(), "");
+  EXPECT_NE(OfBlocks({3, 0, 3, 0, 3, 3, 0, 0, 3, 3}).Leak(), "");
 }
 
 TEST(GrowthJudgement, ABlockPerCallIsALeakWhateverGoesMeanwhile) {
