@@ -14,22 +14,19 @@ struct Growth {
   int Calls = 0;  // of each round
   std::vector<Counters> Rounds;
 
-  // The median of the last five rounds.
+  // The median of the rounds.
   Counters Usual() const;
-  // A round leaves heap blocks more often than not.
-  bool BlocksStay() const;
   // What the calls have left behind, in words; empty when it is nothing. One window is too many; of
   // everything else one per call is a leak, and a twentieth of that is tolerated.
   std::string Leak() const;
-
- private:
-  long Tolerated() const { return Calls / 20; }
+  // Leak has nothing to say but of heap blocks.
+  bool OnlyBlocksLeak() const;
 };
 
 // Counts what `open`, which is given a number of calls to make, leaves behind in so many calls
-// after others to warm up, in five rounds. While blocks stay it goes on, for up to twenty: a heap
-// that sets groups of blocks aside for each thread has enough of them one day, a leak never ends.
-// Prints and records every round.
+// after others to warm up. Prints and records every round. A heap that sets groups of blocks aside
+// for each thread warms up longer: where only blocks leak there, all is measured anew, up to three
+// times.
 Growth GrowthOver(const std::string& what, int warm_up, int calls,
                   const std::function<void(int)>& open);
 

@@ -92,9 +92,13 @@ TEST(GrowthJudgement, WhatComesOrGoesInARoundOrTwoIsNoLeak) {
   EXPECT_EQ(OfBlocks({-12, -12, -12, 0, 0}).Leak(), "");
 }
 
-TEST(GrowthJudgement, WhatEndsWithTheLastFiveRoundsIsNoLeak) {
-  EXPECT_EQ(OfBlocks({3, 0, 3, 0, 3, 3, 0, 0, 3, 0}).Leak(), "");
-  EXPECT_NE(OfBlocks({3, 0, 3, 0, 3, 3, 0, 0, 3, 3}).Leak(), "");
+TEST(GrowthJudgement, BlocksAloneAreToldFromALeakOfAnythingElse) {
+  Growth growth = OfBlocks({3, 0, 3, 0, 3});
+  EXPECT_NE(growth.Leak(), "");
+  EXPECT_TRUE(growth.OnlyBlocksLeak());
+  growth.Rounds[1].Windows = 1;
+  EXPECT_FALSE(growth.OnlyBlocksLeak());
+  EXPECT_FALSE(OfBlocks({0, 0, 0, 0, 0}).OnlyBlocksLeak());
 }
 
 TEST(GrowthJudgement, ABlockPerCallIsALeakWhateverGoesMeanwhile) {
