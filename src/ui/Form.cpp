@@ -112,8 +112,8 @@ void Form::Remove(Component& component) {
   if (active_ == &component) active_ = nullptr;
 }
 
-// Controls come in tab order, in which screen readers look for the label of a field. What lies
-// below others comes behind them, as a port puts later windows below earlier ones.
+// Controls come in tab order, in which screen readers find them. What lies below others comes
+// behind them, as a port puts later ones below earlier ones.
 void Form::GivePeers() {
   if (!peer_) peer_ = platform_.CreatePeer(*this);
   for (const bool below : {false, true}) {

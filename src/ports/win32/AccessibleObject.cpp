@@ -109,8 +109,10 @@ HRESULT AccessibleObject::Guarded(Body body) {
 template <class Body>
 HRESULT AccessibleObject::For(const VARIANT& child, Body body) {
   return Guarded([&](Spoken& spoken) -> HRESULT {
-    if (child.vt != VT_I4 || child.lVal < 0 || child.lVal > spoken.Rows()) return E_INVALIDARG;
-    return body(spoken, static_cast<int>(child.lVal));
+    if (child.vt != VT_I4 || child.lVal < 0 || child.lVal > spoken.Count()) return E_INVALIDARG;
+    const int part = static_cast<int>(child.lVal);
+    if (part != Spoken::kSelf && spoken.WindowOf(part)) return E_INVALIDARG;
+    return body(spoken, part);
   });
 }
 
@@ -126,13 +128,12 @@ HRESULT AccessibleObject::Give(const VARIANT& child, BSTR* text, Body body) {
   });
 }
 
-HRESULT AccessibleObject::GivePart(std::optional<int> part, VARIANT* child) const {
+// A window by its own object, all else by its number.
+HRESULT AccessibleObject::GivePart(const Spoken& spoken, std::optional<int> part, VARIANT* child) {
   child->vt = VT_EMPTY;
-  return part ? GiveNumber(*part, child) : S_FALSE;
-}
-
-HRESULT AccessibleObject::GiveWindow(HWND window, VARIANT* child) const {
-  child->vt = VT_EMPTY;
+  if (!part) return S_FALSE;
+  const HWND window = *part == Spoken::kSelf ? nullptr : spoken.WindowOf(*part);
+  if (!window) return GiveNumber(*part, child);
   IDispatch* found = nullptr;
   const HRESULT result = FindObject(window, &found);
   if (FAILED(result)) return result;
@@ -157,22 +158,19 @@ STDMETHODIMP AccessibleObject::get_accChildCount(LONG* count) {
   if (!count) return E_POINTER;
   *count = 0;
   return Guarded([&](const Spoken& spoken) {
-    *count = static_cast<LONG>(spoken.Windows().size()) + spoken.Rows();
+    *count = spoken.Count();
     return S_OK;
   });
 }
 
-// Rows have no objects of their own.
+// Only windows have objects of their own.
 STDMETHODIMP AccessibleObject::get_accChild(VARIANT child, IDispatch** object) {
   if (!object) return E_POINTER;
   *object = nullptr;
   return Guarded([&](const Spoken& spoken) -> HRESULT {
-    if (child.vt != VT_I4 || child.lVal <= 0) return E_INVALIDARG;
-    if (child.lVal <= spoken.Rows()) return S_FALSE;
-    const auto windows = spoken.Windows();
-    const auto index = static_cast<std::size_t>(child.lVal) - 1;
-    if (index >= windows.size()) return E_INVALIDARG;
-    return FindObject(windows[index], object);
+    if (child.vt != VT_I4 || child.lVal <= 0 || child.lVal > spoken.Count()) return E_INVALIDARG;
+    const HWND window = spoken.WindowOf(static_cast<int>(child.lVal));
+    return window ? FindObject(window, object) : S_FALSE;
   });
 }
 
@@ -230,17 +228,15 @@ STDMETHODIMP AccessibleObject::get_accKeyboardShortcut(VARIANT child, BSTR* shor
 STDMETHODIMP AccessibleObject::get_accFocus(VARIANT* child) {
   if (!child) return E_POINTER;
   child->vt = VT_EMPTY;
-  return Guarded([&](const Spoken& spoken) {
-    const HWND focus = GetFocus();
-    const bool inside = focus && IsChild(spoken.Window(), focus) && !spoken.Windows().empty();
-    return inside ? GiveWindow(focus, child) : GivePart(spoken.FocusedPart(), child);
-  });
+  return Guarded(
+      [&](const Spoken& spoken) { return GivePart(spoken, spoken.FocusedPart(), child); });
 }
 
 STDMETHODIMP AccessibleObject::get_accSelection(VARIANT* child) {
   if (!child) return E_POINTER;
   child->vt = VT_EMPTY;
-  return Guarded([&](const Spoken& spoken) { return GivePart(spoken.SelectedPart(), child); });
+  return Guarded(
+      [&](const Spoken& spoken) { return GivePart(spoken, spoken.SelectedPart(), child); });
 }
 
 STDMETHODIMP AccessibleObject::get_accDefaultAction(VARIANT child, BSTR* action) {
@@ -285,12 +281,7 @@ STDMETHODIMP AccessibleObject::accHitTest(LONG left, LONG top, VARIANT* child) {
     const POINT point{left, top};
     const RECT place = spoken.Place(Spoken::kSelf);
     if (!PtInRect(&place, point)) return S_FALSE;
-    for (const HWND window : spoken.Windows()) {
-      RECT inside{};
-      GetWindowRect(window, &inside);
-      if (IsWindowVisible(window) && PtInRect(&inside, point)) return GiveWindow(window, child);
-    }
-    return GivePart(spoken.PartAt(point), child);
+    return GivePart(spoken, spoken.PartAt(point), child);
   });
 }
 

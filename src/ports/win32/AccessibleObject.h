@@ -76,8 +76,7 @@ class AccessibleObject final : public IAccessible, public IOleWindow {
   HRESULT For(const VARIANT& child, Body body);
   template <class Body>
   HRESULT Give(const VARIANT& child, BSTR* text, Body body);
-  HRESULT GivePart(std::optional<int> part, VARIANT* child) const;
-  HRESULT GiveWindow(HWND window, VARIANT* child) const;
+  static HRESULT GivePart(const Spoken& spoken, std::optional<int> part, VARIANT* child);
 
   std::atomic<ULONG> references_ = 1;
   std::unique_ptr<Spoken> spoken_;  // none once the window is gone

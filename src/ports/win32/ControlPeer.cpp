@@ -13,7 +13,7 @@ ControlPeer::ControlPeer(Toolkit& toolkit, FormPeer& form, ui::Control& control)
       form_(form),
       font_(toolkit.Texts.FontFor(control.Font(), form.Scale())),
       control_(control),
-      place_(WantedPlace()) {
+      place_(form.PlaceOf(control)) {
   form_.Add(*this);
 }
 
@@ -35,7 +35,7 @@ void ControlPeer::CreateChild(const wchar_t* window_class, DWORD style, DWORD ex
 }
 
 // New windows lie below their elder siblings. One that comes late takes its place in the tab order:
-// there a screen reader finds the label of a field, and there it lies above the frames.
+// there a screen reader finds it, and there it lies above what lies below others.
 void ControlPeer::StandInOrder() const {
   const HWND before = form_.WindowBefore(control_);
   if (GetWindow(Window(), GW_HWNDPREV) == before) return;
@@ -100,15 +100,8 @@ void ControlPeer::Rescale() {
   UpdateContent(ui::Aspect::Font);
 }
 
-RECT ControlPeer::WantedPlace() const {
-  const Scale scale = form_.Scale();
-  const int left = scale.Pixels(control_.Left());
-  const int top = scale.Pixels(control_.Top());
-  return {left, top, left + scale.Pixels(control_.Width()), top + scale.Pixels(control_.Height())};
-}
-
 void ControlPeer::UpdateBounds() {
-  const RECT wanted = WantedPlace();
+  const RECT wanted = form_.PlaceOf(control_);
   if (EqualRect(&wanted, &place_)) return;
   place_ = wanted;
   SetWindowPos(Window(), nullptr, wanted.left, wanted.top, wanted.right - wanted.left,

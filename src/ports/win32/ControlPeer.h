@@ -73,7 +73,6 @@ class ControlPeer : public WindowPeer {
   void Adapt(ui::Aspect aspect);
   void TellChange(ui::Aspect aspect) const;
   void StandInOrder() const;
-  RECT WantedPlace() const;
   void UpdateBounds();
   void UpdateFont();
   void GiveFont() const;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "ports/win32/ControlPeer.h"
+#include "ports/win32/DrawnPeer.h"
 #include "ports/win32/ModalLoop.h"
 #include "ports/win32/Stacking.h"
 #include "ports/win32/TimerPeer.h"
@@ -134,11 +135,8 @@ void FormPeer::FocusElsewhere() {
 
 HWND FormPeer::FocusWindow() const {
   const auto window_of = [this](const ui::Control* control) -> HWND {
-    const auto found = std::find_if(children_.begin(), children_.end(), [&](const ControlPeer* c) {
-      return &c->TheControl() == control;
-    });
-    const bool able = found != children_.end() && control->Visible() && control->Enabled();
-    return able ? (*found)->Window() : nullptr;
+    const ControlPeer* const peer = control ? Child(*control) : nullptr;
+    return peer && control->Visible() && control->Enabled() ? peer->Window() : nullptr;
   };
   if (const HWND active = window_of(form_.ActiveControl())) return active;
   const HWND first = window_of(form_.FirstFocus());
@@ -149,7 +147,7 @@ HWND FormPeer::WindowBefore(const ui::Control& control) const {
   const auto& order = form_.TabOrder();
   for (auto at = std::find(order.begin(), order.end(), &control); at != order.begin();) {
     const ui::Control& before = **--at;
-    const auto* const peer = static_cast<const ControlPeer*>(before.ThePeer());
+    const ControlPeer* const peer = Child(before);
     if (peer && peer->Window() && !before.LiesBelow()) return peer->Window();
   }
   return nullptr;
@@ -158,6 +156,13 @@ HWND FormPeer::WindowBefore(const ui::Control& control) const {
 ControlPeer* FormPeer::Child(HWND window) const {
   const auto found = std::find_if(children_.begin(), children_.end(),
                                   [&](const ControlPeer* c) { return c->Window() == window; });
+  return found == children_.end() ? nullptr : *found;
+}
+
+ControlPeer* FormPeer::Child(const ui::Control& control) const {
+  const auto found = std::find_if(children_.begin(), children_.end(), [&](const ControlPeer* c) {
+    return &c->TheControl() == &control;
+  });
   return found == children_.end() ? nullptr : *found;
 }
 

@@ -11,10 +11,11 @@
 namespace krx::win32 {
 
 class ControlPeer;
+class DrawnPeer;
 class TimerPeer;
 
 // The window of a form: borderless, with a thin edge around a client area of exactly the form's
-// size. It is created hidden, in its place.
+// size. It is created hidden, in its place. It paints the parts that have no windows.
 class FormPeer final : public WindowPeer {
  public:
   FormPeer(Toolkit& toolkit, ui::Form& form);
@@ -29,9 +30,14 @@ class FormPeer final : public WindowPeer {
   // Takes the window off the screen; the windows of an unloaded form are destroyed.
   void Remove();
 
-  // The control peers and timers of the form enter and leave themselves.
+  // Where a control belongs, in pixels of the client area.
+  RECT PlaceOf(const ui::Control& control) const;
+
+  // The control peers, parts and timers of the form enter and leave themselves.
   void Add(ControlPeer& child) { children_.push_back(&child); }
   void Leave(ControlPeer& child) { std::erase(children_, &child); }
+  void Add(DrawnPeer& part) { parts_.push_back(&part); }
+  void Leave(DrawnPeer& part) { std::erase(parts_, &part); }
   void Add(TimerPeer& timer) { timers_.push_back(&timer); }
   void Leave(TimerPeer& timer) { std::erase(timers_, &timer); }
 
@@ -42,6 +48,18 @@ class FormPeer final : public WindowPeer {
   // The window of the control before this one in the tab order, among those that lie below none.
   HWND WindowBefore(const ui::Control& control) const;
 
+  // What assistive programs find on the form, windows and parts, in the order in which they read
+  // it: the tab order, then what lies below. Numbers count from 1.
+  struct Inside {
+    HWND Window = nullptr;
+    const DrawnPeer* Part = nullptr;  // where there is no window
+  };
+  std::vector<Inside> Insides() const;
+  // Tells those who listen that something has happened to a part.
+  void TellOfPart(DWORD event, const DrawnPeer& part) const;
+  // Has a place painted anew, where `bare` with what lies under the parts.
+  void Invalidate(const RECT& place, bool bare) const;
+
   // An error of one of the form's handlers; the first one is kept for the form's modal call.
   void Fail(std::exception_ptr error) noexcept override;
   std::exception_ptr TakeError() { return std::exchange(error_, nullptr); }
@@ -50,12 +68,14 @@ class FormPeer final : public WindowPeer {
  protected:
   LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
   LRESULT GiveObject(WPARAM w, LPARAM l) override;
-  std::unique_ptr<Spoken> Speak() override { return win32::Speak(Window(), form_); }
+  std::unique_ptr<Spoken> Speak() override { return win32::Speak(*this); }
 
  private:
   static constexpr int kEdge = 1;  // pixels at 96 dpi
 
   ControlPeer* Child(HWND window) const;
+  ControlPeer* Child(const ui::Control& control) const;
+  Inside InsideOf(const ui::Control& control) const;
   HWND FocusWindow() const;
   SIZE WindowSize() const;
   void AdoptPosition(const RECT& window);
@@ -66,6 +86,7 @@ class FormPeer final : public WindowPeer {
   bool TurnWheel(int delta);
   void PaintEdge() const;
   void PaintForm();
+  void PaintParts(HDC dc) const;
   void Tick(UINT_PTR id);
   void ChangeResolution(int dpi, const RECT& suggested);
   void LayOutAnew();
@@ -77,6 +98,7 @@ class FormPeer final : public WindowPeer {
   win32::Scale scale_;
   RECT place_{};  // of the window, in pixels of the screen
   std::vector<ControlPeer*> children_;
+  std::vector<DrawnPeer*> parts_;
   std::vector<TimerPeer*> timers_;
   int wheel_rest_ = 0;  // turns of the wheel that make no whole line yet
   std::exception_ptr error_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ports/win32/ControlPeer.h"
+#include "ports/win32/DrawnPeer.h"
 #include "ports/win32/IndexScroll.h"
 #include "ports/win32/Stacking.h"
 #include "ports/win32/TimerPeer.h"
@@ -107,7 +108,10 @@ void FormPeer::PaintEdge() const {
 }
 
 void FormPeer::PaintForm() {
-  { const PaintScope paint(Window()); }  // the background is all there is to paint
+  {
+    const PaintScope paint(Window());
+    PaintParts(paint.Dc());
+  }
   form_.Paint();
 }
 
@@ -141,6 +145,8 @@ void FormPeer::LayOutAnew() {
   const Toolkit::Measuring measuring(toolkit_, screen);
   for (ControlPeer* const child : children_)
     child->Rescale();
+  for (DrawnPeer* const part : parts_)
+    part->Rescale();
   form_.ScreenChanged();
   const RECT wanted = MovedInside(screen.WorkArea, place_);
   if (EqualRect(&wanted, &place_)) return;

@@ -14,7 +14,7 @@ HICON StockIcon(ui::StockIcon icon) {
 
 }  // namespace
 
-LRESULT PaintedPeer::Handle(UINT message, WPARAM w, LPARAM l) {
+LRESULT PanePeer::Handle(UINT message, WPARAM w, LPARAM l) {
   switch (message) {
     case WM_ERASEBKGND:
       return 1;
@@ -25,18 +25,6 @@ LRESULT PaintedPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       Paint(paint.Dc(), area);
       return 0;
     }
-    default:
-      return ControlPeer::Handle(message, w, l);
-  }
-}
-
-UINT PaintedPeer::CaptionFormat() const {
-  const LRESULT state = SendMessageW(Window(), WM_QUERYUISTATE, 0, 0);
-  return (state & UISF_HIDEACCEL) != 0 ? DT_HIDEPREFIX : 0u;
-}
-
-LRESULT PanePeer::Handle(UINT message, WPARAM w, LPARAM l) {
-  switch (message) {
     case WM_LBUTTONDOWN:
       SetCapture(Window());
       break;
@@ -50,7 +38,7 @@ LRESULT PanePeer::Handle(UINT message, WPARAM w, LPARAM l) {
     default:
       break;
   }
-  return PaintedPeer::Handle(message, w, l);
+  return ControlPeer::Handle(message, w, l);
 }
 
 IndexPeer::IndexPeer(Toolkit& toolkit, FormPeer& form, ui::KRXIndex& index)

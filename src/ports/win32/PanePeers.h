@@ -7,21 +7,13 @@
 
 namespace krx::win32 {
 
-// A window that is drawn by us, in one go and without a separate background.
-class PaintedPeer : public ControlPeer {
+// A window that is drawn by us, in one go and without a separate background. A button held down on
+// it keeps the mouse, so a form can be dragged by it.
+class PanePeer : public ControlPeer {
  protected:
   using ControlPeer::ControlPeer;
   LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
   virtual void Paint(HDC dc, const RECT& area) = 0;
-  // How a caption with an access key is drawn: the key is marked once somebody uses the keyboard.
-  UINT CaptionFormat() const;
-};
-
-// A button held down on it keeps the mouse, so a form can be dragged by it.
-class PanePeer : public PaintedPeer {
- protected:
-  using PaintedPeer::PaintedPeer;
-  LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
 };
 
 // Shows the text of a KRXIndex.

@@ -1,5 +1,6 @@
 #include <oleacc.h>
 
+#include "ports/win32/SpokenForm.h"
 #include "ports/win32/SpokenList.h"
 #include "ui/ComboBox.h"
 #include "ui/EditBoxes.h"
@@ -11,41 +12,18 @@ namespace {
 
 constexpr const char16_t* kPress = u"Press";
 
-// A form is a dialog; what it announces describes it.
-class SpokenForm final : public Spoken {
- public:
-  SpokenForm(HWND window, ui::Form& form) : Spoken(window), form_(form) {}
-
-  long Role(int) const override { return ROLE_SYSTEM_DIALOG; }
-  String Name(int) const override { return form_.Caption(); }
-  String Description(int) const override { return form_.Announcement(); }
-  bool TakesFocus() const override { return true; }
-
-  std::vector<HWND> Windows() const override {
-    std::vector<HWND> windows;
-    for (HWND at = GetWindow(Window(), GW_CHILD); at; at = GetWindow(at, GW_HWNDNEXT))
-      windows.push_back(at);
-    return windows;
-  }
-
- private:
-  ui::Form& form_;
-};
-
-// Texts, frames and pictures: what is only read.
+// Texts and pictures: what is only read.
 class SpokenText final : public SpokenControl {
  public:
-  SpokenText(HWND window, ui::Control& control, long role)
-      : SpokenControl(window, control), role_(role) {}
+  SpokenText(HWND window, ui::Control& control)
+      : SpokenControl(window, control), kind_(control.Kind()) {}
 
-  long Role(int) const override { return role_; }
-  long State(int part) const override {
-    return SpokenControl::State(part) | (role_ == ROLE_SYSTEM_GROUPING ? 0 : STATE_SYSTEM_READONLY);
-  }
+  long Role(int) const override { return RoleOf(kind_); }
+  long State(int part) const override { return SpokenControl::State(part) | StateOf(kind_); }
   bool TakesFocus() const override { return false; }
 
  private:
-  const long role_;
+  const ui::Kind kind_;
 };
 
 class SpokenKey final : public SpokenControl {
@@ -107,12 +85,26 @@ class SpokenCombo final : public SpokenControl {
 
 }  // namespace
 
-std::unique_ptr<Spoken> Speak(HWND window, ui::Form& form) {
-  return std::make_unique<SpokenForm>(window, form);
+long RoleOf(ui::Kind kind) {
+  switch (kind) {
+    case ui::Kind::Frame:
+      return ROLE_SYSTEM_GROUPING;
+    case ui::Kind::PictureBox:
+      return ROLE_SYSTEM_GRAPHIC;
+    default:
+      return ROLE_SYSTEM_STATICTEXT;
+  }
+}
+
+long StateOf(ui::Kind kind) {
+  return kind == ui::Kind::Frame ? 0 : STATE_SYSTEM_READONLY;
+}
+
+std::unique_ptr<Spoken> Speak(const FormPeer& form) {
+  return std::make_unique<SpokenForm>(form);
 }
 
 std::unique_ptr<Spoken> Speak(HWND window, ui::Control& control) {
-  const auto text = [&](long role) { return std::make_unique<SpokenText>(window, control, role); };
   switch (control.Kind()) {
     case ui::Kind::Key:
       return std::make_unique<SpokenKey>(window, control);
@@ -123,12 +115,8 @@ std::unique_ptr<Spoken> Speak(HWND window, ui::Control& control) {
       return std::make_unique<SpokenCombo>(window, static_cast<ui::ComboBox&>(control));
     case ui::Kind::RowList:
       return std::make_unique<SpokenList>(window, static_cast<ui::RowList&>(control));
-    case ui::Kind::Frame:
-      return text(ROLE_SYSTEM_GROUPING);
-    case ui::Kind::PictureBox:
-      return text(ROLE_SYSTEM_GRAPHIC);
     default:
-      return text(ROLE_SYSTEM_STATICTEXT);
+      return std::make_unique<SpokenText>(window, control);
   }
 }
 

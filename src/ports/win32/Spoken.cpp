@@ -9,6 +9,11 @@
 
 namespace krx::win32 {
 
+String ShortcutOf(const ui::Control& control) {
+  const char16_t key = ui::SpokenKey(control);
+  return key != 0 ? u"Alt+" + String(1, key) : String();
+}
+
 long Spoken::State(int) const {
   long state = 0;
   if (!IsWindowVisible(Window())) state |= STATE_SYSTEM_INVISIBLE;
@@ -45,8 +50,7 @@ String SpokenControl::Name(int) const {
 }
 
 String SpokenControl::Shortcut(int) const {
-  const char16_t key = ui::SpokenKey(control_);
-  return key != 0 ? u"Alt+" + String(1, key) : String();
+  return ShortcutOf(control_);
 }
 
 bool SpokenControl::Focus(int) {

@@ -2,15 +2,16 @@
 
 #include <memory>
 #include <optional>
-#include <vector>
 
 #include "ports/win32/System.h"
 #include "ui/Form.h"
 
 namespace krx::win32 {
 
-// What assistive programs may ask about a window and the rows in it, which count from 1; the window
-// itself is 0. Roles and states are the system's numbers.
+class FormPeer;
+
+// What assistive programs may ask about a window and the parts in it, rows or what a form paints,
+// which count from 1; the window itself is 0. Roles and states are the system's numbers.
 class Spoken {
  public:
   static constexpr int kSelf = 0;
@@ -32,9 +33,9 @@ class Spoken {
   virtual RECT Place(int part) const;  // in pixels of the screen
   virtual int PartAt(POINT) const { return kSelf; }
 
-  virtual int Rows() const { return 0; }
-  // Windows inside, in the order of their creation.
-  virtual std::vector<HWND> Windows() const { return {}; }
+  // How many parts there are, and the window of one that has its own, which speaks for itself.
+  virtual int Count() const { return 0; }
+  virtual HWND WindowOf(int) const { return nullptr; }
   // The part that has the keyboard, and the selected row; none where there is none.
   virtual std::optional<int> FocusedPart() const;
   virtual std::optional<int> SelectedPart() const { return {}; }
@@ -71,7 +72,13 @@ class SpokenControl : public Spoken {
   ui::Control& control_;
 };
 
-std::unique_ptr<Spoken> Speak(HWND window, ui::Form& form);
+// What a control is that is only looked at, and the state in which it always is.
+long RoleOf(ui::Kind kind);
+long StateOf(ui::Kind kind);
+// The key that reaches a control, in words; empty without one.
+String ShortcutOf(const ui::Control& control);
+
+std::unique_ptr<Spoken> Speak(const FormPeer& form);
 std::unique_ptr<Spoken> Speak(HWND window, ui::Control& control);
 
 }  // namespace krx::win32

@@ -17,7 +17,7 @@ class SpokenList final : public SpokenControl {
   String Shortcut(int part) const override;
   RECT Place(int part) const override;
   int PartAt(POINT point) const override;
-  int Rows() const override { return list_.RowCount(); }
+  int Count() const override { return list_.RowCount(); }
   std::optional<int> FocusedPart() const override;
   std::optional<int> SelectedPart() const override;
   bool Focus(int part) override;

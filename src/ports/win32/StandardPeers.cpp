@@ -1,7 +1,5 @@
 #include "ports/win32/StandardPeers.h"
 
-#include <utility>
-
 namespace krx::win32 {
 
 namespace {
@@ -11,46 +9,28 @@ constexpr Twips kCaptionIndent = 135;  // of a frame's caption from its left edg
 }  // namespace
 
 LabelPeer::LabelPeer(Toolkit& toolkit, FormPeer& form, ui::Label& label)
-    : PaintedPeer(toolkit, form, label), label_(label) {
-  CreateChild(kPaneClass, 0, 0, label.Caption());
-}
+    : DrawnPeer(toolkit, form, label), label_(label) {}
 
-void LabelPeer::UpdateContent(ui::Aspect aspect) {
-  if (aspect == ui::Aspect::Text) SetText(label_.Caption());
-  Invalidate();
-}
-
-void LabelPeer::Paint(HDC dc, const RECT& area) {
+void LabelPeer::Paint(HDC dc, const RECT& area) const {
   FillRect(dc, &area, BrushFor(dc, label_.BackColor()));
-  const HGDIOBJ before = SelectObject(dc, font_->Get());
-  SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc,
                label_.Enabled() ? ResolveColor(label_.ForeColor()) : GetSysColor(COLOR_GRAYTEXT));
   const UINT marks = label_.UseMnemonic ? CaptionFormat() : DT_NOPREFIX;
   RECT text = area;
   DrawTextW(dc, Wide(label_.Caption()), -1, &text, DT_WORDBREAK | DT_EXPANDTABS | marks);
-  SelectObject(dc, before);
 }
 
 FramePeer::FramePeer(Toolkit& toolkit, FormPeer& form, ui::Frame& frame)
-    : PaintedPeer(toolkit, form, frame), frame_(frame) {
-  CreateChild(L"BUTTON", BS_GROUPBOX, 0, frame.Caption());
-}
-
-void FramePeer::UpdateContent(ui::Aspect aspect) {
-  if (aspect == ui::Aspect::Text) SetText(frame_.Caption());
-  Invalidate();
-}
+    : DrawnPeer(toolkit, form, frame), frame_(frame) {}
 
 // The caption stands in the upper edge, which is therefore half a line lower.
-void FramePeer::Paint(HDC dc, const RECT& area) {
+void FramePeer::Paint(HDC dc, const RECT& area) const {
   FillRect(dc, &area, BrushFor(dc, frame_.BackColor()));
   RECT edge = area;
   if (frame_.Caption().empty()) {
     DrawEdge(dc, &edge, EDGE_ETCHED, BF_RECT);
     return;
   }
-  const HGDIOBJ before = SelectObject(dc, font_->Get());
   const UINT format = DT_SINGLELINE | DT_TOP | CaptionFormat();
   RECT text = area;
   DrawTextW(dc, Wide(frame_.Caption()), -1, &text, format | DT_CALCRECT);
@@ -61,10 +41,8 @@ void FramePeer::Paint(HDC dc, const RECT& area) {
   RECT gap = text;
   InflateRect(&gap, indent / 3, 0);
   FillRect(dc, &gap, BrushFor(dc, frame_.BackColor()));
-  SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, ResolveColor(frame_.ForeColor()));
   DrawTextW(dc, Wide(frame_.Caption()), -1, &text, format);
-  SelectObject(dc, before);
 }
 
 }  // namespace krx::win32

@@ -162,6 +162,26 @@ void Element::SetValue(const std::wstring& text) const {
   Check(status, "new value");
 }
 
+Heading HeadingOf(const Window& form, const std::wstring& control) {
+  struct Com {
+    Com() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+    ~Com() { CoUninitialize(); }
+  } const com;
+  const Window field = form.Child(control);
+  const Element dialog(form);
+  for (long i = 2; i <= dialog.Count(); ++i) {
+    const Element inside = dialog.Inside(i);
+    if (inside.IsPart() || !(inside.TheWindow() == field)) continue;
+    const Element label = dialog.Inside(i - 1);
+    if (!label.IsPart() || label.Role() != ROLE_SYSTEM_STATICTEXT) break;
+    const RECT place = label.Place();
+    return {label.Name(),
+            label.Shortcut(),
+            {(place.left + place.right) / 2, (place.top + place.bottom) / 2}};
+  }
+  throw std::runtime_error("no label stands before " + Narrow(control));
+}
+
 std::string RoleWord(long role) {
   static constexpr Word kWords[] = {
       {ROLE_SYSTEM_DIALOG, "dialog"},      {ROLE_SYSTEM_STATICTEXT, "text"},

@@ -13,8 +13,8 @@
 
 namespace krx::drive {
 
-// What an assistive program is told of one window, or of one row in it, by the interface that every
-// Windows has.
+// What an assistive program is told of one window, or of one part of it without a window, a row or
+// a label, by the interface that every Windows has.
 class Element {
  public:
   // The window's own object; throws when there is none.
@@ -31,11 +31,12 @@ class Element {
   long State() const;
   bool Has(long state) const { return (State() & state) != 0; }
   RECT Place() const;
+  bool IsPart() const { return part_ != CHILDID_SELF; }
   // The window that it is or is part of.
   Window TheWindow() const;
 
   long Count() const;
-  // By number from 1: the object of a window inside, or a row.
+  // By number from 1: the object of a window inside, or a part.
   Element Inside(long number) const;
   Element Parent() const;
   // Number of the selected row; 0 without one.
@@ -55,6 +56,15 @@ class Element {
   com::ComPtr<IAccessible> object_;
   long part_ = CHILDID_SELF;
 };
+
+// What stands before a control of a form, as a reader finds it: a label has no window.
+struct Heading {
+  std::wstring Text;
+  std::wstring Key;  // such as "Alt+N"; empty without one
+  POINT Centre{};    // in pixels of the screen
+};
+// Throws when the control is missing or what stands before it is no label.
+Heading HeadingOf(const Window& form, const std::wstring& control);
 
 // The newer interface, which only some systems have; what it tells of single windows.
 class Automation {

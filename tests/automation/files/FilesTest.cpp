@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "access/Reader.h"
 #include "driver/Input.h"
 
 namespace krx::drive {
@@ -78,17 +79,16 @@ void FilesTest::Choose(const Window& form, const std::wstring& combo, wchar_t be
   if (!focused) PressKey(L"Enter");
 }
 
-void FilesTest::PressFirstRowAndLeave(const Window& form, const std::wstring& label) {
+void FilesTest::PressFirstRowAndLeave(const Window& form) {
   const List list(form, L"dirSelect");
-  const Window heading = form.Child(label);
+  const Heading heading = HeadingOf(form, L"dirSelect");
   constexpr int kToTheTop = 10;
   TurnWheel(kToTheTop, form.Child(L"dirSelect").Centre());
   if (!Within(kPatience, [&] { return list.Top() == 0; }))
     throw std::runtime_error("the list does not scroll to its top");
   const RECT row = list.RowBounds(0);
-  DragMouse(MouseButton::Left, {row.left + 30, (row.top + row.bottom) / 2}, heading.Centre());
-  const std::wstring caption = heading.Text();
-  PressKey(std::wstring(L"Alt+") + caption[caption.find(L'&') + 1]);
+  DragMouse(MouseButton::Left, {row.left + 30, (row.top + row.bottom) / 2}, heading.Centre);
+  PressKey(heading.Key);
   form.WaitForFocusOn(L"dirSelect");
 }
 

@@ -38,9 +38,9 @@ class FilesTest : public DialogTest {
   static void WaitUntilVisible(const Window& form, const std::wstring& control, bool visible);
   // Chooses the entry of a combo box that begins with a character.
   static void Choose(const Window& form, const std::wstring& combo, wchar_t beginning);
-  // Presses the left button on the first row of the directory list, lets go of it on a label, and
-  // comes back by the label's access key.
-  static void PressFirstRowAndLeave(const Window& form, const std::wstring& label);
+  // Presses the left button on the first row of the directory list, lets go of it on the list's
+  // label, and comes back by the label's access key.
+  static void PressFirstRowAndLeave(const Window& form);
   // All rows of a list once these are all it shows.
   static void ExpectRows(const Window& form, const std::wstring& list,
                          const std::vector<std::wstring>& rows);

@@ -158,7 +158,7 @@ TEST_F(LargeFolder, CanBeLeftWhileItIsRead) {
 TEST_F(OpenFile, ConfinedNoFileOutsideComesIntoReach) {
   const Window form =
       Open({.Method = L"open", .Start = PathOf(L"Logs"), .Filter = L"All|*.*", .Free = false});
-  PressFirstRowAndLeave(form, L"lbl(1)");
+  PressFirstRowAndLeave(form);
   form.Child(L"txtFileName").Click();
   form.WaitForFocusOn(L"txtFileName");
   TypeText(L"name");

@@ -1,7 +1,9 @@
-// Which text of the tables each control of the user dialogs shows, in both languages.
+// Which text of the tables each control of the user dialogs shows, in both languages; those that
+// are labels say so before their fields.
 
 #include <vector>
 
+#include "access/Reader.h"
 #include "users/UsersTest.h"
 
 namespace krx::drive {
@@ -21,17 +23,22 @@ class UserTexts : public UsersTest, public ::testing::WithParamInterface<const c
     RunUserScript(std::string("Runtime.Language = \"") + GetParam() + "\"\r\n" + body);
   }
 
+  // A text whose key begins so is the label of the control.
+  static std::wstring Seen(const Window& form, const Row& row) {
+    const bool label = std::string_view(row.Key).starts_with("lbl");
+    return label ? HeadingOf(form, row.Control).Text : Shown(form.Child(row.Control));
+  }
   static void Expect(const Window& form, const Rows& rows) {
-    for (const auto& [control, key] : rows)
-      EXPECT_EQ(Narrow(Shown(form.Child(control))), Narrow(Text(key))) << Narrow(control);
+    for (const Row& row : rows)
+      EXPECT_EQ(Narrow(Seen(form, row)), Narrow(Text(row.Key))) << Narrow(row.Control);
   }
 };
 
 TEST_P(UserTexts, LogOnAndItsMessage) {
   Run("WScript.Echo CStr(Dialogs.KRUserLogOn())\r\n");
   Expect(Form(L"FLogOn", L"txtName"), {{L"idxCaption", "capLogon"},
-                                       {L"lblName", "lblName"},
-                                       {L"lblPassword", "lblPassword"},
+                                       {L"txtName", "lblName"},
+                                       {L"txtPassword", "lblPassword"},
                                        {L"keyOK", "keyOK"},
                                        {L"keyCancel", "keyCancel"},
                                        {L"keyLogOut", "keyLogOut"}});
@@ -46,8 +53,8 @@ TEST_P(UserTexts, LogOnWithTheList) {
   Run("WScript.Echo CStr(Dialogs.KRUserLogOnCombo())\r\n");
   const Window form = Form(L"FLogOnCombo", L"cboName");
   EXPECT_EQ(Narrow(Shown(form.Child(L"idxCaption"))), Narrow(Text("capLogon") + L' '));
-  Expect(form, {{L"lblName", "lblName"},
-                {L"lblPassword", "lblPassword"},
+  Expect(form, {{L"cboName", "lblName"},
+                {L"txtPassword", "lblPassword"},
                 {L"keyOK", "keyOK"},
                 {L"keyCancel", "keyCancel"},
                 {L"keyLogOff", "keyLogOut"}});
@@ -58,12 +65,12 @@ TEST_P(UserTexts, LogOnWithTheList) {
 TEST_P(UserTexts, ChangePassword) {
   Run("LogOn \"eva.meier\"\r\nDialogs.KRChangePassword\r\n");
   Expect(Form(L"FChangePassword", L"txtActPassword"), {{L"idxCaption", "capChangePassword"},
-                                                       {L"lblChangePW(0)", "lblName"},
-                                                       {L"lblChangePW(1)", "lblFullName"},
-                                                       {L"lblChangePW(2)", "lblComment"},
-                                                       {L"lblChangePW(3)", "lblActualPassword"},
-                                                       {L"lblChangePW(4)", "lblNewPassword"},
-                                                       {L"lblChangePW(5)", "lblRepeatPassword"},
+                                                       {L"txtName", "lblName"},
+                                                       {L"txtFullName", "lblFullName"},
+                                                       {L"txtComment", "lblComment"},
+                                                       {L"txtActPassword", "lblActualPassword"},
+                                                       {L"txtPassword", "lblNewPassword"},
+                                                       {L"txtPassword2", "lblRepeatPassword"},
                                                        {L"keyOK", "keyOK"},
                                                        {L"keyCancel", "keyCancel"}});
   PressKey(L"Esc");
@@ -74,10 +81,10 @@ TEST_P(UserTexts, WhoAmIWithAndWithoutUser) {
   Run("Dialogs.KRWhoAmI\r\nLogOn \"eva.meier\"\r\nDialogs.KRWhoAmI\r\n");
   Confirm(Text("msgNoCurrentUser"), Text("capCurrentUser"));
   Expect(Form(L"FWhoAmI", L"keyOK"), {{L"idxCaption", "capCurrentUser"},
-                                      {L"lblWhoAmI(0)", "lblFullName"},
-                                      {L"lblWhoAmI(1)", "lblName"},
-                                      {L"lblWhoAmI(2)", "lblComment"},
-                                      {L"lblWhoAmI(3)", "lblUserClass"},
+                                      {L"txtFullName", "lblFullName"},
+                                      {L"txtName", "lblName"},
+                                      {L"txtComment", "lblComment"},
+                                      {L"txtUserClass", "lblUserClass"},
                                       {L"keyOK", "keyOK"}});
   PressKey(L"Enter");
   EXPECT_EQ(Printed(), Lines{"end"});

@@ -1,0 +1,55 @@
+#include <algorithm>
+
+#include "ports/win32/Accessible.h"
+#include "ports/win32/ControlPeer.h"
+#include "ports/win32/DrawnPeer.h"
+#include "ports/win32/FormPeer.h"
+
+namespace krx::win32 {
+
+RECT FormPeer::PlaceOf(const ui::Control& control) const {
+  const int left = scale_.Pixels(control.Left());
+  const int top = scale_.Pixels(control.Top());
+  return {left, top, left + scale_.Pixels(control.Width()), top + scale_.Pixels(control.Height())};
+}
+
+void FormPeer::Invalidate(const RECT& place, bool bare) const {
+  if (Window()) InvalidateRect(Window(), &place, bare);
+}
+
+// Elder parts lie above younger ones, as windows do.
+void FormPeer::PaintParts(HDC dc) const {
+  for (const bool below : {true, false}) {
+    for (auto part = parts_.rbegin(); part != parts_.rend(); ++part)
+      if ((*part)->TheControl().LiesBelow() == below) (*part)->PaintOn(dc);
+  }
+}
+
+FormPeer::Inside FormPeer::InsideOf(const ui::Control& control) const {
+  if (const ControlPeer* const child = Child(control)) return {child->Window(), nullptr};
+  const auto found = std::find_if(parts_.begin(), parts_.end(), [&](const DrawnPeer* part) {
+    return &part->TheControl() == &control;
+  });
+  return {nullptr, found == parts_.end() ? nullptr : *found};
+}
+
+std::vector<FormPeer::Inside> FormPeer::Insides() const {
+  std::vector<Inside> insides;
+  for (const bool below : {false, true}) {
+    for (const ui::Control* const control : form_.TabOrder()) {
+      const Inside inside = InsideOf(*control);
+      if (control->LiesBelow() == below && (inside.Window || inside.Part))
+        insides.push_back(inside);
+    }
+  }
+  return insides;
+}
+
+void FormPeer::TellOfPart(DWORD event, const DrawnPeer& part) const {
+  const auto insides = Insides();
+  const auto found = std::find_if(insides.begin(), insides.end(),
+                                  [&](const Inside& inside) { return inside.Part == &part; });
+  if (found != insides.end()) Tell(event, Window(), static_cast<int>(found - insides.begin()) + 1);
+}
+
+}  // namespace krx::win32
