@@ -30,6 +30,7 @@ void ControlPeer::CreateChild(const wchar_t* window_class, DWORD style, DWORD ex
   place.bottom += HeightBelow();
   Create(toolkit_.Controls, {window_class, style, ex_style, Wide(text), place, form_.Window()},
          control_.Name());
+  Created();
   GiveFont();
   if (!control_.LiesBelow()) StandInOrder();
 }

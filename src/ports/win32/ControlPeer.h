@@ -40,6 +40,8 @@ class ControlPeer : public WindowPeer {
   // What the system's control tells, and asks to be drawn.
   virtual void Notified(WORD /*code*/) {}
   virtual void Draw(const DRAWITEMSTRUCT&) {}
+  // The window is there and will get its font.
+  virtual void Created() {}
   // Pixels that the window needs below its place, such as for a list that drops down.
   virtual int HeightBelow() const { return 0; }
 

@@ -41,15 +41,22 @@ ListPeer::ListPeer(Toolkit& toolkit, FormPeer& form, ui::RowList& list)
   LoadListClass();
   constexpr DWORD kStyle = LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS |
                            LVS_SHAREIMAGELISTS | LVS_NOSORTHEADER;
-  CreateChild(WC_LISTVIEWW, kStyle, WS_EX_CLIENTEDGE, String());
+  CreateChild(WC_LISTVIEWW, kStyle | HeaderStyle(), WS_EX_CLIENTEDGE, String());
   constexpr DWORD kExtended = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
-  const DrawnOnce drawn(Window());
   Send(LVM_SETEXTENDEDLISTVIEWSTYLE, kExtended, kExtended);
   ShowColors();
   SizeRows();
   ShowColumns();
-  ShowRows();
+  CountRows();
+  Send(WM_SETREDRAW, TRUE);
+  ShowSelection();
+  ShowTop(list_.TopRow());
   if (list_.RowInView() != ui::RowList::kNoRow) UpdateContent(ui::Aspect::RowInView);
+}
+
+// A constructor that is left by an error never shows the list.
+void ListPeer::Created() {
+  Send(WM_SETREDRAW, FALSE);
 }
 
 void ListPeer::Update(ui::Aspect aspect) {
@@ -186,32 +193,38 @@ void ListPeer::ScrollTo(int row) {
 
 // Columns
 
+// Titles are what the header is for.
+DWORD ListPeer::HeaderStyle() const {
+  const auto& columns = list_.Columns();
+  const bool titled =
+      std::any_of(columns.begin(), columns.end(), [](const auto& c) { return !c.Title.empty(); });
+  return titled ? 0 : LVS_NOCOLUMNHEADER;
+}
+
 void ListPeer::ShowColumns() {
   const Following following(*this);
   const auto& columns = list_.Columns();
+  const std::vector<int> widths = ColumnWidths();
   for (; columns_ > static_cast<int>(columns.size()); --columns_)
     Send(LVM_DELETECOLUMN, static_cast<WPARAM>(columns_ - 1));
-  bool titled = false;
   for (std::size_t i = 0; i < columns.size(); ++i) {
-    titled = titled || !columns[i].Title.empty();
     LVCOLUMNW column{};
-    column.mask = LVCF_TEXT | LVCF_SUBITEM;
+    column.mask = LVCF_TEXT | LVCF_SUBITEM | LVCF_WIDTH;
     column.pszText = const_cast<wchar_t*>(Wide(columns[i].Title));
     column.iSubItem = static_cast<int>(i);
+    column.cx = widths[i];
     const bool known = static_cast<int>(i) < columns_;
     Send(known ? LVM_SETCOLUMNW : LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
     if (!known) ++columns_;
   }
   const auto style = static_cast<DWORD>(GetWindowLongPtrW(Window(), GWL_STYLE));
-  const DWORD wanted =
-      titled ? style & ~static_cast<DWORD>(LVS_NOCOLUMNHEADER) : style | LVS_NOCOLUMNHEADER;
+  const DWORD wanted = (style & ~static_cast<DWORD>(LVS_NOCOLUMNHEADER)) | HeaderStyle();
   if (wanted != style) SetWindowLongPtrW(Window(), GWL_STYLE, static_cast<LONG_PTR>(wanted));
   SizeColumns();
 }
 
 // Columns without a width of their own share what the others leave.
-void ListPeer::SizeColumns() {
-  const Following following(*this);
+std::vector<int> ListPeer::ColumnWidths() const {
   const auto& columns = list_.Columns();
   RECT window;
   GetWindowRect(Window(), &window);
@@ -223,10 +236,18 @@ void ListPeer::SizeColumns() {
     rest -= form_.Scale().Pixels(column.Width);
     sharing += column.Width > 0 ? 0 : 1;
   }
-  for (std::size_t i = 0; i < columns.size(); ++i) {
-    const Twips width = columns[i].Width;
-    const int pixels = width > 0 ? form_.Scale().Pixels(width) : std::max(rest / sharing, 1);
-    if (Send(LVM_GETCOLUMNWIDTH, i) != pixels) Send(LVM_SETCOLUMNWIDTH, i, pixels);
+  std::vector<int> widths;
+  for (const ui::RowList::Column& column : columns)
+    widths.push_back(column.Width > 0 ? form_.Scale().Pixels(column.Width)
+                                      : std::max(rest / sharing, 1));
+  return widths;
+}
+
+void ListPeer::SizeColumns() {
+  const Following following(*this);
+  const std::vector<int> widths = ColumnWidths();
+  for (std::size_t i = 0; i < widths.size(); ++i) {
+    if (Send(LVM_GETCOLUMNWIDTH, i) != widths[i]) Send(LVM_SETCOLUMNWIDTH, i, widths[i]);
   }
 }
 

@@ -5,6 +5,7 @@
 #include <commctrl.h>  // builds on the one above
 
 #include <optional>
+#include <vector>
 
 #include "ports/win32/ControlPeer.h"
 #include "ports/win32/FingerScroll.h"
@@ -26,6 +27,7 @@ class ListPeer final : public ControlPeer {
   LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
   void UpdateContent(ui::Aspect aspect) override;
   void FocusChanged(bool focused) override;
+  void Created() override;
 
  private:
   LRESULT Send(UINT message, WPARAM w = 0, LPARAM l = 0) const {
@@ -36,7 +38,9 @@ class ListPeer final : public ControlPeer {
 
   // The window follows the model.
   void ShowColors() const;
+  DWORD HeaderStyle() const;
   void ShowColumns();
+  std::vector<int> ColumnWidths() const;
   void SizeColumns();
   void SizeRows();
   void CountRows();
