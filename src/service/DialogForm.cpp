@@ -1,6 +1,8 @@
 #include "service/DialogForm.h"
 
 #include <algorithm>
+#include <map>
+#include <optional>
 #include <utility>
 
 #include "base/Error.h"
@@ -72,8 +74,13 @@ krx::Font DialogForm::ClassFont(StringView font_class) {
 }
 
 void DialogForm::LoadFonts(Keys keys, Controls texts, Controls inputs) {
-  const auto load = [this](ui::Control& control, const String& font_class) {
-    Skip([&] { control.Font = ClassFont(font_class); });
+  // Asked once for each class; what it could not say then it is not asked again.
+  std::map<String, std::optional<krx::Font>> known;
+  const auto load = [&](ui::Control& control, const String& font_class) {
+    const bool asked = known.contains(font_class);
+    std::optional<krx::Font>& font = known[font_class];
+    if (!asked) Skip([&] { font = ClassFont(font_class); });
+    if (font) Skip([&] { control.Font = *font; });
   };
   load(idxCaption, Shared().FontClassCaption);
   for (ui::KRXKey* const key : keys)

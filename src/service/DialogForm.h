@@ -52,7 +52,8 @@ class DialogForm : public ui::Form {
   void LoadText(Captioned& control, StringView key) {
     Skip([&] { control.Caption = Text(key); });
   }
-  // The caption line, buttons, what shows texts and what takes input: each by its font class.
+  // The caption line, buttons, what shows texts and what takes input: each by its font class, for
+  // which the runtime is asked once.
   void LoadFonts(Keys keys, Controls texts, Controls inputs);
 
   // In this order from the beginning of the tab order. Each heading stands before its field, so

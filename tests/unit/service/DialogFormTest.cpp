@@ -20,6 +20,7 @@ struct PlainDialog : service::DialogForm {
 
   using DialogForm::ClassFont;
   using DialogForm::DialogService;
+  using DialogForm::LoadFonts;
   using DialogForm::PlaceCaption;
   using DialogForm::SetCaption;
   using DialogForm::SizeCaption;
@@ -121,6 +122,32 @@ TEST_F(DialogForm, FontOfAClassIsSelectedAndThenGot) {
   form.Load();
   form.Unload();
   EXPECT_EQ(runtime.LiveFontServices, 0);
+}
+
+TEST_F(DialogForm, AFontClassIsAskedForOnceHoweverManyControlsHaveIt) {
+  runtime.Fonts[u"KRDialogsButton"] = {u"Arial", 20};
+  ui::KRXKey* const keys[] = {&form.keyOne, &form.keyTwo};
+  form.LoadFonts(keys, {}, {});
+  EXPECT_THAT(log.Entries(),
+              ::testing::ElementsAre("CreateFontService", "SelectFontClass KRDialogsCaption",
+                                     "GetFont", "SelectFontClass KRDialogsButton", "GetFont"));
+  EXPECT_EQ(form.keyOne.Font(), (Font{u"Arial", 20}));
+  EXPECT_EQ(form.keyTwo.Font(), (Font{u"Arial", 20}));
+  form.Load();
+  form.Unload();
+}
+
+TEST_F(DialogForm, AFontClassThatFailsIsNotAskedForAgainAndLeavesItsControlsAsTheyAre) {
+  runtime.Fonts[u"KRDialogsButton"] = {u"Arial", 20};
+  const Font before = form.keyOne.Font();
+  ui::KRXKey* const keys[] = {&form.keyOne, &form.keyTwo};
+  log.FailCall(5, true);  // the font of the buttons
+  form.LoadFonts(keys, {}, {});
+  EXPECT_EQ(log.EntriesOf("SelectFontClass").size(), 2u);
+  EXPECT_EQ(form.keyOne.Font(), before);
+  EXPECT_EQ(form.keyTwo.Font(), before);
+  form.Load();
+  form.Unload();
 }
 
 TEST_F(DialogForm, FontStaysWhenTheServiceFails) {
