@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "base/CaseFolding.h"
 #include "base/Error.h"
 #include "ui/Form.h"
 #include "ui/Platform.h"
@@ -18,6 +19,39 @@ constexpr Twips kTitlePadding = 240;
 // In the order of their telling: a row can be selected or scrolled to once the port knows it.
 constexpr std::array kOfRows{Aspect::Items, Aspect::MoreItems, Aspect::Selection, Aspect::Scroll,
                              Aspect::RowInView};
+
+// A beginning that texts are asked for in any case, letter by letter: most differ in the first
+// ones.
+class Beginning {
+ public:
+  Beginning(const CaseFolding& folding, StringView text)
+      : folding_(folding), folded_(folding(text)) {
+    for (std::size_t i = 0; i < ascii_.size(); ++i)
+      ascii_[i] = folding(static_cast<char16_t>(i));
+  }
+
+  bool IsOf(StringView text) const {
+    if (text.size() < folded_.size()) return false;
+    for (std::size_t i = 0; i < folded_.size(); ++i) {
+      const char16_t unit = text[i];
+      // Both halves of a pair make up one letter.
+      if (IsSurrogate(unit) && IsSurrogate(folded_[i]))
+        return folding_(text.substr(0, folded_.size())) == folded_;
+      if (Folded(unit) != folded_[i]) return false;
+    }
+    return true;
+  }
+
+ private:
+  static bool IsSurrogate(char16_t unit) { return (unit & 0xF800) == 0xD800; }
+  char16_t Folded(char16_t unit) const {
+    return unit < ascii_.size() ? ascii_[unit] : folding_(unit);
+  }
+
+  const CaseFolding& folding_;
+  const String folded_;
+  std::array<char16_t, 128> ascii_{};
+};
 
 }  // namespace
 
@@ -56,14 +90,12 @@ int RowList::FindRow(StringView beginning, int start) const {
 }
 
 int RowList::FindBeginning(StringView beginning, int start) const {
-  const CaseFolding& folding = Parent().ThePlatform().Folding();
-  const String wanted = folding(beginning);
-  String text;
+  const Beginning wanted(Parent().ThePlatform().Folding(), beginning);
   const int count = RowCount();
-  for (int i = 0; i < count; ++i) {
-    const int row = (std::max(start, 0) + i) % count;
-    folding.Into(Cell(row, MainColumn()).substr(0, wanted.size()), text);
-    if (text == wanted) return row;
+  const int column = MainColumn();
+  for (int i = 0, row = std::max(start, 0); i < count; ++i, ++row) {
+    if (row >= count) row %= count;
+    if (wanted.IsOf(Cell(row, column))) return row;
   }
   return kNoRow;
 }

@@ -1,5 +1,7 @@
 #include "ui/RowList.h"
 
+#include <array>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -151,6 +153,56 @@ TEST_F(RowLists, BeginningsAreFoundInAnyCaseAndAroundTheEnd) {
     EXPECT_EQ(list.FindRow(search.Beginning, search.Start), search.Found)
         << ToUtf8(search.Beginning) << " from " << search.Start;
   }
+}
+
+TEST_F(RowLists, BeginningsAreFoundByLettersOfTwoUnitsInAnyCaseAndByHalvesAsTheyAre) {
+  list.SetRows({{u"\U00010428x"}, {u"y\U00010428"}, {u"\xD801"}, {u"\xDC28"}, {u"Y\U00010429"}});
+  for (const Search& search : std::vector<Search>{{u"\U00010400X", 0, 0},
+                                                  {u"Y\U00010400", 0, 1},
+                                                  {u"y\U00010401", 0, 4},
+                                                  {u"y\U00010402", 0, -1},
+                                                  {u"\xD801", 0, 0},
+                                                  {u"\xD801", 1, 2},
+                                                  {u"y\xD801", 2, 4},
+                                                  {u"\xDC28", 0, 3},
+                                                  {u"\xDC00", 0, -1}}) {
+    EXPECT_EQ(list.FindRow(search.Beginning, search.Start), search.Found)
+        << ToUtf8(search.Beginning) << " from " << search.Start;
+  }
+}
+
+TEST_F(RowLists, BeginningsAreFoundAsIfEachTextWereFoldedAsAWhole) {
+  constexpr std::array<char16_t, 10> kUnits{u'a',   u'A',   u'\u00c4', u'\u00e4', 0xD801,
+                                            0xDC00, 0xDC28, u'\u03c3', u'\u03c2', u'\u0130'};
+  std::mt19937 random(1);
+  const auto text = [&](std::size_t longest) {
+    String made(std::uniform_int_distribution<std::size_t>(0, longest)(random), u' ');
+    for (char16_t& unit : made)
+      unit = kUnits[std::uniform_int_distribution<std::size_t>(0, kUnits.size() - 1)(random)];
+    return made;
+  };
+  int found = 0;
+  for (int i = 0; i < 20000; ++i) {
+    const String cell = text(5);
+    const String beginning = text(3);
+    list.SetRows({{cell}});
+    const CaseFolding& folding = platform.Folding();
+    const bool begins = folding(StringView(cell).substr(0, beginning.size())) == folding(beginning);
+    // One letter again and again looks for that letter alone, too.
+    const bool repeated =
+        beginning == String(beginning.size(), beginning.empty() ? u' ' : beginning[0]);
+    if (!begins && repeated) continue;
+    EXPECT_EQ(list.FindRow(beginning, 0), begins ? 0 : -1) << ToUtf8(cell) << ToUtf8(beginning);
+    found += begins ? 1 : 0;
+  }
+  EXPECT_GT(found, 1000);
+}
+
+TEST_F(RowLists, ABeginningThatAllRowsShareIsToldApartAtItsEnd) {
+  list.SetRows({{u"same beginning 1"}, {u"Same Beginning 2"}, {u"SAME BEGINNING"}});
+  EXPECT_EQ(list.FindRow(u"same beginning 2", 0), 1);
+  EXPECT_EQ(list.FindRow(u"sAME bEGINNING", 2), 2);
+  EXPECT_EQ(list.FindRow(u"same beginning 3", 0), -1);
 }
 
 TEST_F(RowLists, NothingIsFoundInAnEmptyList) {
