@@ -46,6 +46,7 @@ LRESULT CALLBACK PaintWatch::OnMessage(HWND window, UINT message, WPARAM w, LPAR
 BOOL CALLBACK PaintWatch::Follow(HWND window, LPARAM) {
   const LONG_PTR own = GetWindowLongPtrW(window, GWLP_WNDPROC);
   own_procedures[window] = reinterpret_cast<WNDPROC>(own);
+  watch->windows_.push_back(window);
   SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(OnMessage));
   return TRUE;
 }

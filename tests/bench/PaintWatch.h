@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <vector>
 
 #include "Times.h"
 
@@ -22,6 +23,9 @@ class PaintWatch {
 
   Time Created, Activated;  // the first window; the dialog
 
+  // The dialog and its windows in the order in which they were met: the same each time it opens.
+  const std::vector<HWND>& Windows() const { return windows_; }
+
  private:
   static LRESULT CALLBACK OnWindowEvent(int code, WPARAM w, LPARAM l);
   static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM w, LPARAM l);
@@ -30,6 +34,7 @@ class PaintWatch {
   const Handled handled_;
   const HHOOK hook_;
   HWND dialog_ = nullptr;
+  std::vector<HWND> windows_;
 };
 
 // Whether a window of this thread is still to be painted. One call of the system: asking each
