@@ -1,6 +1,6 @@
-// Time from the call of a file dialog to its first rows painted and to its complete list, against a
-// bare enumeration and against both styles of the platform's own file dialog on the same folder, in
-// one process and run. Prints medians and ratios.
+// Time from the call of a file dialog to its first rows painted and to its complete list, over
+// folders of more and more files: against a bare enumeration and against both styles of the
+// platform's own file dialog on the same folder, in one process and run. Prints medians and ratios.
 // usage: bench_files [--own] FOLDER... ; each holds only files. With --own the platform's dialogs
 // stay closed.
 
@@ -11,11 +11,17 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdio>
 #include <cwchar>
+#include <exception>
+#include <stdexcept>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "PaintWatch.h"
+#include "Table.h"
 #include "client/Dialogs.h"
 #include "ports/win32/MachineFiles.h"
 #include "ports/win32/System.h"
@@ -24,14 +30,16 @@ namespace {
 
 using namespace krx;
 using bench::Clock;
+using bench::Decimal;
 using bench::Median;
 using bench::Since;
+using bench::Table;
 using bench::Time;
 
 constexpr UINT kLook = WM_APP + 0x123;  // posted to the dialog, to look at its list
 constexpr int kRounds = 50;
 constexpr int kWarmUp = 5;
-// The platform's dialogs take seconds for a large folder, so there are fewer rounds of them.
+// The platform's dialogs take seconds for a large folder, so there are fewer rounds with them.
 constexpr int kFilesPerRun = 200000;  // over all rounds
 constexpr int kFewestRounds = 3;
 
@@ -141,61 +149,69 @@ int Enumerate(const std::wstring& folder) {
   return files;
 }
 
-void Print(const char* what, const std::vector<double>& times, double bare, double own_first,
-           double own_complete) {
-  const double median = Median(times);
-  std::printf("  %-34s %9.2f %10.2f %12.3f %15.3f\n", what, median, median / bare,
-              own_first / median, own_complete / median);
+// What was measured with one folder, in milliseconds.
+struct Times {
+  std::vector<double> Bare, Read, First, Complete, Explorer, Old;
+};
+
+void TakeOwn(client::Dialogs& dialogs, const wchar_t* folder, int files, Times& times) {
+  win32::MachineFiles machine;
+  const client::BasicString path(folder);
+  Time begin = Clock::now();
+  Enumerate(folder);
+  times.Bare.push_back(Since(begin));
+  begin = Clock::now();
+  machine.ReadFolder(win32::Narrow(folder, std::wcslen(folder)))->Take(std::chrono::hours(1));
+  times.Read.push_back(Since(begin));
+  const Run own = Measure(files, [&] {
+    BSTR result = nullptr;
+    dialogs->KROpenFile(nullptr, path, nullptr, VARIANT_TRUE, nullptr, &result);
+    SysFreeString(result);
+  });
+  if (own.Complete == 0) throw std::runtime_error("our list was never seen complete");
+  times.First.push_back(own.First);
+  times.Complete.push_back(own.Complete);
 }
 
-// False when a dialog was never seen complete.
-bool Bench(client::Dialogs& dialogs, const wchar_t* folder, bool platforms) {
+void TakePlatforms(const wchar_t* folder, int files, Times& times) {
+  const Run explorer = Measure(files, [&] { ShowPlatforms(folder, OFN_EXPLORER); });
+  const Run old = Measure(files, [&] { ShowPlatforms(folder, 0); });
+  if (explorer.Complete == 0 || old.Complete == 0)
+    throw std::runtime_error("the platform's list was never seen complete");
+  times.Explorer.push_back(explorer.First);
+  times.Old.push_back(old.First);
+}
+
+void Bench(client::Dialogs& dialogs, const wchar_t* folder, bool platforms, Table& table) {
   const int files = Enumerate(folder);
-  if (files == 0) return false;
-  const int rounds = platforms ? std::clamp(kFilesPerRun / files, kFewestRounds, kRounds) : kRounds;
-  const client::BasicString path(folder);
-  std::vector<double> bare, read, first, complete, explorer, old;
-  win32::MachineFiles machine;
-  for (int i = -kWarmUp; i < rounds; ++i) {
-    Time begin = Clock::now();
-    Enumerate(folder);
-    const double enumerated = Since(begin);
-    begin = Clock::now();
-    machine.ReadFolder(win32::Narrow(folder, std::wcslen(folder)))->Take(std::chrono::hours(1));
-    const double read_ms = Since(begin);
-    const Run own = Measure(files, [&] {
-      BSTR result = nullptr;
-      dialogs->KROpenFile(nullptr, path, nullptr, VARIANT_TRUE, nullptr, &result);
-      SysFreeString(result);
-    });
-    if (own.Complete == 0) return false;
-    if (i >= 0) {
-      bare.push_back(enumerated);
-      read.push_back(read_ms);
-      first.push_back(own.First);
-      complete.push_back(own.Complete);
-    }
-    if (!platforms) continue;
-    const Run new_style = Measure(files, [&] { ShowPlatforms(folder, OFN_EXPLORER); });
-    const Run old_style = Measure(files, [&] { ShowPlatforms(folder, 0); });
-    if (new_style.Complete == 0 || old_style.Complete == 0) return false;
-    if (i < 0) continue;
-    explorer.push_back(new_style.First);
-    old.push_back(old_style.First);
+  if (files == 0) throw std::runtime_error("a folder is empty");
+  const int with_platforms =
+      platforms ? std::clamp(kFilesPerRun / files, kFewestRounds, kRounds) : 0;
+  Times times;
+  for (int i = -kWarmUp; i < kRounds; ++i) {
+    if (i == 0) times = {};
+    TakeOwn(dialogs, folder, files, times);
+    if (i < with_platforms) TakePlatforms(folder, files, times);
   }
-  const double own_first = Median(first);
-  const double own_complete = Median(complete);
-  std::printf("%d files, median of %d            ms   to bare   KR first to  KR complete to\n",
-              files, rounds);
-  const double unit = Median(bare);
-  Print("bare enumeration", bare, unit, own_first, own_complete);
-  Print("read by the component alone", read, unit, own_first, own_complete);
-  Print("KROpenFile, first rows painted", first, unit, own_first, own_complete);
-  Print("KROpenFile, complete", complete, unit, own_first, own_complete);
-  if (!platforms) return true;
-  Print("platform's dialog, explorer style", explorer, unit, own_first, own_complete);
-  Print("platform's dialog, old style", old, unit, own_first, own_complete);
-  return true;
+  const double bare = Median(times.Bare);
+  const double first = Median(times.First);
+  const double complete = Median(times.Complete);
+  Table::Row row{std::to_string(files),   Decimal(bare),     Decimal(Median(times.Read)),
+                 Decimal(first),          Decimal(complete), Decimal(first / bare),
+                 Decimal(complete / bare)};
+  if (platforms)
+    row.insert(row.end(), {Decimal(Median(times.Explorer)), Decimal(Median(times.Old)),
+                           Decimal(complete / Median(times.Explorer))});
+  table.Add(std::move(row));
+}
+
+Table TableFor(bool platforms) {
+  Table::Row titles{"files",    "bare enumeration",   "read by the component", "first rows",
+                    "complete", "first rows to bare", "complete to bare"};
+  if (platforms)
+    titles.insert(titles.end(),
+                  {"platform's dialog, explorer style", "old style", "complete to explorer style"});
+  return Table(std::move(titles));
 }
 
 }  // namespace
@@ -205,7 +221,15 @@ int wmain(int count, wchar_t** arguments) {
   client::Dialogs dialogs;
   const bool own = count > 1 && std::wcscmp(arguments[1], L"--own") == 0;
   if (!dialogs || count < 2) return 1;
-  for (int i = own ? 2 : 1; i < count; ++i)
-    if (!Bench(dialogs, arguments[i], !own)) return std::puts("a list was never seen complete"), 1;
-  return 0;
+  try {
+    Table table = TableFor(!own);
+    for (int i = own ? 2 : 1; i < count; ++i)
+      Bench(dialogs, arguments[i], !own, table);
+    std::printf("Medians of %d, in ms.\n", kRounds);
+    table.Print();
+    return 0;
+  } catch (const std::exception& error) {
+    std::printf("%s\n", error.what());
+    return 1;
+  }
 }

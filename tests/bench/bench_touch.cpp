@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "BareRuntime.h"
+#include "Table.h"
 #include "Times.h"
 #include "files/FDirectorySelectTouch.h"
 #include "ports/win32/System.h"
@@ -27,6 +28,7 @@ using krx::bench::Median;
 using krx::bench::Since;
 using krx::bench::Time;
 
+constexpr int kWarmUp = 2;  // each round takes a second
 constexpr int kFolders = 10000;
 constexpr int kWithSubfolder = 3;  // each third folder has one
 
@@ -133,7 +135,7 @@ class Bench : public krx::files::FDirectorySelectTouch {
 }  // namespace
 
 int main(int count, char** arguments) {
-  const int rounds = std::max(count > 1 ? std::atoi(arguments[1]) : 7, 1);
+  const int rounds = std::max(count > 1 ? std::atoi(arguments[1]) : 50, 1);
   const Tree tree;
   krx::win32::Win32Platform platform;
   krx::bench::BareRuntime runtime;
@@ -142,7 +144,7 @@ int main(int count, char** arguments) {
   std::vector<double> bare;
   std::vector<double> first;
   std::vector<double> complete;
-  for (int i = 0; i <= rounds; ++i) {
+  for (int i = -kWarmUp; i < rounds; ++i) {
     int expected = 0;
     const double enumerated = Enumerate(tree.Root(), expected);
     Bench bench(apartment);
@@ -151,16 +153,20 @@ int main(int count, char** arguments) {
       std::printf("%d markers instead of %d\n", bench.Marked, expected);
       return 1;
     }
-    if (i == 0) continue;  // to warm up
+    if (i < 0) continue;
     bare.push_back(enumerated);
     first.push_back(bench.FirstRows);
     complete.push_back(bench.Complete);
   }
-  std::printf("median of %d, in ms, %d folders\n", rounds, kFolders);
-  std::printf("%-44s %8.2f\n", "bare enumeration and look into each", Median(bare));
-  std::printf("%-44s %8.2f  ratio %.2f\n", "called to first painted rows", Median(first),
-              Median(first) / Median(bare));
-  std::printf("%-44s %8.2f  ratio %.2f\n", "called to the last marker", Median(complete),
-              Median(complete) / Median(bare));
+  const double unit = Median(bare);
+  std::printf("Medians of %d, in ms, over %d folders.\n", rounds, kFolders);
+  krx::bench::Table table({"touch dialog", "ms", "to bare"});
+  const auto add = [&](const char* what, double time) {
+    table.Add({what, krx::bench::Decimal(time), krx::bench::Decimal(time / unit)});
+  };
+  add("bare enumeration and look into each", unit);
+  add("first rows painted", Median(first));
+  add("the last marker", Median(complete));
+  table.Print();
   return 0;
 }

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "BareRuntime.h"
+#include "Table.h"
 #include "Times.h"
 #include "ports/win32/System.h"
 #include "ports/win32/Win32Platform.h"
@@ -167,13 +168,15 @@ class Bench : public krx::users::FUser {
       sized.push_back(Milliseconds([&] { plain.SizeColumns(); }));
     }
     const double refresh = Median(ours);
-    std::printf("median of %d, in ms, %d users\n", rounds_, kUsers);
-    std::printf("%-44s %8.2f\n", "refresh of the overview, painted", refresh);
-    std::printf("%-44s %8.2f\n", "the system's list, filled row by row", Median(filled));
-    std::printf("%-44s %8.2f\n", "the system's sizing of its columns", Median(sized));
-    std::printf("%-44s %8.2f\n", "ratio to filling", refresh / Median(filled));
-    std::printf("%-44s %8.2f\n", "ratio to filling and sizing",
-                refresh / (Median(filled) + Median(sized)));
+    std::printf("Medians of %d, in ms, over %d users in memory.\n", rounds_, kUsers);
+    krx::bench::Table table({"user overview", "ms", "ours to it"});
+    const auto add = [&](const char* what, double time) {
+      table.Add({what, krx::bench::Decimal(time), krx::bench::Decimal(refresh / time)});
+    };
+    add("filled anew and painted", refresh);
+    add("the system's list, filled row by row", Median(filled));
+    add("the same and the system's sizing of its columns", Median(filled) + Median(sized));
+    table.Print();
   }
 
   const int rounds_;
