@@ -12,9 +12,10 @@ set tics nomirror
 set grid ytics lc rgb "#e0e0e0"
 set multiplot
 
-# The message box painted by the platform's own two.
+# The platform's own boxes, and its file dialog over as many files as our dialogs have.
 box = system("awk -F'\t' '$1 == \"painted\" { print $3 }' " . data . "/boxes") + 0
 task = system("awk -F'\t' '$1 == \"painted\" { print $4 }' " . data . "/boxes") + 0
+file = system("head -n 1 " . data . "/files | cut -f 8") + 0
 
 set size 1, 0.55
 set origin 0, 0.45
@@ -25,12 +26,13 @@ set style fill solid noborder
 set boxwidth 0.38
 set key top left reverse Left
 set xtics rotate by -30 scale 0
-set xrange [-0.7:14.7]
-set rmargin 9
+set xrange [-0.7:15.7]
+set rmargin 12
 plot data . "/dialogs" using ($0 - 0.2):3 with boxes lc rgb ours title "our dialog", \
      data . "/dialogs" using ($0 + 0.2):4:xtic(1) with boxes lc rgb bare title "its windows alone (bare twin)", \
-     "+" using (13):(box):(0.6):xtic("MessageBoxW") every ::0::0 with boxes lc rgb other title "the platform's own boxes", \
-     "+" using (14):(task):(0.6):xtic("TaskDialogIndirect") every ::0::0 with boxes lc rgb other notitle
+     "+" using (13):(box):(0.6):xtic("MessageBoxW") every ::0::0 with boxes lc rgb other title "the platform's own dialogs", \
+     "+" using (14):(task):(0.6):xtic("TaskDialogIndirect") every ::0::0 with boxes lc rgb other notitle, \
+     "+" using (15):(file):(0.6):xtic("GetOpenFileNameW") every ::0::0 with boxes lc rgb other notitle
 
 unset xrange
 set xtics norotate autofreq scale 1

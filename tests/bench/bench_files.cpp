@@ -187,11 +187,12 @@ void Bench(client::Dialogs& dialogs, const wchar_t* folder, bool platforms, Tabl
   if (files == 0) throw std::runtime_error("a folder is empty");
   const int with_platforms =
       platforms ? std::clamp(kFilesPerRun / files, kFewestRounds, kRounds) : 0;
+  const int warm_up = std::min(kWarmUp, with_platforms / 3);
   Times times;
   for (int i = -kWarmUp; i < kRounds; ++i) {
     if (i == 0) times = {};
     TakeOwn(dialogs, folder, files, times);
-    if (i < with_platforms) TakePlatforms(folder, files, times);
+    if (i >= -warm_up && i < with_platforms) TakePlatforms(folder, files, times);
   }
   const double bare = Median(times.Bare);
   const double first = Median(times.First);
