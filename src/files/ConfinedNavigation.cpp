@@ -1,7 +1,9 @@
 #include "files/ConfinedNavigation.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "folders/FolderPath.h"
 #include "service/Skip.h"
 #include "ui/Form.h"
 #include "ui/Keyboard.h"
@@ -21,6 +23,7 @@ bool Contains(const String& text, StringView part) {
 ConfinedNavigation::ConfinedNavigation(ui::DirListBox& list, Dialog dialog)
     : list_(list), dialog_(std::move(dialog)) {
   list_.Change = [this] { Show(list_.Path()); };
+  list_.FellBack = [this] { Started(); };
   list_.Highlighted = [this] { Show(Entry()); };
   list_.KeyDown = [this](int& key, int) { KeyDown(key); };
   list_.KeyUp = [this](int&, int) { KeyUp(); };
@@ -31,18 +34,39 @@ ConfinedNavigation::ConfinedNavigation(ui::DirListBox& list, Dialog dialog)
   list_.LostFocus = [this] { Settle(); };
 }
 
-void ConfinedNavigation::Start(String directory, String whole) {
-  start_ = std::move(directory);
-  whole_ = std::move(whole);
-  const String levels = whole_ + u'\\';
+std::vector<String> ConfinedNavigation::Beginnings(const String& whole,
+                                                   folders::FileSystem& files) {
+  std::vector<String> paths;
+  const auto add = [&](StringView path) {
+    Skip([&] {
+      String full = folders::FullPath(path, files);
+      if (paths.empty() || paths.back() != full) paths.push_back(std::move(full));
+    });
+  };
+  Skip([&] { add(files.CurrentDirectory()); });
+  const String levels = whole + u'\\';
   for (std::size_t end = 0; (end = levels.find(u'\\', end)) != String::npos; ++end) {
     const StringView level = StringView(levels).substr(0, end);
     // One separator at the end is tried; more of them name nothing else.
-    if (!level.ends_with(u"\\\\")) Open(level);
+    if (!level.ends_with(u"\\\\")) add(level);
   }
+  std::reverse(paths.begin(), paths.end());
+  return paths;
+}
+
+void ConfinedNavigation::Start(String directory, String whole,
+                               const ui::FolderReadings::Listing& begun) {
+  start_ = std::move(directory);
+  whole_ = std::move(whole);
+  if (begun) Skip([&] { list_.OpenBegun(begun); });
+  Started();
+}
+
+void ConfinedNavigation::Started() {
   opened_ = list_.Path();
   shown_ = opened_;
   Settled();
+  dialog_.Started();
 }
 
 bool ConfinedNavigation::Open(StringView path) {
@@ -58,11 +82,17 @@ bool ConfinedNavigation::ContainsStart(const String& entry) const {
   return Contains(entry, start_);
 }
 
-// True when the start directory is open again. Where it is gone, the list goes back to where it
-// was at the beginning.
+// True when the start directory is open again, as far as is known yet. Where it is gone, the list
+// goes back to where it was at the beginning.
 bool ConfinedNavigation::TurnBack() {
-  const bool back = Open(whole_);
-  if (!back) Open(opened_);
+  bool back = false;
+  Skip([&] {
+    const String whole = folders::FullPath(whole_, list_.Parent().ThePlatform().Files());
+    std::vector<String> paths{whole};
+    if (!opened_.empty() && opened_ != whole) paths.push_back(opened_);
+    list_.OpenFirst(std::move(paths));
+    back = list_.Path() == whole;
+  });
   Skip([&] { list_.ListIndex = ui::DirListBox::kOpenEntry; });
   return back;
 }
@@ -72,6 +102,15 @@ void ConfinedNavigation::ShowInside() {
   const bool outside = dialog_.Confined && !ContainsStart(Entry());
   const bool lost = outside && !TurnBack() && list_.Path() != opened_;
   Show(lost ? opened_ : Entry());
+  Settled();
+}
+
+// The list has gone back to what was open before. Opening once more what has just kept its answer
+// would make the operator wait for ever.
+void ConfinedNavigation::Refused() {
+  if (list_.Path().empty()) return Started();
+  const bool outside = dialog_.Confined && !ContainsStart(Entry());
+  Show(outside ? opened_ : Entry());
   Settled();
 }
 
@@ -125,7 +164,7 @@ void ConfinedNavigation::Click() {
   const bool named = dialog_.HasPathField && Contains(entry, settled_);
   const bool inside = !dialog_.Confined || ContainsStart(entry) || named;
   Open(entry);
-  if (!inside && !Open(whole_)) return ShowInside();
+  if (!inside && !TurnBack()) return ShowInside();
   Show(inside ? entry : start_);
   Settled();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <vector>
 
 #include "ui/DirListBox.h"
 
@@ -20,14 +21,21 @@ class ConfinedNavigation {
     // entry clicked on that contains the field's text is not turned back, though it does not
     // contain the start directory.
     bool HasPathField;
+    // The list has come to where it begins.
+    std::function<void()> Started;
   };
 
   // Binds the list's handlers.
   ConfinedNavigation(ui::DirListBox& list, Dialog dialog);
 
-  // Opens the start directory, whose whole path this is, level by level; of one that does not
-  // exist the deepest ancestor that does. Its text is kept as it is and compared case-sensitively.
-  void Start(String directory, String whole);
+  // The directories of which the first one that can be opened is where the list begins: the start
+  // directory, whose whole path this is, its ancestors, and at last the current directory.
+  static std::vector<String> Beginnings(const String& whole, folders::FileSystem& files);
+  // Opens the start directory; `begun` is the reading of its beginnings. Its text is kept as it is
+  // and compared case-sensitively.
+  void Start(String directory, String whole, const ui::FolderReadings::Listing& begun);
+  // A directory that counted as open has turned out to be none.
+  void Refused();
 
   // Ends what the operator has left half done: an entry outside that a key still down, or a press
   // without its click, has led to is turned back. Runs before anybody takes what is shown.
@@ -41,6 +49,7 @@ class ConfinedNavigation {
   bool Open(StringView path);
   bool ContainsStart(const String& entry) const;
   bool TurnBack();
+  void Started();
 
   void KeyDown(int& key);
   void GoLeft();

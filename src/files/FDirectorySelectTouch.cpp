@@ -25,7 +25,7 @@ FDirectorySelectTouch::FDirectorySelectTouch(service::Apartment& apartment)
 
 String FDirectorySelectTouch::SelectDirectory(const service::DirectoryRequest& request) {
   Confirmed = false;
-  StartDirectory = request.StartDirectory;
+  BeginStart(request.StartDirectory);
   AllowChangeUp = request.AllowChangeUp;
   SetTitle(Resolved(request.Title), u"TitleSelectDirectory");
   Load();

@@ -38,6 +38,7 @@ FFileSelect::FFileSelect(service::Apartment& apartment)
 }
 
 String FFileSelect::SelectFile(const service::FileRequest& request, service::FileDialogKind kind) {
+  BeginStart(request.StartDirectory);
   SetFonts();
   SetTexts(request.FileName, request.StartDirectory, request.Title, kind);
   SetFilter(request.Filter);

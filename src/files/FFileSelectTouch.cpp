@@ -51,6 +51,7 @@ FFileSelectTouch::FFileSelectTouch(service::Apartment& apartment)
 }
 
 String FFileSelectTouch::OpenFile(const service::FileRequest& request) {
+  BeginStart(request.StartDirectory);
   SetTexts(request.FileName, request.StartDirectory, request.Title, service::kFileOpen);
   SetFilter(request.Filter);
   ShowModal();
@@ -147,15 +148,36 @@ void FFileSelectTouch::RefreshPath(StringView folder) {
 }
 
 void FFileSelectTouch::GetFiles() {
+  shown_.reset();
+  wish_.clear();
   Report(u"GetFiles", [this] {
     grdFiles.Clear();
-    std::vector<std::vector<String>> rows;
-    for (String& file : ReadWhole(txtPath.Text() + u'\\').Files) {
-      if (FilterFile(file)) rows.push_back({std::move(file)});
-    }
-    grdFiles.SetRows(std::move(rows));
+    shown_ = Reading();
+    taken_ = 0;
+    TakeFiles();
     grdFiles.TopRow = 0;
   });
+}
+
+// Looks at the files that have come since the last time.
+void FFileSelectTouch::TakeFiles() {
+  const std::vector<String>& files = shown_->Files();
+  std::vector<std::vector<String>> rows;
+  for (; taken_ < files.size(); ++taken_) {
+    if (FilterFile(files[taken_])) rows.push_back({files[taken_]});
+  }
+  if (!rows.empty()) grdFiles.AddRows(std::move(rows));
+}
+
+void FFileSelectTouch::ReadingGrew() {
+  if (!shown_) return;
+  if (shown_->Refusal()) {
+    const Error error = *std::exchange(shown_, nullptr)->Refusal();
+    return Report(u"GetFiles", [&] { throw Error(error); });
+  }
+  TakeFiles();
+  if (grdFiles.SelectedRow() >= 0) wish_.clear();
+  if (!wish_.empty()) SelectFile(String(wish_));
 }
 
 void FFileSelectTouch::RefreshFullPath(StringView file_name) {
@@ -169,7 +191,8 @@ void FFileSelectTouch::RefreshFullPath(StringView file_name) {
 }
 
 void FFileSelectTouch::SelectFile(StringView file_name) {
-  Report(u"SelectFile", [&] { Highlight(grdFiles, 0, file_name); });
+  Report(u"SelectFile",
+         [&] { wish_ = Highlight(grdFiles, 0, file_name) ? String() : String(file_name); });
 }
 
 void FFileSelectTouch::FileTouched(int row) {
@@ -185,10 +208,11 @@ void FFileSelectTouch::PathShown() {
 }
 
 void FFileSelectTouch::StartShown() {
-  if (ThePlatform().Files().FileExists(txtPath.Text() + u'\\' + file_name_)) SelectFile(file_name_);
+  if (!file_name_.empty()) SelectFile(file_name_);
 }
 
 void FFileSelectTouch::DriveNotReady() {
+  shown_.reset();
   grdFiles.Clear();
   ThePlatform().ShowMessageBox(idxFileListBox.Text(), 0, u"Information");
 }

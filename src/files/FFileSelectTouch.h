@@ -53,11 +53,16 @@ class FFileSelectTouch : public TouchForm {
   void StartShown() override;
   void DriveNotReady() override;
   void FoldersFailed(const Error& error) override;
+  void ReadingGrew() override;
 
  private:
   String Extension(StringView name) const;
   void FileTouched(int row);
+  void TakeFiles();
 
+  Listing shown_;          // its files are shown
+  std::size_t taken_ = 0;  // of them
+  String wish_;            // a file to be selected when it comes
   String file_name_;
   String result_;
   std::set<String> extensions_;  // lower case, or "*.*" alone

@@ -23,6 +23,7 @@ FSelectDirectory::FSelectDirectory(service::Apartment& apartment)
 }
 
 String FSelectDirectory::SelectDirectory(const service::DirectoryRequest& request) {
+  BeginStart(request.StartDirectory);
   SetFonts();
   SetTexts(request.StartDirectory, request.Title);
   CalcPositions();

@@ -27,9 +27,13 @@ constexpr Twips kDirectoriesInDrives = 8;  // the directory list's height in dri
 MouseForm::MouseForm(service::Apartment& apartment, String name, PathField field)
     : SelectionForm(apartment, std::move(name)),
       navigation_(dirSelect, {Confined, [this](const String& path) { ShowEntry(path); },
-                              field != PathField::None}) {
+                              field != PathField::None, [this] { StartShown(); }}) {
   idxFileListBox.Visible = false;
-  LoadStep = [this] { LoadLists(); };
+  LoadStep = [this] {
+    Skip([this] { drvSelect.Refresh(); });
+    drvSelect.Change = [this] { DriveChanged(); };
+  };
+  dirSelect.Refused = [this](const String& path) { Refused(path); };
   keyOK.Click = [this] {
     navigation_.Settle();
     Result = Chosen();
@@ -39,19 +43,60 @@ MouseForm::MouseForm(service::Apartment& apartment, String name, PathField field
   keyClose.Click = [this] { Unload(); };
 }
 
-// The lists begin with the current directory; what cannot be read is left empty.
-void MouseForm::LoadLists() {
-  Skip([this] { drvSelect.Refresh(); });
-  Skip([this] { dirSelect.Path = ThePlatform().Files().CurrentDirectory(); });
-  drvSelect.Change = [this] { DriveChanged(); };
-}
+// Drives and the start directory
 
+// A drive that keeps its answer counts as ready meanwhile.
 void MouseForm::DriveChanged() {
   const String drive = drvSelect.Drive();
   const bool ready = Skip([&] { dirSelect.Path = drive; });
+  asked_drive_ = dirSelect.Opening() ? dirSelect.Path() : String();
+  DriveAnswered(ready);
+}
+
+void MouseForm::DriveAnswered(bool ready) {
   dirSelect.Visible = ready;
   idxFileListBox.Visible = !ready;
-  DriveChosen(drive);
+  DriveChosen(drvSelect.Drive());
+}
+
+void MouseForm::Refused(const String& path) {
+  if (std::exchange(asked_drive_, String()) == path) {
+    DriveAnswered(false);
+  } else {
+    navigation_.Refused();
+  }
+}
+
+void MouseForm::BeginStart(const String& directory) {
+  StartDirectory = directory;
+  folders::FileSystem& files = ThePlatform().Files();
+  if (directory.empty()) Skip([&] { StartDirectory = files.CurrentDirectory(); });
+  whole_ = StartDirectory;
+  Skip([&] { whole_ = folders::WholePath(StartDirectory, files); });
+  Skip([&] { begun_ = readings_.Begin(ConfinedNavigation::Beginnings(whole_, files)); });
+}
+
+void MouseForm::OpenStart(const String& directory) {
+  if (!begun_) BeginStart(directory);
+  ChooseStartDrive();
+  navigation_.Start(StartDirectory, whole_, std::exchange(begun_, nullptr));
+}
+
+// The list is opened by its beginnings, not by the drive.
+void MouseForm::ChooseStartDrive() {
+  const String before = drvSelect.Drive();
+  drvSelect.Change = [] {};
+  Skip([this] { drvSelect.Drive = whole_ + u'\\'; });
+  drvSelect.Change = [this] { DriveChanged(); };
+  other_drive_ = drvSelect.Drive() != before;
+}
+
+// A start directory on another drive that is not ready leaves the notice in sight.
+void MouseForm::StartShown() {
+  if (!other_drive_) return;
+  const bool ready = ui::DriveListBox::SameDrive(dirSelect.Path(), drvSelect.Drive());
+  dirSelect.Visible = ready;
+  idxFileListBox.Visible = !ready;
 }
 
 void MouseForm::PressOK() {
@@ -75,15 +120,6 @@ void MouseForm::LoadTexts(StringView ok_key) {
     heading.Caption = Text(heading.Tag);
   if (!ok_key.empty()) keyOK.Caption = Text(ok_key);
   keyCancel.Caption = Text(u"Cancel");
-}
-
-void MouseForm::OpenStart(const String& directory) {
-  StartDirectory = directory;
-  if (directory.empty()) Skip([&] { StartDirectory = ThePlatform().Files().CurrentDirectory(); });
-  String whole = StartDirectory;
-  Skip([&] { whole = folders::WholePath(StartDirectory, ThePlatform().Files()); });
-  Skip([&] { drvSelect.Drive = whole + u'\\'; });
-  navigation_.Start(StartDirectory, std::move(whole));
 }
 
 // Layout

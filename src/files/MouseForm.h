@@ -42,8 +42,11 @@ class MouseForm : public SelectionForm {
 
   // The step of SetFonts. What fails is passed over.
   void LoadLook(Controls texts, Controls inputs);
-  // Steps of SetTexts. A failing text raises Error; opening the start directory, the current one
-  // where none is passed, does not.
+  // Begins to read the start directory, the current one where none is passed, so that it is at
+  // hand when texts and fonts are. Raises nothing.
+  void BeginStart(const String& directory);
+
+  // Steps of SetTexts. A failing text raises Error; opening the start directory does not.
   void LoadTexts(StringView ok_key);
   void OpenStart(const String& directory);
 
@@ -62,10 +65,17 @@ class MouseForm : public SelectionForm {
   static void ShowUsable(ui::Control& control, bool usable);
 
  private:
-  void LoadLists();
+  void ChooseStartDrive();
   void DriveChanged();
+  void DriveAnswered(bool ready);
+  void StartShown();
+  void Refused(const String& path);
 
   ConfinedNavigation navigation_;
+  String whole_;                       // the start directory as a whole path
+  ui::FolderReadings::Listing begun_;  // of the start directory, until it is shown
+  bool other_drive_ = false;           // the start directory is not on the current drive
+  String asked_drive_;                 // a root that was opened by choosing a drive
 };
 
 }  // namespace krx::files

@@ -3,48 +3,24 @@
 #include <algorithm>
 #include <utility>
 
-#include "folders/FolderPath.h"
-#include "service/Skip.h"
+#include "files/TouchPath.h"
 
 namespace krx::files {
 
 namespace {
 
-using folders::kNetwork;
-using service::Skip;
+constexpr int kNames = 1;            // the grid's column of folder names
+constexpr int kMarkerInterval = 60;  // milliseconds; each round paints the list anew
+constexpr std::uint32_t kRuntimeErrors = 0x800A0000u;
+constexpr std::uint32_t kDeviceUnavailable = kRuntimeErrors + 68;
 
-constexpr StringView kParent = u"..";
-constexpr StringView kHasFolders = u" +";
-constexpr int kNames = 1;                         // the grid's column of folder names
-constexpr int kMarkerInterval = 60;               // milliseconds; each round paints the list anew
-constexpr std::chrono::milliseconds kAtOnce{20};  // small folders are complete by then
-constexpr std::chrono::milliseconds kSlice{1000};
-
-constexpr std::int32_t kSeparatorsOfShare = 3;  // \\server\share
-
-bool IsBareDrive(StringView path) {
-  return path.size() == 2 && path.ends_with(u':');
-}
-
-// Number of parts below the drive or the share.
-std::int32_t LevelsBelowRoot(StringView path) {
-  const auto separators = std::count(path.begin(), path.end(), u'\\');
-  const std::int32_t of_root = path.starts_with(kNetwork) ? kSeparatorsOfShare : 0;
-  return static_cast<std::int32_t>(separators) - of_root;
-}
-
-bool IsRoot(StringView path) {
-  if (!path.starts_with(kNetwork)) return IsBareDrive(path);
-  return LevelsBelowRoot(path) == 0 && !path.ends_with(u'\\');
-}
-
-String UpToLast(StringView path) {
-  return String(path.substr(0, std::min(path.rfind(u'\\'), path.size())));
+// The folder in which the start directory is highlighted; a root is shown itself.
+String FolderAbove(StringView start) {
+  return IsRoot(start) ? String(start) : UpToLast(start);
 }
 
 // The number of a runtime error, or the status of any other failure.
 String NumberOf(const Error& error) {
-  constexpr std::uint32_t kRuntimeErrors = 0x800A0000u;
   const bool numbered = (error.Status() & 0xFFFF0000u) == kRuntimeErrors;
   return ToString(static_cast<std::int32_t>(numbered ? error.Status() & 0xFFFFu : error.Status()));
 }
@@ -58,19 +34,19 @@ TouchForm::TouchForm(service::Apartment& apartment, String name, String drives, 
       tmrMarkers_(*this, u"tmrMarkers") {
   grdFolders.Columns = {{.Title = {}, .Width = 0}, {.Title = {}, .Width = 0}};
   tmrMarkers_.Interval = kMarkerInterval;
-  tmrMarkers_.Tick = [this] { TakeMarkers({}); };
+  tmrMarkers_.Tick = [this] { TakeMarkers(folders::kNoPatience); };
+  readings_.Add(*this);
   BindRows(
       grdFolders, [this](int row) { Touched(row); }, [this](int row) { Opened(row); });
   FocusControl = &grdFolders;
   LoadStep = [this] {
     LoadLook();
     CalcPositions();
-    Report(u"GetDrives", [this] {
-      GetDrives();
-      if (drives_.ListIndex() >= 0) OpenStart();
-    });
-    drives_.SelectionChanged = [this] { OpenDrive(); };
+    Report(u"GetDrives", [this] { GetDrives(); });
     Loaded = true;
+  };
+  drives_.SelectionChanged = [this] {
+    if (!choosing_) OpenDrive();
   };
 }
 
@@ -98,135 +74,111 @@ void TouchForm::Report(StringView procedure, const std::function<void()>& body) 
   }
 }
 
-// Drives
+// The start
+
+void TouchForm::BeginStart(const String& directory) {
+  StartDirectory = directory;
+  try {
+    folders::FileSystem& files = ThePlatform().Files();
+    start_ = folders::WholePath(StartDirectory, files);
+    start_exists_ = files.AskFolder(start_);
+    latest_ = readings_.Begin({FolderAbove(start_) + u'\\'});
+  } catch (...) {
+    start_failure_ = std::current_exception();
+  }
+}
 
 void TouchForm::GetDrives() {
-  folders::FileSystem& files = ThePlatform().Files();
-  drives_.Clear();
-  start_ = folders::WholePath(StartDirectory, files);
+  if (!start_exists_ && !start_failure_) BeginStart(StartDirectory);
   const String start = start_.substr(0, 2);
-  const std::vector<folders::Drive> all = files.Drives();
-  int otherwise = -1;
-  for (const folders::Drive& drive : all) {
-    const bool candidate = otherwise < 0 && drive.Type == folders::DriveType::Fixed;
-    if (candidate && files.DriveReady(drive.Path))
-      otherwise = static_cast<int>(drives_.Items().size());
-    drives_.AddItem(drive.Path, ui::ComboBox::kAtEnd);
-  }
-  const auto found = std::find_if(all.begin(), all.end(),
-                                  [&](const folders::Drive& drive) { return drive.Path == start; });
-  const int index = found == all.end() ? otherwise : static_cast<int>(found - all.begin());
-  if (index >= 0) drives_.Select(index);
+  const std::vector<String> all = ThePlatform().Files().Drives();
+  drives_.Clear();
+  for (const String& drive : all)
+    drives_.AddItem(drive, ui::ComboBox::kAtEnd);
+  const auto found = std::find(all.begin(), all.end(), start);
+  if (found == all.end()) return AskDefaultDrive(0);
+  choosing_ = true;
+  drives_.Select(static_cast<int>(found - all.begin()));
+  choosing_ = false;
+  OpenStart();
+}
+
+// One after another, as the first one that is ready counts.
+void TouchForm::AskDefaultDrive(int index) {
+  if (index >= static_cast<int>(drives_.Items().size())) return;
+  const folders::Patience patience =
+      index == 0 ? ui::FolderReadings::kPatience : folders::kNoPatience;
+  questions_.Await<folders::Drive>(
+      ThePlatform().Files().AskDrive(drives_.Items()[static_cast<std::size_t>(index)]), patience,
+      [this, index](const folders::Drive& drive) {
+        Report(u"GetDrives", [&] { DriveKnown(index, drive); });
+      });
+}
+
+void TouchForm::DriveKnown(int index, const folders::Drive& drive) {
+  if (drive.Type != folders::DriveType::Fixed || !drive.Ready) return AskDefaultDrive(index + 1);
+  choosing_ = true;
+  drives_.Select(index);
+  choosing_ = false;
+  OpenStart();
+}
+
+// As long as nobody knows whether the start directory exists, its place is named without rows.
+void TouchForm::OpenStart() {
+  if (start_failure_) std::rethrow_exception(std::exchange(start_failure_, nullptr));
+  NameStart();
+  questions_.Await<bool>(std::move(start_exists_), ui::FolderReadings::kPatience,
+                         [this](const bool& exists) {
+                           Report(u"GetDrives", [&] { exists ? ShowStart() : OpenDrive(); });
+                         });
+}
+
+void TouchForm::NameStart() {
+  path_.Text = FolderAbove(start_);
+  Depth = IsRoot(start_) ? 0 : LevelsBelowRoot(start_) - 1;
 }
 
 // The folder above the start directory is listed, with the start directory highlighted in it.
-void TouchForm::OpenStart() {
-  if (!ThePlatform().Files().FolderExists(start_)) return OpenDrive();
-  String folder;
-  if (IsRoot(start_)) {
-    path_.Text = start_;
-  } else {
-    Depth = LevelsBelowRoot(start_) - 1;
-    path_.Text = UpToLast(start_);
-    folder = start_.substr(path_.Text().size() + 1);
-  }
+void TouchForm::ShowStart() {
+  NameStart();
   PathReplaced();
   ListFolders();
-  SelectFolder(folder);
+  SelectFolder(start_.substr(std::min(path_.Text().size() + 1, start_.size())));
   PathShown();
   StartShown();
 }
 
+// Drives
+
 void TouchForm::OpenDrive() {
-  folders::FileSystem& files = ThePlatform().Files();
+  Leave();
   Depth = 0;
   path_.Text = drives_.Text();
   PathReplaced();
-  bool ready = false;
-  Skip([&] { ready = files.DriveReady(path_.Text()); });
   grdFolders.Enabled = true;
-  if (ready) {
-    ListFolders();
-    PathShown();
-  } else {
+  try {
+    asked_ = Reading();
+  } catch (...) {
+    return DriveRefused(ErrorInFlight());
+  }
+  if (!TakeAsked() && asked_) {
+    ClearFolders();
+    asked_drive_ = true;
+  }
+  PathShown();
+}
+
+void TouchForm::DriveRefused(const Error& error) {
+  if (error.Status() == kDeviceUnavailable) {
     ClearFolders();
     DriveNotReady();
+  } else {
+    FoldersFailed(error);
+    PathShown();
   }
 }
 
-// Folders
-
-folders::FolderPart TouchForm::ReadWhole(StringView path) {
-  const ui::Hourglass hourglass(ThePlatform());
-  const auto reader = ThePlatform().Files().ReadFolder(path);
-  folders::FolderPart all = reader->Take(kSlice);
-  while (!all.Complete) {
-    folders::FolderPart more = reader->Take(kSlice);
-    std::move(more.Folders.begin(), more.Folders.end(), std::back_inserter(all.Folders));
-    std::move(more.Files.begin(), more.Files.end(), std::back_inserter(all.Files));
-    all.Complete = more.Complete;
-  }
-  return all;
-}
-
-bool TouchForm::ListFolders() {
-  const String path = path_.Text();
-  try {
-    const std::vector<String> folders = ReadWhole(path + u'\\').Folders;
-    if (folders.empty()) {
-      const bool drive = IsBareDrive(path) && ThePlatform().Files().DriveExists(path);
-      if (drive || (IsRoot(path) && !IsBareDrive(path))) ClearFolders();
-      return false;
-    }
-    std::vector<std::vector<String>> rows;
-    rows.reserve(folders.size() + 1);
-    if (!IsRoot(path)) rows.push_back({String(), String(kParent)});
-    for (const String& folder : folders)
-      rows.push_back({String(), folder});
-    DropMarkers();
-    grdFolders.SuspendDrawing();
-    grdFolders.SetRows(std::move(rows));
-    grdFolders.TopRow = 0;
-    FollowMarkers(folders);
-    grdFolders.ResumeDrawing();
-    return true;
-  } catch (...) {
-    FoldersFailed(ErrorInFlight());
-    return false;
-  }
-}
-
-void TouchForm::ClearFolders() {
-  DropMarkers();
-  grdFolders.Clear();
-}
-
-// Looking into every folder takes long, so the rows are shown without waiting for the answers.
-void TouchForm::FollowMarkers(const std::vector<String>& folders) {
-  last_marker_ = grdFolders.RowCount();
-  next_marker_ = last_marker_ - static_cast<int>(folders.size());
-  Skip([&] { probe_ = ThePlatform().Files().ProbeSubfolders(path_.Text() + u'\\', folders); });
-  TakeMarkers(kAtOnce);
-}
-
-void TouchForm::TakeMarkers(std::chrono::milliseconds patience) {
-  if (!probe_) return;
-  grdFolders.SuspendDrawing();
-  const bool answered = Skip([&] {
-    for (const bool has_folders : probe_->Take(patience)) {
-      if (has_folders) grdFolders.SetCell(next_marker_, 0, String(kHasFolders));
-      ++next_marker_;
-    }
-  });
-  grdFolders.ResumeDrawing();
-  if (!answered || next_marker_ >= last_marker_) return DropMarkers();
-  tmrMarkers_.Enabled = true;
-}
-
-void TouchForm::DropMarkers() {
-  probe_.reset();
-  tmrMarkers_.Enabled = false;
-}
+// Touches
 
 void TouchForm::RefreshPath(StringView folder) {
   const String path = path_.Text();
@@ -242,17 +194,20 @@ void TouchForm::RefreshPath(StringView folder) {
 }
 
 void TouchForm::SelectFolder(StringView folder) {
-  Report(u"SelectFolder", [&] { Highlight(grdFolders, kNames, folder); });
+  Report(u"SelectFolder",
+         [&] { wish_ = Highlight(grdFolders, kNames, folder) ? String() : String(folder); });
 }
 
-void TouchForm::Highlight(ui::KRXGrid& grid, int column, StringView text) {
+bool TouchForm::Highlight(ui::KRXGrid& grid, int column, StringView text) {
   for (int row = 0; row < grid.RowCount(); ++row) {
     if (grid.Cell(row, column) != text) continue;
     highlighting_ = true;
     grid.SelectRow(row);
     highlighting_ = false;
-    return grid.EnsureVisible(row);
+    grid.EnsureVisible(row);
+    return true;
   }
+  return false;
 }
 
 void TouchForm::Touched(int row) {
@@ -261,20 +216,31 @@ void TouchForm::Touched(int row) {
   if (folder.empty()) return;
   RefreshPath(folder);
   if (path_.Text() == before) return;
+  Leave();
   PathReplaced();
   PathShown();
 }
 
 // A folder without subfolders is not opened; it stays named in the path.
 void TouchForm::Opened(int row) {
-  if (grdFolders.Cell(row, kNames) != kParent) {
-    if (ListFolders()) ++Depth;
-    return;
+  if (grdFolders.Cell(row, kNames) == kParent) return OpenParent();
+  if (ListFolders()) {
+    ++Depth;
+  } else {
+    entering_ = asked_ != nullptr;
   }
+}
+
+void TouchForm::OpenParent() {
+  Leave();
   --Depth;
   RefreshPath(kParent);
   PathReplaced();
-  ListFolders();
+  // Rows of the folder below would be touched as if they lay here.
+  if (!ListFolders() && asked_) {
+    ClearFolders();
+    if (!IsRoot(path_.Text())) grdFolders.AddRow({String(), String(kParent)});
+  }
   PathShown();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <exception>
 #include <functional>
 #include <memory>
 #include <span>
@@ -7,14 +8,16 @@
 
 #include "base/Error.h"
 #include "files/SelectionForm.h"
-#include "ui/Timer.h"
+#include "ui/FolderReadings.h"
+#include "ui/Questions.h"
 
 namespace krx::files {
 
 // The folder browser of the touch dialogs: a list of drives, a grid of folders and the path that
 // both lead to. Touching a folder names it in the path, touching it twice opens it. The close key
-// and Esc do nothing here: a gloved hand meets them too easily.
-class TouchForm : public SelectionForm {
+// and Esc do nothing here: a gloved hand meets them too easily. Folders are read in the background:
+// rows come as they are read, and whatever else the operator does gives up what he waited for.
+class TouchForm : public SelectionForm, private ui::FolderReadings::Watcher {
  public:
   ui::KRXGrid grdFolders{*this, u"grdFolders"};
 
@@ -23,8 +26,8 @@ class TouchForm : public SelectionForm {
   // folder is named in the path as well, the path has one part more.
   std::int32_t Depth = 0;
 
-  // Lists the folders of the path. False when there are none or they cannot be read; then the grid
-  // keeps its rows, or is emptied for a drive or share.
+  // Lists the folders of the path. False when there are none, when they cannot be read, or as long
+  // as none is known; then the grid keeps its rows, or is emptied for a drive or share.
   bool ListFolders();
   // Names a folder of the grid in the path, or takes the name away again for "..".
   virtual void RefreshPath(StringView folder);
@@ -34,8 +37,17 @@ class TouchForm : public SelectionForm {
  protected:
   TouchForm(service::Apartment& apartment, String name, String drives, String path);
 
+  using Listing = ui::FolderReadings::Listing;
+
   ui::KRXComboBox drives_;
   ui::TextBox path_;
+
+  // Begins to ask for the start directory, so that the answers are at hand when texts and fonts
+  // are.
+  void BeginStart(const String& directory);
+  // The reading of the folder that the path names, one for its folders and its files. Raises why it
+  // cannot be read.
+  Listing Reading();
 
   // The path is another one; afterwards its folders may be listed.
   virtual void PathReplaced() {}
@@ -47,6 +59,8 @@ class TouchForm : public SelectionForm {
   virtual void DriveNotReady() = 0;
   // The folders of a path could not be read.
   virtual void FoldersFailed(const Error&) {}
+  // A reading has brought more.
+  virtual void ReadingGrew() {}
 
   // Texts and fonts; what fails is passed over.
   virtual void LoadLook() = 0;
@@ -55,10 +69,8 @@ class TouchForm : public SelectionForm {
 
   // Runs a procedure; its failure is shown in a message box that bears the procedure's name.
   void Report(StringView procedure, const std::function<void()>& body);
-  // All of a folder, with the hourglass meanwhile.
-  folders::FolderPart ReadWhole(StringView path);
-  // Selects the row with this text without treating it as touched.
-  void Highlight(ui::KRXGrid& grid, int column, StringView text);
+  // Selects the row with this text without treating it as touched. False without such a row.
+  bool Highlight(ui::KRXGrid& grid, int column, StringView text);
   // Touching a row, by finger, mouse or arrow key, and touching it twice or pressing Enter on it.
   void BindRows(ui::KRXGrid& grid, std::function<void(int)> touched,
                 std::function<void(int)> opened);
@@ -76,20 +88,47 @@ class TouchForm : public SelectionForm {
   // else the first fixed drive that is ready; then the start directory is opened, or else that
   // drive.
   void GetDrives();
+  void AskDefaultDrive(int index);
+  void DriveKnown(int index, const folders::Drive& drive);
   void OpenStart();
+  void NameStart();
+  void ShowStart();
   void OpenDrive();
+  void DriveRefused(const Error& error);
   void Touched(int row);
   void Opened(int row);
-  void FollowMarkers(const std::vector<String>& folders);
-  void TakeMarkers(std::chrono::milliseconds patience);
-  void DropMarkers();
+  void OpenParent();
 
+  void Leave();
+  bool TakeAsked();
+  void AskedRefused();
+  void ShowFolders();
+  void AddFolders();
+  void FollowMarkers();
+  void TakeMarkers(folders::Patience patience);
+  void DropMarkers();
+  void ListingsGrew() override;
+
+  ui::FolderReadings readings_{*this};
+  ui::Questions questions_{*this, u"tmrQuestions"};
   String start_;  // the start directory as a whole path
+  ui::Questions::Asked<bool> start_exists_;
+  std::exception_ptr start_failure_;  // of asking for it
+
+  Listing latest_;             // the last one that was begun
+  Listing asked_;              // its folders are to be listed as soon as one is known
+  Listing listed_;             // the grid shows its folders
+  std::size_t taken_ = 0;      // of them
+  bool entering_ = false;      // the asked one lies below the listed one
+  bool asked_drive_ = false;   // the asked one is the root of a drive that was chosen
+  String wish_;                // a folder to be selected when it comes
+  bool highlighting_ = false;  // no touch
+  bool choosing_ = false;      // no choice of the operator's
+
   ui::Timer tmrMarkers_;
   std::unique_ptr<folders::SubfolderProbe> probe_;
-  int next_marker_ = 0;  // row of the next answer
-  int last_marker_ = 0;  // row behind the last one
-  bool highlighting_ = false;
+  bool probed_ = false;       // the listed folders have been asked
+  std::size_t unmarked_ = 0;  // answers that are still to come
 };
 
 }  // namespace krx::files

@@ -20,17 +20,23 @@ void MoveBehind(std::vector<String>& known, std::vector<String>& more) {
 void FolderPart::Append(FolderPart&& more) {
   MoveBehind(Folders, more.Folders);
   MoveBehind(Files, more.Files);
+  if (more.Opened) Opened = more.Opened;
   Complete = more.Complete;
 }
 
-FolderListing::FolderListing(FileSystem& files, String path)
-    : path_(std::move(path)), reader_(files.ReadFolder(path_)) {}
+FolderListing::FolderListing(FileSystem& files, std::vector<String> paths)
+    : paths_(std::move(paths)), reader_(files.ReadFolder(paths_)) {}
 
-bool FolderListing::Take(std::chrono::milliseconds patience) {
+bool FolderListing::Take(Patience patience) {
   if (!reader_) return false;
-  known_.Append(reader_->Take(patience));
-  if (known_.Complete) reader_.reset();
-  return known_.Complete;
+  const bool opened = Opened();
+  try {
+    known_.Append(reader_->Take(patience));
+  } catch (...) {
+    refusal_ = ErrorInFlight();
+  }
+  if (refusal_ || known_.Complete) reader_.reset();
+  return Ended() || Opened() != opened;
 }
 
 }  // namespace krx::folders

@@ -24,6 +24,12 @@ void ComboBox::AddItem(String text, int position) {
   Control::Changed(Aspect::Items);
 }
 
+void ComboBox::SetItem(int index, String text) {
+  items_.at(static_cast<std::size_t>(index)) = std::move(text);
+  if (index == selected_) Text.Adopt(items_[static_cast<std::size_t>(index)]);
+  Control::Changed(Aspect::Items);
+}
+
 void ComboBox::Clear() {
   items_.clear();
   selected_ = -1;

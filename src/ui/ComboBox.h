@@ -21,6 +21,8 @@ class ComboBox : public FontClassControl {
 
   // Adds an entry at a position; kAtEnd or one behind the list appends it. Selects nothing.
   void AddItem(String text, int position);
+  // Gives an entry another text; a selected one stays selected, and no event is raised.
+  void SetItem(int index, String text);
   // Removes all entries; the text stays.
   void Clear();
   const std::vector<String>& Items() const { return items_; }

@@ -50,19 +50,38 @@ int DirListBox::Indent(int row) const {
 }
 
 void DirListBox::Open(StringView path) {
-  String full = folders::FullPath(path, Parent().ThePlatform().Files());
-  auto listing = readings_.Open(full);
+  OpenFirst({folders::FullPath(path, Parent().ThePlatform().Files())});
+}
 
-  const bool other = full != path_;
+void DirListBox::OpenBegun(const FolderReadings::Listing& listing) {
+  readings_.Await(listing);
+  Enter(listing);
+}
+
+void DirListBox::Enter(FolderReadings::Listing listing) {
+  if (!Opening()) before_ = listing_;
+  Show(std::move(listing));
+}
+
+void DirListBox::Show(FolderReadings::Listing listing) {
+  String path = listing ? listing->Path() : String();
+  const bool other = path != path_;
   listing_ = std::move(listing);
-  path_ = std::move(full);
+  if (!Opening()) before_.reset();
+  path_ = std::move(path);
   levels_ = folders::Levels(path_);
-  folders_ = static_cast<int>(listing_->Folders().size());
+  folders_ = listing_ ? static_cast<int>(listing_->Folders().size()) : 0;
   wish_.clear();
   RowsReplaced();
-  SelectRow(OpenRow());
+  if (listing_) SelectRow(OpenRow());
   TopRow = std::max(OpenRow() - kAncestorsInView, 0);
   if (other) Change();
+}
+
+void DirListBox::GoBack() {
+  const String refused = path_;
+  Show(std::exchange(before_, nullptr));
+  Refused(refused);
 }
 
 void DirListBox::Highlight(StringView path) {
@@ -88,6 +107,12 @@ bool DirListBox::HighlightFrom(int first) {
 
 void DirListBox::ListingsGrew() {
   if (!listing_) return;
+  if (listing_->Refusal()) return GoBack();
+  if (listing_->Opened()) before_.reset();
+  if (listing_->Path() != path_) {
+    Show(listing_);
+    return FellBack();
+  }
   const int before = std::exchange(folders_, static_cast<int>(listing_->Folders().size()));
   if (folders_ != before) RowsAdded();
   if (wish_.empty()) return;

@@ -12,16 +12,6 @@ namespace krx::ui {
 
 namespace {
 
-// An unreachable server would keep the dialog waiting, so network drives are not asked.
-String LabelOf(folders::FileSystem& files, const folders::Drive& drive) {
-  if (drive.Type == folders::DriveType::Network) return {};
-  try {
-    return files.DriveReady(drive.Path) ? files.VolumeLabel(drive.Path) : String();
-  } catch (const Error&) {
-    return {};
-  }
-}
-
 String SmallDrive(StringView path) {
   String drive(path.substr(0, 2));
   if (!drive.empty()) drive[0] = AsciiLower(drive[0]);
@@ -41,7 +31,12 @@ String DriveListBox::Chosen() const {
   return index < 0 ? String() : drives_[static_cast<std::size_t>(index)];
 }
 
-DriveListBox::DriveListBox(Form& parent, String name) : ComboBox(parent, std::move(name)) {}
+DriveListBox::DriveListBox(Form& parent, String name)
+    : ComboBox(parent, std::move(name)), labels_(parent, u"tmrLabels") {}
+
+bool DriveListBox::SameDrive(StringView one, StringView other) {
+  return SmallDrive(one) == SmallDrive(other);
+}
 
 int DriveListBox::Find(StringView path) const {
   // "d" alone names a drive as well; a path that begins with a separator does not.
@@ -53,16 +48,26 @@ int DriveListBox::Find(StringView path) const {
 
 void DriveListBox::Refresh() {
   folders::FileSystem& files = Parent().ThePlatform().Files();
-  const std::vector<folders::Drive> drives = files.Drives();
+  const std::vector<String> drives = files.Drives();
+  labels_.Drop();
   Clear();
   drives_.clear();
-  for (const folders::Drive& drive : drives) {
-    const String label = LabelOf(files, drive);
-    drives_.push_back(SmallDrive(drive.Path));
-    AddItem(label.empty() ? drives_.back() : drives_.back() + u" [" + label + u"]", kAtEnd);
+  for (const String& drive : drives) {
+    drives_.push_back(SmallDrive(drive));
+    AddItem(drives_.back(), kAtEnd);
+    AskLabel(static_cast<int>(drives_.size()) - 1);
   }
   const int current = Find(files.CurrentDirectory());
   if (current >= 0) Select(current);
+}
+
+void DriveListBox::AskLabel(int index) {
+  const String drive = drives_[static_cast<std::size_t>(index)];
+  labels_.AskWhenShown<folders::Drive>(
+      [this, drive] { return Parent().ThePlatform().Files().AskDrive(drive); },
+      [this, drive, index](const folders::Drive& known) {
+        if (!known.Label.empty()) SetItem(index, drive + u" [" + known.Label + u"]");
+      });
 }
 
 }  // namespace krx::ui

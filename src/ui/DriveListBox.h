@@ -1,7 +1,7 @@
 #pragma once
 
-#include "folders/FileSystem.h"
 #include "ui/ComboBox.h"
+#include "ui/Questions.h"
 
 namespace krx::ui {
 
@@ -19,14 +19,19 @@ class DriveListBox : public ComboBox {
   // drive.
   Accessor<DriveListBox, &DriveListBox::Choose, &DriveListBox::Chosen> Drive{*this};
 
-  // Lists the machine's drives and chooses that of the current directory. Raises what the file
-  // system raises; a label that cannot be read is left out.
+  // Whether two paths, or drives, begin with the same drive.
+  static bool SameDrive(StringView one, StringView other);
+
+  // Lists the machine's drives and chooses that of the current directory. Their labels follow when
+  // the form is shown; one that cannot be read is left out. Raises what the file system raises.
   void Refresh();
 
  private:
   int Find(StringView path) const;
+  void AskLabel(int index);
 
   std::vector<String> drives_;  // as Drive gives them, in the order of the entries
+  Questions labels_;
 };
 
 }  // namespace krx::ui

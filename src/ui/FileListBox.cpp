@@ -26,7 +26,7 @@ StringView FileListBox::Cell(int row, int) const {
 
 void FileListBox::Show(StringView path) {
   String full = folders::FullPath(path, Parent().ThePlatform().Files());
-  std::shared_ptr<const folders::FolderListing> listing;
+  FolderReadings::Listing listing;
   std::exception_ptr failure;
   try {
     listing = readings_.Share(full);

@@ -39,7 +39,7 @@ class FileListBox : public RowList, private FolderReadings::Watcher {
   String path_;
   String pattern_text_ = u"*.*";
   folders::FilePattern pattern_;
-  std::shared_ptr<const folders::FolderListing> listing_;
+  FolderReadings::Listing listing_;
   std::vector<std::uint32_t> matches_;  // positions in the listing; unused where all match
   std::size_t looked_at_ = 0;           // files of the listing
   int shown_ = 0;

@@ -1,6 +1,7 @@
 #include "ui/FolderReadings.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "ui/Form.h"
 
@@ -8,11 +9,9 @@ namespace krx::ui {
 
 namespace {
 
-// Folders of usual size are read by then, and nobody notices the wait.
-constexpr std::chrono::milliseconds kPatience{20};
-// Milliseconds between two looks at a reading. The lists hear of its end at once, and of what it
-// has brought meanwhile in longer and longer rounds of looks: the first rows come soon, later a
-// list that draws takes the time from the reading.
+// Milliseconds between two looks at a reading. The lists hear of its opening and its end at once,
+// and of what it has brought meanwhile in longer and longer rounds of looks: the first rows come
+// soon, later a list that draws takes the time from the reading.
 constexpr int kInterval = 10;
 constexpr int kLongestRound = 16;
 
@@ -24,27 +23,40 @@ FolderReadings::FolderReadings(Form& form)
   tmrReading_.Tick = [this] { Tick(); };
 }
 
-std::shared_ptr<const folders::FolderListing> FolderReadings::Open(const String& path) {
-  auto listing = std::make_shared<folders::FolderListing>(platform_.Files(), path);
-  listing->Take(kPatience);
+FolderReadings::Listing FolderReadings::Begin(std::vector<String> paths) {
+  auto listing = std::make_shared<folders::FolderListing>(platform_.Files(), std::move(paths));
   listings_.push_back(listing);
-  ticks_ = 0;
-  due_ = 1;
-  ShowProgress();
   return listing;
 }
 
-std::shared_ptr<const folders::FolderListing> FolderReadings::Share(const String& path) {
+void FolderReadings::Await(const Listing& listing) {
+  for (const auto& known : listings_) {
+    const auto held = known.lock();
+    if (held && held == listing) held->Take(kPatience);
+  }
+  ticks_ = 0;
+  due_ = 1;
+  ShowProgress();
+  if (listing->Refusal()) throw Error(*listing->Refusal());
+}
+
+FolderReadings::Listing FolderReadings::Open(std::vector<String> paths) {
+  Listing listing = Begin(std::move(paths));
+  Await(listing);
+  return listing;
+}
+
+FolderReadings::Listing FolderReadings::Share(const String& path) {
   const auto found = std::find_if(listings_.rbegin(), listings_.rend(), [&](const auto& listing) {
     const auto held = listing.lock();
-    return held && held->Path() == path;
+    return held && held->Path() == path && !held->Refusal();
   });
-  return found == listings_.rend() ? Open(path) : found->lock();
+  return found == listings_.rend() ? Open({path}) : found->lock();
 }
 
 void FolderReadings::Tick() {
-  const bool ended = TakeAll();
-  if (!ended && ++ticks_ < due_) return;
+  const bool told = TakeAll();
+  if (!told && ++ticks_ < due_) return;
   ticks_ = 0;
   due_ = std::min(2 * due_, kLongestRound);
   for (Watcher* const watcher : watchers_)
@@ -52,20 +64,20 @@ void FolderReadings::Tick() {
   ShowProgress();
 }
 
-// True when one of the listings has become complete.
+// True when there is something that the lists are to hear at once.
 bool FolderReadings::TakeAll() {
-  bool ended = false;
+  bool told = false;
   for (const auto& listing : listings_) {
     const auto held = listing.lock();
-    if (held && held->Take(std::chrono::milliseconds(0))) ended = true;
+    if (held && held->Take(folders::kNoPatience)) told = true;
   }
-  return ended;
+  return told;
 }
 
 void FolderReadings::ShowProgress() {
   std::erase_if(listings_, [](const auto& listing) { return listing.expired(); });
   const bool reading = std::any_of(listings_.begin(), listings_.end(),
-                                   [](const auto& held) { return !held.lock()->Complete(); });
+                                   [](const auto& held) { return !held.lock()->Ended(); });
   tmrReading_.Enabled = reading;
   if (!reading) {
     hourglass_.reset();

@@ -11,11 +11,17 @@
 namespace krx::ui {
 
 // Reads the folders that the lists of a form show, each once however many lists show it. A small
-// folder is complete at once; a large one goes on growing while the form is shown, with the
-// hourglass as its sign.
+// folder is complete at once; a large one, or one on a slow medium, goes on growing while the form
+// is shown, with the hourglass as its sign.
 class FolderReadings {
  public:
-  // A list that hears when listings have grown.
+  using Listing = std::shared_ptr<const folders::FolderListing>;
+
+  // How long an act of the operator waits for an answer: folders of usual size are read by then,
+  // and nobody notices.
+  static constexpr folders::Patience kPatience{20};
+
+  // A list that hears when listings have grown, or were opened or refused.
   class Watcher {
    public:
     virtual void ListingsGrew() = 0;
@@ -26,10 +32,14 @@ class FolderReadings {
 
   explicit FolderReadings(Form& form);
 
-  // Both raise what folders::FileSystem::ReadFolder raises. Open reads the folder afresh; Share
-  // gives the latest reading of it that a list still holds, and reads it where there is none.
-  std::shared_ptr<const folders::FolderListing> Open(const String& path);
-  std::shared_ptr<const folders::FolderListing> Share(const String& path);
+  // Begins to read the first of these folders that can be opened, and waits for nothing.
+  Listing Begin(std::vector<String> paths);
+  // Waits a moment. Raises the refusal of a listing that nothing can come of any more.
+  void Await(const Listing& listing);
+  // Both read and wait. Open reads afresh; Share gives the latest reading of the folder that
+  // somebody still holds, and opens it where there is none.
+  Listing Open(std::vector<String> paths);
+  Listing Share(const String& path);
 
   // The lists live as long as their form does.
   void Add(Watcher& watcher) { watchers_.push_back(&watcher); }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 #include "base/CaseFolding.h"
@@ -171,6 +172,11 @@ StringView StoredRows::Cell(int row, int column) const {
 
 void StoredRows::AddRow(std::vector<String> cells) {
   rows_.push_back(std::move(cells));
+  RowsAdded();
+}
+
+void StoredRows::AddRows(std::vector<std::vector<String>> rows) {
+  std::move(rows.begin(), rows.end(), std::back_inserter(rows_));
   RowsAdded();
 }
 

@@ -109,6 +109,7 @@ class StoredRows : public RowList {
 
   // Cells beyond the columns are kept; missing ones are empty.
   void AddRow(std::vector<String> cells);
+  void AddRows(std::vector<std::vector<String>> rows);
   // Runtime error 381 when the row does not exist.
   void SetCell(int row, int column, String text);
   // Removes all rows; nothing is selected then.

@@ -161,7 +161,8 @@ void TakeOwn(client::Dialogs& dialogs, const wchar_t* folder, int files, Times& 
   Enumerate(folder);
   times.Bare.push_back(Since(begin));
   begin = Clock::now();
-  machine.ReadFolder(win32::Narrow(folder, std::wcslen(folder)))->Take(std::chrono::hours(1));
+  machine.ReadFolder({String(win32::Narrow(folder, std::wcslen(folder)))})
+      ->Take(std::chrono::hours(1));
   times.Read.push_back(Since(begin));
   const Run own = Measure(files, [&] {
     BSTR result = nullptr;

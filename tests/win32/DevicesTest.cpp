@@ -1,11 +1,14 @@
-#include "ports/win32/Devices.h"
+#include "ports/win32/Asking.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 
+#include "FolderTree.h"
 #include "MachineFilesSupport.h"
 #include "Person.h"
+#include "ports/win32/FolderReading.h"
+#include "ports/win32/System.h"
 
 namespace krx::test {
 
@@ -45,77 +48,131 @@ class DeadServer {
   const std::shared_ptr<State> state_ = std::make_shared<State>();
 };
 
-TEST(Devices, AnAnswerArrives) {
-  win32::Devices devices(kLong);
-  EXPECT_EQ(devices.Ask<int>(kAlive, [] { return 42; }), 42);
+using win32::Asking;
+using win32::Devices;
+
+class AskingTest : public testing::Test {
+ protected:
+  // Devices that count as not there as soon as they are waited for.
+  const std::shared_ptr<Devices> hasty = std::make_shared<Devices>(milliseconds(0));
+  const std::shared_ptr<Devices> patient = std::make_shared<Devices>(kLong);
+  const DeadServer server;
+
+  static std::optional<int> Answer(const std::shared_ptr<Devices>& devices, const String& path,
+                                   std::function<int()> question, milliseconds patience) {
+    return Asking<int>(devices, path, std::move(question)).Take(patience);
+  }
+};
+
+TEST_F(AskingTest, AnAnswerArrives) {
+  EXPECT_EQ(Answer(
+                patient, kAlive, [] { return 42; }, kLong),
+            42);
 }
 
-TEST(Devices, ADeviceThatKeepsQuietIsWaitedForOnce) {
-  constexpr int kTimes = 1000;
-  constexpr milliseconds kWait{500};
-  const DeadServer server;
-  win32::Devices devices(kWait);
-  const Stopwatch first;
-  EXPECT_EQ(devices.Ask<int>(kDead, server.Question()), std::nullopt);
-  EXPECT_GE(first.Passed(), kWait);
-  const Stopwatch others;
-  for (int i = 0; i < kTimes; ++i)
-    EXPECT_EQ(devices.Ask<int>(kDead, server.Question()), std::nullopt);
-  EXPECT_LT(others.Passed(), kWait * kTimes);  // a wait each time takes eight minutes
+TEST_F(AskingTest, AQuestionIsOpenUntilItIsAnswered) {
+  Asking<int> asking(patient, kDead, server.Question());
+  EXPECT_EQ(asking.Take(milliseconds(1)), std::nullopt);
+  server.Wake();
+  EXPECT_EQ(asking.Take(kLong), 1);
+}
+
+TEST_F(AskingTest, ADeviceThatKeepsQuietCountsAsNotThereAndIsAskedNothingMore) {
+  EXPECT_EQ(Answer(hasty, kDead, server.Question(), milliseconds(1)), 0);
+  for (int i = 0; i < 1000; ++i)
+    EXPECT_EQ(Answer(hasty, kDead, server.Question(), kLong), 0);
   EXPECT_TRUE(Within([&] { return server.Asked() > 0; }));
   EXPECT_EQ(server.Asked(), 1);
   server.Wake();
 }
 
-TEST(Devices, OthersAnswerWhileOneKeepsQuiet) {
-  const DeadServer server;
-  win32::Devices devices(milliseconds(10));
-  EXPECT_EQ(devices.Ask<int>(kDead, server.Question()), std::nullopt);
-  win32::Devices patient(kLong);
-  EXPECT_EQ(patient.Ask<int>(kAlive, [] { return 42; }), 42);
+TEST_F(AskingTest, OthersAnswerWhileOneKeepsQuiet) {
+  EXPECT_EQ(Answer(hasty, kDead, server.Question(), milliseconds(1)), 0);
+  EXPECT_FALSE(hasty->Silent(kAlive));
+  EXPECT_TRUE(hasty->Silent(kDead));
+  EXPECT_EQ(Answer(
+                hasty, kAlive, [] { return 42; }, kLong),
+            42);
   server.Wake();
 }
 
-TEST(Devices, ADeviceThatWakesUpIsAskedAgain) {
-  const DeadServer server;
-  win32::Devices devices(milliseconds(10));
-  EXPECT_EQ(devices.Ask<int>(kDead, server.Question()), std::nullopt);
+TEST_F(AskingTest, ADeviceThatWakesUpIsAskedAgain) {
+  EXPECT_EQ(Answer(hasty, kDead, server.Question(), milliseconds(1)), 0);
   server.Wake();
-  ASSERT_TRUE(server.HasAnswered(1));
-  std::optional<int> answer;
-  Within([&] { return (answer = devices.Ask<int>(kDead, server.Question())).has_value(); });
-  EXPECT_EQ(answer, 1);
+  EXPECT_TRUE(Within([&] { return !hasty->Silent(kDead); }));
+  EXPECT_EQ(Answer(hasty, kDead, server.Question(), kLong), 1);
 }
 
-TEST(Devices, OneDriveIsOneDeviceInBothCases) {
-  const DeadServer server;
-  win32::Devices devices(milliseconds(10));
-  EXPECT_EQ(devices.Ask<int>(u"\\\\?\\q:\\a", server.Question()), std::nullopt);
-  EXPECT_EQ(devices.Ask<int>(u"\\\\?\\Q:\\b", server.Question()), std::nullopt);
+TEST_F(AskingTest, OneDriveIsOneDeviceInBothCases) {
+  EXPECT_EQ(Answer(hasty, u"\\\\?\\q:\\a", server.Question(), milliseconds(1)), 0);
+  EXPECT_TRUE(hasty->Silent(u"\\\\?\\Q:\\b"));
+  server.Wake();
+}
+
+TEST_F(AskingTest, ItsEndWaitsForNothing) {
+  auto asking = std::make_unique<Asking<int>>(patient, kDead, server.Question());
   EXPECT_TRUE(Within([&] { return server.Asked() > 0; }));
-  EXPECT_EQ(server.Asked(), 1);
-  server.Wake();
-}
-
-TEST(Devices, TheirEndWaitsForNothing) {
-  const DeadServer server;
-  auto devices = std::make_unique<win32::Devices>(milliseconds(10));
-  EXPECT_EQ(devices->Ask<int>(kDead, server.Question()), std::nullopt);
-  devices.reset();
+  asking.reset();
   EXPECT_EQ(server.Answered(), 0);
   server.Wake();
   EXPECT_TRUE(server.HasAnswered(1));
 }
 
-TEST(Devices, AQuestionOpensNoBoxOfTheSystem) {
-  win32::Devices devices(kLong);
-  EXPECT_EQ(devices.Ask<DWORD>(kAlive, [] { return GetThreadErrorMode(); }),
+// A pipe that nobody writes to is read for ever.
+TEST_F(AskingTest, AQuestionThatIsGivenUpIsCancelled) {
+  struct Pipe {
+    HANDLE Read = nullptr, Write = nullptr;
+    std::atomic<bool> Reading = false;
+    std::atomic<DWORD> Failure = ERROR_SUCCESS;
+  };
+  const auto pipe = std::make_shared<Pipe>();
+  ASSERT_TRUE(CreatePipe(&pipe->Read, &pipe->Write, nullptr, 0));
+  auto asking = std::make_unique<Asking<int>>(patient, kDead, [pipe] {
+    char read = 0;
+    DWORD count = 0;
+    pipe->Reading = true;
+    if (!ReadFile(pipe->Read, &read, 1, &count, nullptr)) pipe->Failure = GetLastError();
+    return 1;
+  });
+  ASSERT_TRUE(Within([&] { return pipe->Reading.load(); }));
+  EXPECT_EQ(asking->Take(milliseconds(50)), std::nullopt);  // the thread is in the call by then
+  asking.reset();
+  EXPECT_TRUE(Within([&] { return pipe->Failure == ERROR_OPERATION_ABORTED; })) << pipe->Failure;
+  CloseHandle(pipe->Write);
+  CloseHandle(pipe->Read);
+}
+
+TEST_F(AskingTest, AQuestionOpensNoBoxOfTheSystem) {
+  EXPECT_EQ(Asking<DWORD>(patient, kAlive, [] { return GetThreadErrorMode(); }).Take(kLong),
             static_cast<DWORD>(SEM_FAILCRITICALERRORS));
 }
 
-TEST(Devices, AQuestionThatFailsIsAnsweredByNothing) {
-  win32::Devices devices(kLong);
-  EXPECT_EQ(devices.Ask<int>(kAlive, []() -> int { throw std::bad_alloc(); }), 0);
+TEST_F(AskingTest, AQuestionThatFailsOrCannotBeAskedIsAnsweredByNothing) {
+  EXPECT_EQ(Answer(
+                patient, kAlive, []() -> int { throw std::bad_alloc(); }, kLong),
+            0);
+  EXPECT_EQ(Answer(
+                patient, {}, [] { return 42; }, kLong),
+            0);
+}
+
+TEST_F(AskingTest, FoldersOfADeviceThatKeepsQuietArePassedOver) {
+  const FolderTree tree;
+  tree.AddFile(u"file");
+  const String alive = u"\\\\?\\" + tree.Path();
+  EXPECT_EQ(Answer(hasty, kDead, server.Question(), milliseconds(1)), 0);
+  const folders::FolderPart read =
+      win32::FolderTaker(hasty, {kDead + u"\\below", kDead, alive}).Take(kLong);
+  EXPECT_EQ(read.Opened, 2u);
+  EXPECT_EQ(read.Files, std::vector<String>{u"file"});
+  win32::FolderTaker none(hasty, {kDead});
+  try {
+    none.Take(kLong);
+    ADD_FAILURE() << "nothing can be opened";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.Status(), 0x800A0000u + 68);
+  }
+  server.Wake();
 }
 
 }  // namespace

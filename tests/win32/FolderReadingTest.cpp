@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 #include <set>
 
 #include "FolderTree.h"
@@ -115,8 +116,7 @@ TEST(FolderReading, NamesAreThoseOfTheSystemAndLeadBackToIt) {
   const folders::FolderPart all = ReadAll(files, tree.Path());
   EXPECT_EQ(std::set<String>(all.Folders.begin(), all.Folders.end()), names);
   for (const String& name : all.Folders) {
-    EXPECT_TRUE(files.FolderExists(tree.PathOf(name))) << ToUtf8(name);
-    EXPECT_TRUE(files.FileExists(tree.PathOf(name + u"\\inside"))) << ToUtf8(name);
+    EXPECT_TRUE(FolderExists(files, tree.PathOf(name))) << ToUtf8(name);
     EXPECT_EQ(ReadAll(files, tree.PathOf(name)).Files, std::vector<String>{u"inside"});
   }
 }
@@ -132,7 +132,6 @@ TEST(FolderReading, HalfASurrogatePairIsKept) {
   }
   MachineFiles files;
   EXPECT_EQ(ReadAll(files, tree.Path()).Files, std::vector<String>{name});
-  EXPECT_TRUE(files.FileExists(tree.PathOf(name)));
 }
 
 TEST(FolderReading, PathsMayBeLongerThanTheSystemsUsualLimit) {
@@ -146,11 +145,9 @@ TEST(FolderReading, PathsMayBeLongerThanTheSystemsUsualLimit) {
   ASSERT_GT(tree.PathOf(name).size(), 1200u);
   MachineFiles files;
   EXPECT_EQ(ReadAll(files, tree.PathOf(name)).Files, std::vector<String>{u"deep"});
-  EXPECT_TRUE(files.FileExists(tree.PathOf(name + u"\\deep")));
-  EXPECT_TRUE(files.FolderExists(tree.PathOf(name)));
+  EXPECT_TRUE(FolderExists(files, tree.PathOf(name)));
   const String parent = name.substr(0, name.rfind(u'\\'));
-  const auto probe = files.ProbeSubfolders(tree.PathOf(parent), {String(100, u'l')});
-  EXPECT_EQ(probe->Take(kLong), std::vector<bool>{false});
+  EXPECT_EQ(HaveFolders(files, tree.PathOf(parent), {String(100, u'l')}), std::vector<bool>{false});
 }
 
 TEST(FolderReading, AFolderThatHangsInsideItselfIsReadAtEveryLevel) {
@@ -165,7 +162,7 @@ TEST(FolderReading, AFolderThatHangsInsideItselfIsReadAtEveryLevel) {
     EXPECT_EQ(all.Files, std::vector<String>{u"file"});
     path += u"\\loop";
   }
-  EXPECT_EQ(files.ProbeSubfolders(tree.Path(), {u"loop"})->Take(kLong), std::vector<bool>{true});
+  EXPECT_EQ(HaveFolders(files, tree.Path(), {u"loop"}), std::vector<bool>{true});
 }
 
 TEST(FolderReading, LinksThatLeadNowhereEndNothing) {
@@ -177,9 +174,8 @@ TEST(FolderReading, LinksThatLeadNowhereEndNothing) {
   const folders::FolderPart all = ReadAll(files, tree.Path());
   EXPECT_NE(std::find(all.Files.begin(), all.Files.end(), u"file"), all.Files.end());
   for (const StringView link : {u"circle", u"nowhere"}) {
-    EXPECT_THROW(files.ReadFolder(tree.PathOf(link)), Error);
-    EXPECT_EQ(files.ProbeSubfolders(tree.Path(), {String(link)})->Take(kLong),
-              std::vector<bool>{false});
+    EXPECT_THROW(ReadAll(files, tree.PathOf(link)), Error);
+    EXPECT_EQ(HaveFolders(files, tree.Path(), {String(link)}), std::vector<bool>{false});
   }
 }
 
@@ -202,7 +198,7 @@ TEST_F(LargeFolder, ArrivesInPartsInTheSystemsOrder) {
   const std::vector<String> expected = Search(Path()).Files;
   ASSERT_EQ(expected.size(), static_cast<std::size_t>(kMany));
   EXPECT_TRUE(InOneOfThem([&] {
-    const auto reader = files_.ReadFolder(Path());
+    const auto reader = files_.ReadFolder({Path()});
     std::vector<String> names;
     int parts = 0;
     const Stopwatch watch;
@@ -220,18 +216,18 @@ TEST_F(LargeFolder, ArrivesInPartsInTheSystemsOrder) {
 
 TEST_F(LargeFolder, TheCallThatBeginsToReadReturnsBeforeItIsRead) {
   EXPECT_TRUE(
-      InOneOfThem([this] { return !files_.ReadFolder(Path())->Take(milliseconds(0)).Complete; }));
+      InOneOfThem([this] { return !files_.ReadFolder({Path()})->Take(milliseconds(0)).Complete; }));
 }
 
 TEST_F(LargeFolder, AReaderEndsAtOnceAndItsWorkSoon) {
   const long handles = CountKernelHandles();
   const milliseconds whole = Shortest([this] {
     const Stopwatch watch;
-    files_.ReadFolder(Path())->Take(kLong);
+    files_.ReadFolder({Path()})->Take(kLong);
     return watch.Passed();
   });
   const milliseconds end = Shortest([this] {
-    auto reader = files_.ReadFolder(Path());
+    auto reader = files_.ReadFolder({Path()});
     reader->Take(milliseconds(1));
     const Stopwatch watch;
     reader.reset();
@@ -246,7 +242,7 @@ TEST_F(LargeFolder, TheOwnerMayGoBeforeTheReader) {
   std::unique_ptr<folders::FolderReader> reader;
   {
     MachineFiles gone;
-    reader = gone.ReadFolder(Path());
+    reader = gone.ReadFolder({Path()});
   }
   EXPECT_EQ(reader->Take(kLong).Files.size(), static_cast<std::size_t>(kMany));
 }
@@ -254,7 +250,7 @@ TEST_F(LargeFolder, TheOwnerMayGoBeforeTheReader) {
 TEST_F(LargeFolder, ManyAreReadAtOnce) {
   std::vector<std::unique_ptr<folders::FolderReader>> readers;
   for (int i = 0; i < 5; ++i)
-    readers.push_back(files_.ReadFolder(Path()));
+    readers.push_back(files_.ReadFolder({Path()}));
   for (const auto& reader : readers)
     EXPECT_EQ(reader->Take(kLong).Files.size(), static_cast<std::size_t>(kMany));
 }
@@ -265,14 +261,15 @@ TEST(FolderReading, AFolderThatVanishesWhileItIsReadIsCompleteWithWhatItHad) {
   tree.AddFiles(u"vanishing", 20000);
   const folders::FolderPart before = Search(tree.PathOf(u"vanishing"));
   MachineFiles files;
-  const auto reader = files.ReadFolder(tree.PathOf(u"vanishing"));
+  const auto reader = files.ReadFolder({tree.PathOf(u"vanishing")});
+  AwaitOpening(*reader);
   tree.Remove(u"vanishing");
   const folders::FolderPart all = reader->Take(kLong);
   EXPECT_TRUE(all.Complete);
   EXPECT_LE(all.Files.size(), before.Files.size());
   EXPECT_TRUE(
       std::includes(before.Files.begin(), before.Files.end(), all.Files.begin(), all.Files.end()));
-  EXPECT_FALSE(files.FolderExists(tree.PathOf(u"vanishing")));
+  EXPECT_FALSE(FolderExists(files, tree.PathOf(u"vanishing")));
 }
 
 class ManyFolders : public testing::Test {
@@ -295,16 +292,16 @@ TEST_F(ManyFolders, EachTellsWhetherItHasSubfolders) {
   const std::vector<String> folders = ReadAll(files_, Tree().Path()).Folders;
   ASSERT_EQ(folders.size(), static_cast<std::size_t>(kFolders));
   const auto probe = files_.ProbeSubfolders(Tree().Path(), folders);
-  std::vector<bool> answers;
+  std::map<std::size_t, bool> answers;
   const Stopwatch watch;
   while (answers.size() < folders.size() && watch.Passed() < kLong) {
-    const std::vector<bool> part = probe->Take(milliseconds(5));
-    answers.insert(answers.end(), part.begin(), part.end());
+    for (const folders::Marker& marker : probe->Take(milliseconds(5)))
+      EXPECT_TRUE(answers.emplace(marker.Folder, marker.HasFolders).second) << "told twice";
   }
   ASSERT_EQ(answers.size(), folders.size());
-  for (std::size_t i = 0; i < folders.size(); ++i) {
-    const int number = std::stoi(ToUtf8(folders[i].substr(6)));
-    ASSERT_EQ(answers[i], number % 3 == 1) << number;
+  for (const auto& [folder, has_folders] : answers) {
+    const int number = std::stoi(ToUtf8(folders.at(folder).substr(6)));
+    ASSERT_EQ(has_folders, number % 3 == 1) << number;
   }
   EXPECT_TRUE(probe->Take(milliseconds(0)).empty());
 }
@@ -331,12 +328,12 @@ TEST(SubfolderProbing, WhatIsNoFolderOrCannotBeReadHasNoSubfolders) {
   tree.AddFiles(u"mixed", 300);
   tree.AddFolder(u"mixed\\zzz behind all files");
   MachineFiles files;
-  const auto probe =
-      files.ProbeSubfolders(tree.Path(), {u"file", u"missing", u"files only", u"mixed", u"", u"*"});
   // An empty name leads to the folder itself, which has some.
-  EXPECT_EQ(probe->Take(kLong), (std::vector<bool>{false, false, false, true, true, false}));
-  EXPECT_EQ(files.ProbeSubfolders(u"Y:\\", {u"a", u"b"})->Take(kLong), std::vector<bool>(2));
-  EXPECT_EQ(files.ProbeSubfolders(tree.Path(), {})->Take(kLong), std::vector<bool>());
+  EXPECT_EQ(
+      HaveFolders(files, tree.Path(), {u"file", u"missing", u"files only", u"mixed", u"", u"*"}),
+      (std::vector<bool>{false, false, false, true, true, false}));
+  EXPECT_EQ(HaveFolders(files, u"Y:\\", {u"a", u"b"}), std::vector<bool>(2));
+  EXPECT_TRUE(files.ProbeSubfolders(tree.Path(), {})->Take(kLong).empty());
 }
 
 void ReadAndProbe(const FolderTree& tree, int rounds) {
@@ -344,11 +341,11 @@ void ReadAndProbe(const FolderTree& tree, int rounds) {
     MachineFiles files;
     const std::vector<String> folders = ReadAll(files, tree.Path()).Folders;
     files.ProbeSubfolders(tree.Path(), folders)->Take(kLong);
-    files.ReadFolder(tree.Path());  // and is given up
+    files.ReadFolder({tree.Path()});  // and is given up
     files.ProbeSubfolders(tree.Path(), folders);
-    EXPECT_THROW(files.ReadFolder(tree.PathOf(u"missing")), Error);
-    files.DriveReady(u"C:");
-    files.VolumeLabel(u"C:");
+    EXPECT_THROW(ReadAll(files, tree.PathOf(u"missing")), Error);
+    EXPECT_TRUE(DriveOf(files, u"C:").Ready);
+    files.AskFolder(tree.Path());  // and is given up
   }
 }
 

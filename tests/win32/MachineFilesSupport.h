@@ -6,16 +6,9 @@
 #include <array>
 #include <chrono>
 
-#include "folders/FileSystem.h"
+#include "contract/Asked.h"
 
 namespace krx::test {
-
-// More than any folder of the tests takes on the slowest machine.
-constexpr std::chrono::milliseconds kLong{300000};
-
-inline folders::FolderPart ReadAll(folders::FileSystem& files, StringView path) {
-  return files.ReadFolder(path)->Take(kLong);
-}
 
 // How long something took, for tests that nothing waits.
 class Stopwatch {

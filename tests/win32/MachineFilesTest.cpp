@@ -21,7 +21,7 @@ constexpr std::uint32_t Status(std::uint32_t number) {
 
 std::uint32_t ReadStatus(MachineFiles& files, StringView path) {
   try {
-    files.ReadFolder(path);
+    ReadAll(files, path);
     return 0;
   } catch (const Error& error) {
     return error.Status();
@@ -32,56 +32,43 @@ TEST(MachineFiles, TheDrivesAreThoseOfTheSystemInItsOrder) {
   MachineFiles files;
   DWORD letters = 0;
   String before;
-  for (const folders::Drive& drive : files.Drives()) {
-    ASSERT_EQ(drive.Path.size(), 2u);
-    EXPECT_LT(before, drive.Path);
-    letters |= 1u << (drive.Path[0] - u'A');
-    before = drive.Path;
-    const String root = drive.Path + u'\\';
+  for (const String& drive : files.Drives()) {
+    ASSERT_EQ(drive.size(), 2u);
+    EXPECT_LT(before, drive);
+    letters |= 1u << (drive[0] - u'A');
+    before = drive;
+    const String root = drive + u'\\';
     if (GetDriveTypeW(win32::Wide(root)) == DRIVE_FIXED) {
-      EXPECT_EQ(drive.Type, folders::DriveType::Fixed);
+      EXPECT_EQ(DriveOf(files, drive).Type, folders::DriveType::Fixed);
     }
   }
   EXPECT_EQ(letters, GetLogicalDrives());
 }
 
-TEST(MachineFiles, TheSystemsDriveIsFixedAndReady) {
+TEST(MachineFiles, TheSystemsDriveIsFixedReadyAndHasTheLabelOfItsVolume) {
+  std::array<wchar_t, MAX_PATH + 1> label{};
+  GetVolumeInformationW(L"C:\\", label.data(), static_cast<DWORD>(label.size()), nullptr, nullptr,
+                        nullptr, nullptr, 0);
   MachineFiles files;
-  const auto drives = files.Drives();
-  EXPECT_NE(
-      std::find(drives.begin(), drives.end(), folders::Drive{u"C:", folders::DriveType::Fixed}),
-      drives.end());
-  EXPECT_TRUE(files.DriveReady(u"C:"));
-  EXPECT_TRUE(files.DriveReady(u"c:\\"));
-  EXPECT_TRUE(files.DriveReady(u"C:\\there is no such folder"));
+  for (const StringView path : {u"C:", u"c:\\", u"C:\\there is no such folder"}) {
+    const folders::Drive drive = DriveOf(files, path);
+    EXPECT_EQ(drive.Type, folders::DriveType::Fixed);
+    EXPECT_TRUE(drive.Ready);
+    EXPECT_EQ(drive.Label, win32::Narrow(label.data(), wcslen(label.data())));
+  }
 }
 
-TEST(MachineFiles, APathTellsItsDriveWhateverFollows) {
+TEST(MachineFiles, WhatIsNoDriveIsNotReady) {
   MachineFiles files;
-  EXPECT_TRUE(files.DriveExists(u"C:"));
-  EXPECT_TRUE(files.DriveExists(u"c:\\nowhere"));
-  EXPECT_FALSE(files.DriveExists(u"X:\\"));
-  EXPECT_FALSE(files.DriveExists(u"1:"));
-  EXPECT_FALSE(files.DriveExists(u"Data"));
-  EXPECT_FALSE(files.DriveExists(u""));
-  EXPECT_FALSE(files.DriveExists(u"\\\\krx-no-server\\share"));
+  for (const StringView none : {u"X:\\", u"Y:", u"1:", u"Data", u"", u"\\\\krx-no-server\\share"})
+    EXPECT_FALSE(DriveOf(files, none).Ready) << ToUtf8(none);
 }
 
 TEST(MachineFiles, ADriveWithoutAMediumIsShown) {
   const EmptyDrive drive;
   MachineFiles files;
   const auto drives = files.Drives();
-  EXPECT_TRUE(std::any_of(drives.begin(), drives.end(),
-                          [](const folders::Drive& d) { return d.Path == EmptyDrive::kDrive; }));
-}
-
-TEST(MachineFiles, TheLabelIsThatOfTheVolume) {
-  std::array<wchar_t, MAX_PATH + 1> label{};
-  GetVolumeInformationW(L"C:\\", label.data(), static_cast<DWORD>(label.size()), nullptr, nullptr,
-                        nullptr, nullptr, 0);
-  MachineFiles files;
-  EXPECT_EQ(files.VolumeLabel(u"C:"), win32::Narrow(label.data(), wcslen(label.data())));
-  EXPECT_EQ(files.VolumeLabel(u"Y:"), u"");
+  EXPECT_NE(std::find(drives.begin(), drives.end(), EmptyDrive::kDrive), drives.end());
 }
 
 TEST(MachineFiles, AFolderThatCannotBeReadTellsWhy) {
@@ -122,7 +109,7 @@ TEST(MachineFiles, ABareDriveIsItsRoot) {
   const CurrentFolder current(tree.Path());
   MachineFiles files;
   EXPECT_EQ(files.CurrentDirectory(), tree.Path());
-  EXPECT_TRUE(files.FolderExists(u"C:"));
+  EXPECT_TRUE(FolderExists(files, u"C:"));
   EXPECT_EQ(ReadAll(files, u"C:").Folders, ReadAll(files, u"C:\\").Folders);
   EXPECT_NE(ReadAll(files, u"C:").Folders, std::vector<String>());
 }
@@ -142,15 +129,10 @@ TEST(MachineFiles, FoldersAndFilesAreToldApart) {
   tree.AddFolder(u"folder");
   tree.AddFile(u"file");
   MachineFiles files;
-  EXPECT_TRUE(files.FolderExists(tree.PathOf(u"folder")));
-  EXPECT_TRUE(files.FolderExists(tree.PathOf(u"FOLDER\\")));
-  EXPECT_FALSE(files.FileExists(tree.PathOf(u"folder")));
-  EXPECT_TRUE(files.FileExists(tree.PathOf(u"folder\\..\\file")));
-  EXPECT_FALSE(files.FolderExists(tree.PathOf(u"file")));
-  EXPECT_FALSE(files.FileExists(tree.PathOf(u"missing")));
-  EXPECT_FALSE(files.FileExists(tree.PathOf(u"*")));
-  EXPECT_FALSE(files.FileExists(tree.PathOf(u"file") + u'\0'));
-  EXPECT_FALSE(files.FolderExists(u"Y:"));
+  EXPECT_TRUE(FolderExists(files, tree.PathOf(u"folder")));
+  EXPECT_TRUE(FolderExists(files, tree.PathOf(u"FOLDER\\")));
+  EXPECT_FALSE(FolderExists(files, tree.PathOf(u"file")));
+  EXPECT_FALSE(FolderExists(files, u"Y:"));
 }
 
 }  // namespace

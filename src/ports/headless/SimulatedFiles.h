@@ -22,6 +22,11 @@ class SimulatedFiles : public folders::FileSystem {
   String CurrentFolder = u"C:\\";
   // Hears of every call; it may throw, which is the call's failure.
   std::function<void(const std::string&)> OnCall;
+  // Whether a question, named as OnCall hears of it, is not answered yet; asked at each Take. Of a
+  // reading that has begun to answer it is asked as "rest of ReadFolder(...)".
+  std::function<bool(const std::string&)> Held;
+  // Hears how long a caller waits for an answer that does not come.
+  std::function<void(folders::Patience)> OnWait;
 
   // A new machine has the ready fixed drive C: and nothing on it.
   void AddDrive(String path, folders::DriveType type = folders::DriveType::Fixed, bool ready = true,
@@ -39,14 +44,11 @@ class SimulatedFiles : public folders::FileSystem {
   // The folder may not be read from now on.
   void Deny(StringView path);
 
-  std::vector<folders::Drive> Drives() override;
-  bool DriveExists(StringView path) override;
-  bool DriveReady(StringView drive) override;
-  String VolumeLabel(StringView drive) override;
+  std::vector<String> Drives() override;
   String CurrentDirectory() override;
-  bool FolderExists(StringView path) override;
-  bool FileExists(StringView path) override;
-  std::unique_ptr<folders::FolderReader> ReadFolder(StringView path) override;
+  std::unique_ptr<folders::Question<folders::Drive>> AskDrive(StringView drive) override;
+  std::unique_ptr<folders::Question<bool>> AskFolder(StringView path) override;
+  std::unique_ptr<folders::FolderReader> ReadFolder(std::vector<String> paths) override;
   std::unique_ptr<folders::SubfolderProbe> ProbeSubfolders(StringView path,
                                                            std::vector<String> folders) override;
 
@@ -57,9 +59,8 @@ class SimulatedFiles : public folders::FileSystem {
     bool Denied = false;
   };
   struct Volume {
+    String Path;  // of a drive or a share
     folders::Drive Drive;
-    String Label;
-    bool Ready = true;
     Folder* Root = nullptr;
   };
   // A path taken apart: its volume (none: there is none) and the names below it.
@@ -69,10 +70,20 @@ class SimulatedFiles : public folders::FileSystem {
     std::vector<String> Names;
   };
 
-  void Call(const char* operation, StringView argument) const;
+  template <class Answer>
+  class Asked;
+  class Reader;
+  class Probe;
+
+  // Gives the name of the call.
+  std::string Call(const char* operation, StringView argument) const;
+  bool IsHeld(const std::string& question, folders::Patience patience) const;
   Folder* NewFolder();
-  Volume& AddVolume(folders::Drive drive, bool ready, String label);
+  Volume& AddVolume(String path, folders::Drive drive);
   Place Find(StringView path);
+  // The number of the runtime error with which a folder is refused; 0 for one that can be read.
+  std::int32_t RefusalOf(StringView path);
+  folders::FolderPart Contents(StringView path);
   // The folder at a place; none when it or its medium is missing.
   static Folder* FolderAt(const Place& place);
   Folder& Make(const Place& place);

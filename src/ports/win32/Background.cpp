@@ -26,16 +26,38 @@ void CALLBACK Background::Execute(PTP_CALLBACK_INSTANCE, void* held) {
   // A drive without a medium must not open a box of the system's.
   DWORD mode = 0;
   SetThreadErrorMode(SEM_FAILCRITICALERRORS, &mode);
+  work.Enter();
   try {
-    work.Run();
+    if (!work.GivenUp()) work.Run();
   } catch (...) {
     // Without memory the work ends with what it has.
   }
   SetThreadErrorMode(mode, nullptr);
-  const Guard guard(work);
-  work.answered_ = true;
-  work.ended_ = true;
-  WakeAllConditionVariable(&work.changed_);
+  work.Leave();
+}
+
+void Background::Enter() {
+  const Guard guard(*this);
+  thread_ = GetCurrentThreadId();
+}
+
+// From here on the thread may do other work, which is not to be cancelled.
+void Background::Leave() {
+  const Guard guard(*this);
+  thread_ = 0;
+  answered_ = true;
+  ended_ = true;
+  WakeAllConditionVariable(&changed_);
+}
+
+void Background::GiveUp() {
+  given_up_ = true;
+  const Guard guard(*this);
+  if (thread_ == 0) return;
+  const HANDLE thread = OpenThread(THREAD_TERMINATE, FALSE, thread_);
+  if (!thread) return;
+  CancelSynchronousIo(thread);
+  CloseHandle(thread);
 }
 
 void Background::Answer() {

@@ -20,9 +20,10 @@ class Background {
   // Raises Error when the system has no thread.
   static void Start(std::shared_ptr<Background> work);
 
-  // Asks the work to end soon; waits for nothing.
-  void GiveUp() { given_up_ = true; }
-  // Waits no longer than `patience`; returns whether it is so.
+  // Asks the work to end soon, and cancels the call of the system that it waits in; waits for
+  // nothing itself.
+  void GiveUp();
+  // Both wait no longer than `patience` and return whether it is so.
   bool WaitForAnswer(std::chrono::milliseconds patience) { return Wait(answered_, patience); }
   bool WaitForEnd(std::chrono::milliseconds patience) { return Wait(ended_, patience); }
 
@@ -48,6 +49,8 @@ class Background {
  private:
   static void CALLBACK Execute(PTP_CALLBACK_INSTANCE, void* work);
   bool Wait(const bool& reached, std::chrono::milliseconds patience);
+  void Enter();
+  void Leave();
 
   // These two, unlike the standard's, cost no call of the kernel where nobody waits.
   SRWLOCK lock_ = SRWLOCK_INIT;
@@ -55,6 +58,7 @@ class Background {
   std::atomic<bool> given_up_ = false;
   bool answered_ = false;
   bool ended_ = false;
+  DWORD thread_ = 0;  // that runs the work; 0 before and behind
 };
 
 }  // namespace krx::win32

@@ -1,30 +1,26 @@
 #include "ports/win32/Devices.h"
 
+#include <utility>
+
 #include "ports/win32/Paths.h"
 
 namespace krx::win32 {
 
-namespace {
-
-// "\\?\c:\Data" and "\\?\C:\" are on one drive.
-String DeviceOf(const String& path) {
+String Devices::DeviceOf(const String& path) {
   return AsciiUpper(RootOf(path));
 }
 
-}  // namespace
-
-bool Devices::Ask(const String& path, std::shared_ptr<Background> work) {
-  const String device = DeviceOf(path);
-  const auto silent = silent_.find(device);
-  if (silent != silent_.end()) {
-    if (!silent->second->WaitForEnd(std::chrono::milliseconds(0))) return false;
-    silent_.erase(silent);
-  }
-  Background::Start(work);
-  if (work->WaitForAnswer(patience_)) return true;
-  work->GiveUp();
-  silent_.emplace(device, std::move(work));
+bool Devices::Silent(const String& path) {
+  const auto silent = silent_.find(DeviceOf(path));
+  if (silent == silent_.end()) return false;
+  if (!silent->second->WaitForEnd(std::chrono::milliseconds(0))) return true;
+  silent_.erase(silent);
   return false;
+}
+
+void Devices::GiveUp(const String& path, std::shared_ptr<Background> work) {
+  work->GiveUp();
+  silent_.insert_or_assign(DeviceOf(path), std::move(work));
 }
 
 }  // namespace krx::win32

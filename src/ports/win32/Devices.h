@@ -1,49 +1,36 @@
 #pragma once
 
-#include <functional>
+#include <chrono>
 #include <map>
-#include <optional>
+#include <memory>
 
 #include "base/String.h"
 #include "ports/win32/Background.h"
 
 namespace krx::win32 {
 
-// Asks drives and servers with a limit to the wait: one that keeps quiet counts as not there until
-// the question that it left open has ended, so it makes the operator wait once and not at every
-// folder on the way.
+// Drives and servers that keep quiet: one that has not answered within the limit counts as not
+// there until the question that it left open has ended, so that questions to it do not pile up. For
+// use by one thread.
 class Devices {
  public:
-  static constexpr std::chrono::milliseconds kPatience{3000};
+  using Clock = std::chrono::steady_clock;
+  static constexpr std::chrono::milliseconds kLimit{3000};
 
-  explicit Devices(std::chrono::milliseconds patience = kPatience) : patience_(patience) {}
+  explicit Devices(std::chrono::milliseconds limit = kLimit) : limit_(limit) {}
 
-  // Starts work that asks the device of a system path, and waits for its answer. False when the
-  // device keeps quiet; the work has been given up then.
-  bool Ask(const String& path, std::shared_ptr<Background> work);
+  // Whether the device of a system path keeps quiet.
+  bool Silent(const String& path);
+  // Whether a question that was asked at a time has been open for too long.
+  bool Overdue(Clock::time_point asked) const { return Clock::now() - asked >= limit_; }
+  // Gives up work that asks the device of a system path and has got no answer.
+  void GiveUp(const String& path, std::shared_ptr<Background> work);
 
-  // The answer to a question that must not refer to anything of the caller's; none when the device
-  // keeps quiet.
-  template <class Reply>
-  std::optional<Reply> Ask(const String& path, std::function<Reply()> question) {
-    const auto work = std::make_shared<Question<Reply>>(std::move(question));
-    if (!Ask(path, std::static_pointer_cast<Background>(work))) return std::nullopt;
-    return std::move(work->Said);
-  }
+  // "\\?\c:\Data" and "\\?\C:\" are on one device.
+  static String DeviceOf(const String& path);
 
  private:
-  template <class Reply>
-  class Question : public Background {
-   public:
-    explicit Question(std::function<Reply()> question) : question_(std::move(question)) {}
-    Reply Said{};
-
-   private:
-    void Run() override { Said = question_(); }
-    const std::function<Reply()> question_;
-  };
-
-  const std::chrono::milliseconds patience_;
+  const std::chrono::milliseconds limit_;
   std::map<String, std::shared_ptr<Background>> silent_;  // by device
 };
 

@@ -9,37 +9,22 @@ namespace krx::win32 {
 namespace {
 
 constexpr std::size_t kReadBuffer = 65536;
-constexpr std::size_t kProbeBuffer = 4096;  // mostly the first entries tell
-
-bool HasSubfolder(const String& path) {
-  FolderScan scan(path, kProbeBuffer);
-  while (const auto entry = scan.Next()) {
-    if (entry->IsFolder) return true;
-  }
-  return false;
-}
-
-// The side of a reader or a probe; work that it waits for no longer is given up.
-template <class Interface, class Work>
-class Taker : public Interface {
- public:
-  explicit Taker(std::shared_ptr<Work> work) : work_(std::move(work)) {}
-  ~Taker() override { work_->GiveUp(); }
-
-  decltype(std::declval<Work>().Take()) Take(std::chrono::milliseconds patience) override {
-    work_->WaitForEnd(patience);
-    return work_->Take();
-  }
-
- private:
-  const std::shared_ptr<Work> work_;
-};
 
 }  // namespace
 
 void FolderReading::Run() {
-  FolderScan scan(path_, kReadBuffer);
-  error_code_ = scan.ErrorCode();
+  Refusal first = Refusal::None;
+  for (std::size_t at = 0; at < paths_.size() && !GivenUp(); ++at) {
+    at_ = at;
+    FolderScan scan(paths_[at], kReadBuffer);
+    if (scan.ErrorCode() == ERROR_SUCCESS) return Read(scan);
+    if (at == 0) first = RefusalOf(paths_[at], scan.ErrorCode());
+  }
+  refusal_ = first;
+}
+
+void FolderReading::Read(FolderScan& scan) {
+  refusal_ = Refusal::None;
   Answer();
   folders::FolderPart batch;
   while (!GivenUp()) {
@@ -62,38 +47,64 @@ folders::FolderPart FolderReading::Take() {
   return part;
 }
 
-void SubfolderProbing::Run() {
-  String path = path_;
-  if (!path.ends_with(u'\\')) path += u'\\';
-  const std::size_t parent = path.size();
-  for (const String& folder : folders_) {
-    if (GivenUp()) return;
-    path.replace(parent, String::npos, folder);
-    const bool found = HasSubfolder(path);
-    const Guard guard(*this);
-    found_.push_back(found);
-  }
+FolderTaker::FolderTaker(std::shared_ptr<Devices> devices, std::vector<String> system_paths)
+    : devices_(std::move(devices)), paths_(std::move(system_paths)) {
+  if (paths_.empty()) refusal_ = Refusal::PathNotFound;
+  Begin(0);
 }
 
-std::vector<bool> SubfolderProbing::Take() {
-  const Guard guard(*this);
-  std::vector<bool> part;
-  part.swap(found_);
-  taken_ += part.size();
-  // Work that ran out of memory found nothing in the rest.
-  if (Ended() && taken_ < folders_.size()) {
-    part.resize(part.size() + folders_.size() - taken_);
-    taken_ = folders_.size();
+FolderTaker::~FolderTaker() {
+  if (work_) work_->GiveUp();
+}
+
+void FolderTaker::Begin(std::size_t first) {
+  std::vector<String> paths;
+  tried_.clear();
+  for (std::size_t at = first; at < paths_.size(); ++at) {
+    const bool named = !paths_[at].empty();
+    const bool quiet =
+        named && (quiet_.contains(Devices::DeviceOf(paths_[at])) || devices_->Silent(paths_[at]));
+    if (at == 0 && !named) refusal_ = Refusal::PathNotFound;
+    if (at == 0 && quiet) refusal_ = Refusal::DeviceUnavailable;
+    if (!named || quiet) continue;
+    paths.push_back(paths_[at]);
+    tried_.push_back(at);
   }
+  if (paths.empty()) return;
+  work_ = std::make_shared<FolderReading>(std::move(paths));
+  Background::Start(work_);
+  begun_ = Devices::Clock::now();
+}
+
+void FolderTaker::PassOver() {
+  const std::size_t at = tried_[work_->At()];
+  quiet_.insert(Devices::DeviceOf(paths_[at]));
+  if (refusal_ == Refusal::None) refusal_ = Refusal::DeviceUnavailable;
+  devices_->GiveUp(paths_[at], std::exchange(work_, nullptr));
+  Begin(at + 1);
+}
+
+void FolderTaker::Open() {
+  opened_ = work_->Answered() == Refusal::None;
+  if (opened_) return;
+  if (refusal_ == Refusal::None) refusal_ = work_->Answered();
+  work_.reset();
+}
+
+folders::FolderPart FolderTaker::Take(folders::Patience patience) {
+  if (work_) work_->WaitForEnd(patience);
+  if (work_ && !opened_) {
+    if (work_->WaitForAnswer(folders::kNoPatience)) {
+      Open();
+    } else if (devices_->Overdue(begun_)) {
+      PassOver();
+    }
+  }
+  if (!work_) throw Refused(refusal_);
+  if (!opened_) return {};
+  folders::FolderPart part = work_->Take();
+  part.Opened = tried_[work_->At()];
   return part;
-}
-
-std::unique_ptr<folders::FolderReader> ReaderOf(std::shared_ptr<FolderReading> work) {
-  return std::make_unique<Taker<folders::FolderReader, FolderReading>>(std::move(work));
-}
-
-std::unique_ptr<folders::SubfolderProbe> ProbeOf(std::shared_ptr<SubfolderProbing> work) {
-  return std::make_unique<Taker<folders::SubfolderProbe, SubfolderProbing>>(std::move(work));
 }
 
 }  // namespace krx::win32

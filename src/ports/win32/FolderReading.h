@@ -1,50 +1,62 @@
 #pragma once
 
+#include <atomic>
+#include <set>
+
 #include "folders/FileSystem.h"
-#include "ports/win32/Background.h"
+#include "ports/win32/Devices.h"
+#include "ports/win32/Refusals.h"
 
 namespace krx::win32 {
 
-// Reads a folder. Its answer is whether the folder can be opened.
+class FolderScan;
+
+// Reads the first of some folders that can be opened. Its answer is whether one can.
 class FolderReading : public Background {
  public:
-  explicit FolderReading(String system_path) : path_(std::move(system_path)) {}
+  explicit FolderReading(std::vector<String> system_paths) : paths_(std::move(system_paths)) {}
 
-  // After the answer: ERROR_SUCCESS, or the system's code why the folder cannot be read.
-  DWORD ErrorCode() const { return error_code_; }
+  // The folder that is being opened or read, as a position among the paths.
+  std::size_t At() const { return at_; }
+  // After the answer: why the first folder cannot be read, where none can.
+  Refusal Answered() const { return refusal_; }
   // What has been read since the last call.
   folders::FolderPart Take();
 
  private:
   void Run() override;
+  void Read(FolderScan& scan);
   void Publish(folders::FolderPart& batch);
 
-  const String path_;
-  DWORD error_code_ = ERROR_NOT_ENOUGH_MEMORY;
+  const std::vector<String> paths_;
+  std::atomic<std::size_t> at_ = 0;
+  Refusal refusal_ = Refusal::PathNotFound;
   folders::FolderPart read_;
 };
 
-// Looks which folders of a folder have subfolders.
-class SubfolderProbing : public Background {
+// The side of who waits for a reading. A device that keeps quiet is passed over for the next folder
+// on another one.
+class FolderTaker : public folders::FolderReader {
  public:
-  SubfolderProbing(String system_path, std::vector<String> folders)
-      : path_(std::move(system_path)), folders_(std::move(folders)) {}
+  // Begins to read. A system path may be empty for what cannot name a folder.
+  FolderTaker(std::shared_ptr<Devices> devices, std::vector<String> system_paths);
+  ~FolderTaker() override;
 
-  // The answers found since the last call; at the end none is missing.
-  std::vector<bool> Take();
+  folders::FolderPart Take(folders::Patience patience) override;
 
  private:
-  void Run() override;
+  void Begin(std::size_t first);
+  void PassOver();
+  void Open();
 
-  const String path_;
-  const std::vector<String> folders_;
-  std::vector<bool> found_;
-  std::size_t taken_ = 0;
+  const std::shared_ptr<Devices> devices_;
+  const std::vector<String> paths_;
+  std::set<String> quiet_;           // devices that were passed over
+  Refusal refusal_ = Refusal::None;  // of the first path
+  Devices::Clock::time_point begun_;
+  std::vector<std::size_t> tried_;  // positions of the work's paths
+  std::shared_ptr<FolderReading> work_;
+  bool opened_ = false;
 };
-
-// The reader's and the probe's side of work in the background. A reader takes work that has been
-// started.
-std::unique_ptr<folders::FolderReader> ReaderOf(std::shared_ptr<FolderReading> work);
-std::unique_ptr<folders::SubfolderProbe> ProbeOf(std::shared_ptr<SubfolderProbing> work);
 
 }  // namespace krx::win32

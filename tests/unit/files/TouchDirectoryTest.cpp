@@ -300,6 +300,10 @@ TEST_F(TouchDirectory, MarkersFollowWhileTheOperatorWorks) {
   machine.Slice = 4;
   SelectDirectory(u"D:\\Backup\\Set0", [this](Operator& op) {
     auto& grid = op.Get<ui::KRXGrid>(u"grdFolders");
+    EXPECT_EQ(grid.RowCount(), 5) << "the way up and what has been read";
+    EXPECT_EQ(platform.Pointers.back(), ui::Pointer::Hourglass);
+    for (int waits = 0; grid.RowCount() < 31 && waits < 100; ++waits)
+      op.Wait(std::chrono::milliseconds(10));
     ASSERT_EQ(grid.RowCount(), 31) << "all rows are there";
     EXPECT_EQ(grid.Cell(4, 0), u" +") << "the first answers";
     EXPECT_EQ(grid.Cell(5, 0), u"");
