@@ -82,18 +82,18 @@ class TouchFailures : public TouchTest {
 };
 
 // Two questions about the start directory come first, and the caption with its service; then fonts
-// (9 times 2 and their service), texts (5), measuring, drives, folders and what is opened.
+// (4 classes, 2 calls each, and their service), texts (5), measuring, drives, folders and what is opened.
 TEST_F(TouchFailures, DirectoryDialog) {
   FailEveryCall(
       u"FDirectorySelectTouch",
       [this] {
         return dialog->KRSelectDirectoryTouch({u"C:\\Data\\Logs", true, {}});
       },
-      2, 2, 2 + 2 + 19 + 5 + 20);
+      2, 2, 2 + 2 + 9 + 5 + 20);
 }
 
 // Two questions, nine texts with their service before the form is shown (a filter without a
-// reference asks nobody), fonts (12 times 2 and their service), measuring, drives, folders, files
+// reference asks nobody), fonts (4 classes, 2 calls each, and their service), measuring, drives, folders, files
 // and what is opened.
 TEST_F(TouchFailures, FileDialog) {
   FailEveryCall(
@@ -102,7 +102,7 @@ TEST_F(TouchFailures, FileDialog) {
         return dialog->KROpenFileTouch(
             {u"plan.bmp", u"C:\\Data\\Logs", u"All|*.*|Text|*.txt", true, {}});
       },
-      2, 10, 2 + 10 + 25 + 40);
+      2, 10, 2 + 10 + 9 + 40);
 }
 
 struct Failure {
