@@ -180,12 +180,13 @@ TEST_F(TouchDialogs, DraggingScrollsAndTouchesNothing) {
   ExpectResult(L"");
 }
 
-TEST_F(TouchDialogs, TenThousandFoldersAreThereAtOnceAndTheirMarkersFollow) {
+TEST_F(TouchDialogs, TenThousandFoldersComeWhileTheDialogIsShownAndTheirMarkersFollow) {
   tree_.AddFolder(u"many");
   tree_.AddFolders(u"many", 10000);
   const Window form = OpenDirectory(PathOf(L"many\\folder00001"));
   const List folders = Folders(form);
-  EXPECT_EQ(folders.Count(), 10001);
+  EXPECT_GT(folders.Count(), 1);
+  EXPECT_TRUE(Within(Milliseconds(30000), [&] { return folders.Count() == 10001; }));
   EXPECT_TRUE(Within(Milliseconds(30000), [&] { return folders.Cell(9997, 0) == L" +"; }));
   EXPECT_EQ(folders.Cell(9998, 0), L"");  // every third has a folder in it
   EXPECT_EQ(folders.Cell(0, 0), L"");
