@@ -102,6 +102,7 @@ class TouchForm : public SelectionForm, private ui::FolderReadings::Watcher {
   void Leave();
   bool TakeAsked();
   void AskedRefused();
+  void AskedCame();
   void ShowFolders();
   void AddFolders();
   void FollowMarkers();

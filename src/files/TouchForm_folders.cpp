@@ -80,11 +80,16 @@ void TouchForm::AskedRefused() {
   }
 }
 
+void TouchForm::AskedCame() {
+  if (std::exchange(entering_, false)) ++Depth;
+  if (!wish_.empty()) SelectFolder(String(wish_));
+}
+
 void TouchForm::ListingsGrew() {
   if (asked_ && asked_->Refusal()) {
     AskedRefused();
   } else if (asked_) {
-    if (TakeAsked() && std::exchange(entering_, false)) ++Depth;
+    if (TakeAsked()) AskedCame();
   } else if (listed_) {
     AddFolders();
   }
