@@ -32,7 +32,7 @@ FolderReadings::Listing FolderReadings::Begin(std::vector<String> paths) {
 void FolderReadings::Await(const Listing& listing) {
   for (const auto& known : listings_) {
     const auto held = known.lock();
-    if (held && held == listing) held->Take(kPatience);
+    if (held && held == listing && held->Take(kPatience)) untold_ = true;
   }
   ticks_ = 0;
   due_ = 1;
@@ -55,7 +55,8 @@ FolderReadings::Listing FolderReadings::Share(const String& path) {
 }
 
 void FolderReadings::Tick() {
-  const bool told = TakeAll();
+  const bool come = TakeAll();
+  const bool told = std::exchange(untold_, false) || come;
   if (!told && ++ticks_ < due_) return;
   ticks_ = 0;
   due_ = std::min(2 * due_, kLongestRound);
@@ -78,7 +79,7 @@ void FolderReadings::ShowProgress() {
   std::erase_if(listings_, [](const auto& listing) { return listing.expired(); });
   const bool reading = std::any_of(listings_.begin(), listings_.end(),
                                    [](const auto& held) { return !held.lock()->Ended(); });
-  tmrReading_.Enabled = reading;
+  tmrReading_.Enabled = reading || untold_;
   if (!reading) {
     hourglass_.reset();
   } else if (!hourglass_) {

@@ -53,6 +53,8 @@ class FolderReadings {
   Timer tmrReading_;
   int ticks_ = 0;  // since the lists have heard of something
   int due_ = 1;    // ticks until they hear again
+  // What somebody has waited for the lists of others are still to hear of.
+  bool untold_ = false;
   std::vector<std::weak_ptr<folders::FolderListing>> listings_;
   std::vector<Watcher*> watchers_;
   std::optional<Hourglass> hourglass_;
