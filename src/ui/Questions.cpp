@@ -22,25 +22,28 @@ void Questions::Add(Look look) {
 
 void Questions::Drop() {
   open_.clear();
+  came_.clear();
   timer_.Enabled = false;
 }
 
 // Whoever is told an answer may ask more, drop all or show something that lets the timer tick.
 void Questions::Tick() {
-  std::vector<std::function<void()>> answers;
   std::erase_if(open_, [&](Look& look) {
     try {
       std::function<void()> told = look(folders::kNoPatience);
       if (!told) return false;
-      answers.push_back(std::move(told));
+      came_.push_back(std::move(told));
     } catch (const Error&) {
       // A question that cannot be asked stays without an answer.
     }
     return true;
   });
   timer_.Enabled = !open_.empty();
-  for (const auto& tell : answers)
+  while (!came_.empty()) {
+    const std::function<void()> tell = std::move(came_.front());
+    came_.erase(came_.begin());
     tell();
+  }
 }
 
 }  // namespace krx::ui

@@ -59,6 +59,7 @@ class Questions {
 
   Timer timer_;
   std::vector<Look> open_;
+  std::vector<std::function<void()>> came_;  // what tells answers that have come
 };
 
 }  // namespace krx::ui
