@@ -14,6 +14,7 @@ constexpr Twips kFingerRowPadding = 90;
 constexpr Twips kNarrowRowPadding = 30;
 constexpr Twips kIndent = 60;
 constexpr int kVisibleRows = 8;
+constexpr int kAroundField = 10;  // pixels that the system adds where it asks how high it is to be
 
 }  // namespace
 
@@ -21,11 +22,18 @@ ComboPeer::ComboPeer(Toolkit& toolkit, FormPeer& form, ui::ComboBox& box)
     : ControlPeer(toolkit, form, box), box_(box) {
   constexpr DWORD kStyle = CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS | WS_VSCROLL;
   CreateChild(L"COMBOBOX", kStyle, 0, String());
-  // Newer controls would open three times as many rows and pay no heed to the height.
+  // Their number and height are the list's height; newer controls would open thirty.
   SendMessageW(Window(), CB_SETMINVISIBLE, kVisibleRows, 0);
   box_.DroppedDown = false;  // a list that was open went with its window
   SizeRows();
   Fill();
+}
+
+// Asked while the window is created: each size that comes later costs the system several steps.
+void ComboPeer::Measure(MEASUREITEMSTRUCT& item) const {
+  const bool field = item.itemID == static_cast<UINT>(-1);
+  const int height = field ? FieldHeight() - kAroundField : RowHeight();
+  item.itemHeight = static_cast<UINT>(std::max(height, 1));
 }
 
 void ComboPeer::Update(ui::Aspect aspect) {
@@ -40,32 +48,29 @@ int ComboPeer::RowHeight() const {
   return form_.Scale().Pixels(box_.ForFingers() ? std::max(ui::kFingerRow, row) : row);
 }
 
-// The system rounds down to whole rows, so half a row makes up for what its borders take.
-int ComboPeer::HeightBelow() const {
-  const int rows = std::clamp(static_cast<int>(box_.Items().size()), 1, kVisibleRows);
-  return rows * RowHeight() + RowHeight() / 2;
+int ComboPeer::FieldHeight() const {
+  return Place().bottom - Place().top;
 }
 
-void ComboPeer::SizeRows() const {
-  SendMessageW(Window(), CB_SETITEMHEIGHT, 0, RowHeight());
-  // The field's part of the height is the system's affair, so it is tried and then corrected.
-  const int wanted = form_.Scale().Pixels(box_.Height());
-  SizeField(wanted);
+int ComboPeer::OuterHeight() const {
   RECT outer;
   GetWindowRect(Window(), &outer);
-  SizeField(wanted - (outer.bottom - outer.top - wanted));
+  return outer.bottom - outer.top;
+}
+
+// A size that the system has already is not given again.
+void ComboPeer::SizeRows() const {
+  if (SendMessageW(Window(), CB_GETITEMHEIGHT, 0, 0) != RowHeight())
+    SendMessageW(Window(), CB_SETITEMHEIGHT, 0, RowHeight());
+  const int wanted = FieldHeight();
+  if (OuterHeight() == wanted) return;
+  // The field's part of the height is the system's affair, so it is tried and then corrected.
+  SizeField(wanted);
+  SizeField(wanted - (OuterHeight() - wanted));
 }
 
 void ComboPeer::SizeField(int height) const {
   SendMessageW(Window(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(height, 1));
-}
-
-// The system takes a height beyond the field for that of the list.
-void ComboPeer::SizeList() const {
-  const RECT& place = Place();
-  SetWindowPos(Window(), nullptr, 0, 0, place.right - place.left,
-               place.bottom - place.top + HeightBelow(),
-               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void ComboPeer::Fill() const {
@@ -83,8 +88,7 @@ void ComboPeer::ShowSelection() const {
 void ComboPeer::UpdateContent(ui::Aspect aspect) {
   switch (aspect) {
     case ui::Aspect::Items:
-      Fill();
-      return SizeList();
+      return Fill();
     case ui::Aspect::Selection:
       return ShowSelection();
     case ui::Aspect::Text:

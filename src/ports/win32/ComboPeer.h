@@ -12,19 +12,22 @@ class ComboPeer final : public ControlPeer {
   ComboPeer(Toolkit& toolkit, FormPeer& form, ui::ComboBox& box);
 
   void Update(ui::Aspect aspect) override;
+  void Measure(MEASUREITEMSTRUCT& item) const override;
 
  protected:
   LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
   void UpdateContent(ui::Aspect aspect) override;
-  int HeightBelow() const override;
+  // The system would only measure by it, and anew each time; we draw and measure ourselves.
+  void GiveFont() const override {}
   void Notified(WORD code) override;
   void Draw(const DRAWITEMSTRUCT& item) override;
 
  private:
   int RowHeight() const;
+  int FieldHeight() const;
+  int OuterHeight() const;
   void SizeRows() const;
   void SizeField(int height) const;
-  void SizeList() const;
   void Fill() const;
   void ShowSelection() const;
   void Choose();

@@ -26,9 +26,7 @@ void ControlPeer::CreateChild(const wchar_t* window_class, DWORD style, DWORD ex
   style |= WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS;
   if (!control_.Enabled()) style |= WS_DISABLED;
   if (control_.TabStop()) style |= WS_TABSTOP;
-  RECT place = place_;
-  place.bottom += HeightBelow();
-  Create(toolkit_.Controls, {window_class, style, ex_style, Wide(text), place, form_.Window()},
+  Create(toolkit_.Controls, {window_class, style, ex_style, Wide(text), place_, form_.Window()},
          control_.Name());
   Created();
   GiveFont();
@@ -106,7 +104,7 @@ void ControlPeer::UpdateBounds() {
   if (EqualRect(&wanted, &place_)) return;
   place_ = wanted;
   SetWindowPos(Window(), nullptr, wanted.left, wanted.top, wanted.right - wanted.left,
-               wanted.bottom - wanted.top + HeightBelow(), SWP_NOACTIVATE | SWP_NOZORDER);
+               wanted.bottom - wanted.top, SWP_NOACTIVATE | SWP_NOZORDER);
   Invalidate();
 }
 

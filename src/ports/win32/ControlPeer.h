@@ -23,6 +23,8 @@ class ControlPeer : public WindowPeer {
   void Rescale();
   // A message that the system sends to the form on behalf of this window.
   virtual LRESULT FromParent(UINT message, WPARAM w, LPARAM l);
+  // How high the parts of a window are that is being created.
+  virtual void Measure(MEASUREITEMSTRUCT&) const {}
 
  protected:
   ControlPeer(Toolkit& toolkit, FormPeer& form, ui::Control& control);
@@ -42,8 +44,8 @@ class ControlPeer : public WindowPeer {
   virtual void Draw(const DRAWITEMSTRUCT&) {}
   // The window is there and will get its font.
   virtual void Created() {}
-  // Pixels that the window needs below its place, such as for a list that drops down.
-  virtual int HeightBelow() const { return 0; }
+  // The window gets the font in which it is to write.
+  virtual void GiveFont() const;
 
   // While it lives, the window only follows the model: what it reports is no news.
   class Following {
@@ -77,7 +79,6 @@ class ControlPeer : public WindowPeer {
   void StandInOrder() const;
   void UpdateBounds();
   void UpdateFont();
-  void GiveFont() const;
   void MouseEvent(const ui::Event<int, int, Twips, Twips>& event, int button, WPARAM w, LPARAM l);
 
   ui::Control& control_;

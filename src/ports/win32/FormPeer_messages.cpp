@@ -52,6 +52,11 @@ LRESULT FormPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       return ToChild(reinterpret_cast<const NMHDR*>(l)->hwndFrom, message, w, l);
     case WM_DRAWITEM:
       return ToChild(reinterpret_cast<const DRAWITEMSTRUCT*>(l)->hwndItem, message, w, l);
+    case WM_MEASUREITEM:
+      // Comes from a window that is being created, whose peer has just entered.
+      if (children_.empty() || children_.back()->Window()) break;
+      children_.back()->Measure(*reinterpret_cast<MEASUREITEMSTRUCT*>(l));
+      return TRUE;
     case WM_CTLCOLOREDIT:
     case WM_CTLCOLORSTATIC:
     case WM_CTLCOLORBTN:
