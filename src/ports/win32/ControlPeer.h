@@ -19,6 +19,8 @@ class ControlPeer : public WindowPeer {
   ui::Control& TheControl() const { return control_; }
   const RECT& Place() const { return place_; }
 
+  // The form is about to be shown: what the system would put off until then is done unseen.
+  virtual void Settle() {}
   // The form moved to a monitor of another resolution.
   void Rescale();
   // A message that the system sends to the form on behalf of this window.

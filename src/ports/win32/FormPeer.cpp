@@ -92,6 +92,8 @@ void FormPeer::UpdateBounds() {
 }
 
 void FormPeer::Show() {
+  for (ControlPeer* const child : children_)
+    child->Settle();
   ShowWindow(Window(), SW_SHOW);
   StandInFront(Window());
   Tell(EVENT_SYSTEM_DIALOGSTART, Window());

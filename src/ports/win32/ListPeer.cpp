@@ -59,6 +59,17 @@ void ListPeer::Created() {
   Send(WM_SETREDRAW, FALSE);
 }
 
+// The system lays rows and header out when it first draws them, and every step of that costs much
+// more once it can be seen. A single pixel is enough to have it done.
+void ListPeer::Settle() {
+  if (IsWindowVisible(Window())) return;
+  const Following following(*this);
+  const HDC dc = CreateCompatibleDC(nullptr);
+  if (!dc) return;
+  Send(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
+  DeleteDC(dc);
+}
+
 void ListPeer::Update(ui::Aspect aspect) {
   ControlPeer::Update(aspect);
   if (!Window()) return;

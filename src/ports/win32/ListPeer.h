@@ -22,6 +22,7 @@ class ListPeer final : public ControlPeer {
 
   void Update(ui::Aspect aspect) override;
   LRESULT FromParent(UINT message, WPARAM w, LPARAM l) override;
+  void Settle() override;
 
  protected:
   LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
