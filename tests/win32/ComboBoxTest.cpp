@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -114,6 +115,31 @@ TEST_F(ComboBox, ArrowsInTheOpenListChooseNothingBeforeEnter) {
   });
   EXPECT_EQ(events, "CS2E");
   EXPECT_EQ(form.cboName.ListIndex(), 2);
+}
+
+TEST_F(ComboBox, ATextThatComesWhileTheListIsOpenLeavesTheOperatorWhereHeIs) {
+  form.cboName.KeyDown = [this](int& key, int) {
+    if (key == VK_F8) form.cboName.SetItem(0, u"another text");
+  };
+  Work([this](Person& person, HWND combo) {
+    person.Press(VK_F4);
+    Await(person, combo, true);
+    person.Press(VK_DOWN);
+    person.Await([&] { return SendMessageW(combo, CB_GETCURSEL, 0, 0) == 0; }, "the first row");
+    person.Press(VK_DOWN);
+    person.Await([&] { return SendMessageW(combo, CB_GETCURSEL, 0, 0) == 1; }, "the next row");
+    person.Press(VK_F8);
+    person.Await([&] { return form.cboName.Items()[0] == u"another text"; }, "the text");
+    EXPECT_TRUE(Open(combo));
+    EXPECT_EQ(SendMessageW(combo, CB_GETCURSEL, 0, 0), 1);
+    person.Press(VK_RETURN);
+    Await(person, combo, false);
+    person.Await([&] { return events.size() == 4; }, "the choice and the key");
+    std::array<wchar_t, 64> first{};
+    SendMessageW(combo, CB_GETLBTEXT, 0, reinterpret_cast<LPARAM>(first.data()));
+    EXPECT_STREQ(first.data(), L"another text");
+  });
+  EXPECT_EQ(events, "CS1E");
 }
 
 TEST_F(ComboBox, EscLeavesTheOpenListWithoutAChoice) {

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "ui/Platform.h"
 
@@ -81,6 +82,17 @@ void ComboPeer::Fill() const {
   ShowSelection();
 }
 
+// An operator who walks through the open list keeps his place in it; its rows are drawn by the
+// model's texts anyway.
+void ComboPeer::FillUnlessOpen() {
+  const auto rows = static_cast<std::size_t>(SendMessageW(Window(), CB_GETCOUNT, 0, 0));
+  stale_ = box_.DroppedDown && rows == box_.Items().size();
+  if (!stale_) return Fill();
+  COMBOBOXINFO info{};
+  info.cbSize = sizeof info;
+  if (GetComboBoxInfo(Window(), &info)) InvalidateRect(info.hwndList, nullptr, FALSE);
+}
+
 void ComboPeer::ShowSelection() const {
   SendMessageW(Window(), CB_SETCURSEL, static_cast<WPARAM>(box_.ListIndex()), 0);
 }
@@ -88,7 +100,7 @@ void ComboPeer::ShowSelection() const {
 void ComboPeer::UpdateContent(ui::Aspect aspect) {
   switch (aspect) {
     case ui::Aspect::Items:
-      return Fill();
+      return FillUnlessOpen();
     case ui::Aspect::Selection:
       return ShowSelection();
     case ui::Aspect::Text:
@@ -115,7 +127,9 @@ void ComboPeer::Notified(WORD code) {
     case CBN_CLOSEUP:
       box_.DroppedDown = false;
       Tell(EVENT_OBJECT_STATECHANGE, Window());
-      return cancelled_ ? ShowSelection() : Choose();
+      cancelled_ ? ShowSelection() : Choose();
+      if (std::exchange(stale_, false)) Fill();
+      return;
     case CBN_SELCHANGE:
       if (!box_.DroppedDown) Choose();
       return;

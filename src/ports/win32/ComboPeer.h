@@ -29,11 +29,13 @@ class ComboPeer final : public ControlPeer {
   void SizeRows() const;
   void SizeField(int height) const;
   void Fill() const;
+  void FillUnlessOpen();
   void ShowSelection() const;
   void Choose();
 
   ui::ComboBox& box_;
   bool cancelled_ = false;  // the open list is being left without a choice
+  bool stale_ = false;      // the open list is to be filled anew when it closes
 };
 
 }  // namespace krx::win32

@@ -82,7 +82,8 @@ class TouchFailures : public TouchTest {
 };
 
 // Two questions about the start directory come first, and the caption with its service; then fonts
-// (4 classes, 2 calls each, and their service), texts (5), measuring, drives, folders and what is opened.
+// (4 classes, 2 calls each, and their service), texts (5), measuring, drives, folders and what is
+// opened.
 TEST_F(TouchFailures, DirectoryDialog) {
   FailEveryCall(
       u"FDirectorySelectTouch",
@@ -93,8 +94,8 @@ TEST_F(TouchFailures, DirectoryDialog) {
 }
 
 // Two questions, nine texts with their service before the form is shown (a filter without a
-// reference asks nobody), fonts (4 classes, 2 calls each, and their service), measuring, drives, folders, files
-// and what is opened.
+// reference asks nobody), fonts (4 classes, 2 calls each, and their service), measuring, drives,
+// folders, files and what is opened.
 TEST_F(TouchFailures, FileDialog) {
   FailEveryCall(
       u"FFileSelectTouch",
