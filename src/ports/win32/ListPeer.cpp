@@ -136,10 +136,9 @@ int ListPeer::RowHeight() const {
 }
 
 void ListPeer::SizeRows() {
-  const int height = RowHeight();
-  if (images_.Suit(form_.Scale(), height, list_.HasImages())) return;
-  RowImages images(form_.Scale(), height, list_.HasImages());
-  Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images.List()));
+  SharedImages images = toolkit_.ImagesFor(form_.Scale(), RowHeight(), list_.HasImages());
+  if (images == images_) return;
+  Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images->List()));
   images_ = std::move(images);  // the window has let go of the old ones
 }
 

@@ -73,7 +73,7 @@ class ListPeer final : public ControlPeer {
   int TopRow() const { return static_cast<int>(Send(LVM_GETTOPINDEX)); }
 
   ui::RowList& list_;
-  RowImages images_;
+  SharedImages images_;
   int columns_ = 0;  // that the window has
 
   FingerScroll finger_;

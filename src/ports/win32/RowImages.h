@@ -12,16 +12,15 @@
 
 namespace krx::win32 {
 
-// The pictures before the rows of a list. Their height is that of a row: it is how the system's
+// The pictures before the rows of lists. Their height is that of a row: it is how the system's
 // list learns how high its rows are to be.
 class RowImages {
  public:
-  RowImages() = default;
   // Pictures for rows of this height in pixels, with room for them where `visible` asks for it.
   RowImages(Scale scale, int row_height, bool visible);
   // Whether these are the pictures that would be made so.
-  bool Suit(Scale scale, int row_height, bool visible) const {
-    return list_ && scale == scale_ && row_height == row_height_ && visible == visible_;
+  bool Are(Scale scale, int row_height, bool visible) const {
+    return scale == scale_ && row_height == row_height_ && visible == visible_;
   }
 
   HIMAGELIST List() const { return list_.get(); }
@@ -33,9 +32,11 @@ class RowImages {
     void operator()(HIMAGELIST list) const { ImageList_Destroy(list); }
   };
   Scale scale_;
-  int row_height_ = 0;
-  bool visible_ = false;
+  int row_height_;
+  bool visible_;
   std::unique_ptr<std::remove_pointer_t<HIMAGELIST>, Destroyer> list_;
 };
+
+using SharedImages = std::shared_ptr<const RowImages>;
 
 }  // namespace krx::win32

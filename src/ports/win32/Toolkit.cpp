@@ -1,5 +1,6 @@
 #include "ports/win32/Toolkit.h"
 
+#include <algorithm>
 #include <array>
 
 #include "ports/win32/FormPeer.h"
@@ -38,6 +39,16 @@ const Screen& Toolkit::OpeningScreen() {
     screen_known_until_ = now + kScreenKnown;
   }
   return screen_;
+}
+
+SharedImages Toolkit::ImagesFor(Scale scale, int row_height, bool visible) {
+  const auto found = std::find_if(images_.begin(), images_.end(), [&](const SharedImages& images) {
+    return images->Are(scale, row_height, visible);
+  });
+  if (found != images_.end()) return *found;
+  auto images = std::make_shared<const RowImages>(scale, row_height, visible);
+  if (images->List()) images_.push_back(images);  // else the system may have room for them later
+  return images;
 }
 
 const String& Toolkit::CloseWord() {

@@ -4,6 +4,7 @@
 
 #include "ports/win32/CommonControls.h"
 #include "ports/win32/KeyFilter.h"
+#include "ports/win32/RowImages.h"
 #include "ports/win32/Texts.h"
 #include "ports/win32/WindowClasses.h"
 #include "ui/Color.h"
@@ -43,6 +44,9 @@ class Toolkit {
     Toolkit& toolkit_;
   };
 
+  // Pictures for rows of this height, drawn once for all lists.
+  SharedImages ImagesFor(Scale scale, int row_height, bool visible);
+
   // The system's own word for closing a window, for controls that show a cross instead.
   const String& CloseWord();
   // The form that a box of the system belongs to: the innermost one; null without a form.
@@ -51,6 +55,7 @@ class Toolkit {
  private:
   WindowClasses classes_;
   String close_word_;
+  std::vector<SharedImages> images_;
   Screen screen_;
   ULONGLONG screen_known_until_ = 0;  // in ticks of the system
 };
