@@ -7,12 +7,14 @@
 namespace krx::test {
 
 // The dialogs on real windows, with the message box, over services that answer by themselves.
-struct Desk {
-  win32::Win32Platform Platform;
+template <class AnyPlatform>
+struct DeskOn {
+  AnyPlatform Platform;
   FakeRuntime Runtime;
   service::Apartment Apartment{Platform, Runtime};
   std::shared_ptr<service::KRXDialog> Dialog = service::KRXDialog::Create(Apartment);
 };
+using Desk = DeskOn<win32::Win32Platform>;
 
 // Of a window, in pixels of the screen.
 inline RECT PlaceOf(HWND window) {
