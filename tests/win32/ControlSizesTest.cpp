@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <set>
 
 #include "ControlsForm.h"
 #include "Person.h"
@@ -86,6 +87,38 @@ TEST_F(ControlSizes, ALowComboBoxIsAsHighAsATextBox) {
   Look([&](Person& person, HWND window) {
     EXPECT_EQ(HeightOf(person.Control(window, u"cboName")), Pixels(form.cboName.Height()));
   });
+}
+
+// Notes the heights that combo boxes of this thread have for as long as it lives.
+class ComboHeights {
+ public:
+  ComboHeights() { noted_.clear(); }
+  ~ComboHeights() { UnhookWindowsHookEx(hook_); }
+  ComboHeights(const ComboHeights&) = delete;
+  ComboHeights& operator=(const ComboHeights&) = delete;
+
+  const std::set<int>& Noted() const { return noted_; }
+
+ private:
+  static LRESULT CALLBACK Note(int code, WPARAM w, LPARAM l) {
+    const auto& sent = *reinterpret_cast<const CWPSTRUCT*>(l);
+    wchar_t name[16] = L"";
+    if (code == HC_ACTION && sent.message == WM_SIZE && GetClassNameW(sent.hwnd, name, 16) != 0 &&
+        lstrcmpiW(name, L"ComboBox") == 0)
+      noted_.insert(HIWORD(sent.lParam));
+    return CallNextHookEx(nullptr, code, w, l);
+  }
+  static inline std::set<int> noted_;
+  const HHOOK hook_ = SetWindowsHookExW(WH_CALLWNDPROC, &Note, nullptr, GetCurrentThreadId());
+};
+
+TEST_F(ControlSizes, AComboBoxIsAsHighAsItIsToBeFromTheBeginning) {
+  form.AddNames(5);
+  const ComboHeights heights;
+  Look([&](Person& person, HWND window) {
+    EXPECT_EQ(HeightOf(person.Control(window, u"cboName")), Pixels(form.cboName.Height()));
+  });
+  EXPECT_EQ(heights.Noted(), std::set<int>{Pixels(form.cboName.Height())});
 }
 
 // As the system tells when the form is dragged to another monitor.

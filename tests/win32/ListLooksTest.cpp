@@ -165,6 +165,33 @@ TEST_F(ListLooks, NewRowsAreDrawnAndTheOthersAreLeftAlone) {
   EXPECT_EQ(form.lst.AskedRows, (std::set<int>{4, 5}));
 }
 
+TEST_F(ListLooks, RowsAreLaidOutBeforeTheFormIsSeen) {
+  bool asked_unseen = false;
+  form.lst.WhenAsked = [&] {
+    asked_unseen = asked_unseen || !IsWindowVisible(FindWindowW(L"KRXForm", nullptr));
+  };
+  form.lst.TabIndex = 0;
+  WorkWith(form.lst, [&](Person& person, const List&) {
+    person.Await([&] { return Shows(ListOf(person, form.lst), 0, RGB(190, 196, 204)); }, "a drive");
+  });
+  EXPECT_TRUE(asked_unseen);
+}
+
+TEST_F(ListLooks, RowsOfOneHeightHaveTheSamePictures) {
+  form.lvw.RowMinHeight = 600;
+  form.grd.RowMinHeight = 600;
+  form.lst.RowMinHeight = 600;
+  WorkWith(form.lvw, [&](Person& person, const List&) {
+    const auto pictures = [&](const ui::RowList& list) {
+      return SendMessageW(ListOf(person, list).TheWindow().Handle(), LVM_GETIMAGELIST, LVSIL_SMALL,
+                          0);
+    };
+    EXPECT_NE(pictures(form.lvw), 0);
+    EXPECT_EQ(pictures(form.lvw), pictures(form.grd));
+    EXPECT_NE(pictures(form.lvw), pictures(form.lst));  // has pictures that are seen
+  });
+}
+
 TEST_F(ListLooks, ColumnsLeaveRoomForTheScrollBarThatNewRowsBring) {
   form.lst.TabIndex = 0;
   form.Soon([this] { form.lst.Grow(1000); });

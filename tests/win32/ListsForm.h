@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <set>
 #include <string>
 #include <utility>
@@ -28,6 +29,7 @@ class FolderList final : public ui::RowList {
   StringView Cell(int row, int) const override {
     ++Asked;
     AskedRows.insert(row);
+    if (WhenAsked) WhenAsked();
     return text_ = u"folder " + ToString(row);
   }
   bool HasImages() const override { return true; }
@@ -37,6 +39,7 @@ class FolderList final : public ui::RowList {
   }
   int Indent(int row) const override { return row % 4; }
 
+  std::function<void()> WhenAsked;
   mutable int Asked = 0;
   mutable std::set<int> AskedRows;
 

@@ -95,8 +95,8 @@ TEST_P(PlainList, ShowsAllItsEntriesOrEightOfThem) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Entries, PlainList,
-                         testing::Values(std::pair{1, 1}, std::pair{3, 3}, std::pair{8, 8},
-                                         std::pair{12, 8}));
+                         testing::Values(std::pair{0, 1}, std::pair{1, 1}, std::pair{3, 3},
+                                         std::pair{8, 8}, std::pair{12, 8}));
 
 TEST_F(PlainComboBox, IsGreyWhenItIsDisabled) {
   form.Soon([this] { form.cbo.Enabled = false; });

@@ -74,11 +74,20 @@ void ComboPeer::SizeField(int height) const {
   SendMessageW(Window(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(height, 1));
 }
 
+// Rows give a list its height; without any it takes what the window is given beyond the field.
+void ComboPeer::SizeEmptyList() const {
+  const RECT& place = Place();
+  SetWindowPos(Window(), nullptr, 0, 0, place.right - place.left,
+               FieldHeight() + RowHeight() + RowHeight() / 2,
+               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 void ComboPeer::Fill() const {
   SendMessageW(Window(), CB_RESETCONTENT, 0, 0);
   for (const String& item : box_.Items()) {
     SendMessageW(Window(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(item)));
   }
+  if (box_.Items().empty()) SizeEmptyList();
   ShowSelection();
 }
 

@@ -28,6 +28,7 @@ class ComboPeer final : public ControlPeer {
   int OuterHeight() const;
   void SizeRows() const;
   void SizeField(int height) const;
+  void SizeEmptyList() const;
   void Fill() const;
   void FillUnlessOpen();
   void ShowSelection() const;

@@ -185,7 +185,6 @@ TEST_F(TouchDialogs, TenThousandFoldersComeWhileTheDialogIsShownAndTheirMarkersF
   tree_.AddFolders(u"many", 10000);
   const Window form = OpenDirectory(PathOf(L"many\\folder00001"));
   const List folders = Folders(form);
-  EXPECT_GT(folders.Count(), 1);
   EXPECT_TRUE(Within(Milliseconds(30000), [&] { return folders.Count() == 10001; }));
   EXPECT_TRUE(Within(Milliseconds(30000), [&] { return folders.Cell(9997, 0) == L" +"; }));
   EXPECT_EQ(folders.Cell(9998, 0), L"");  // every third has a folder in it

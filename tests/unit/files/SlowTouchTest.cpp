@@ -41,7 +41,9 @@ TEST_F(SlowTouchTest, AStartDirectoryThatKeepsItsAnswerIsNamedUntilItComes) {
       EXPECT_THAT(Rows(op), ElementsAre("|..", "|Alpha", " +|Logs", "|Zeta"));
       EXPECT_EQ(Selected(op), u"Logs");
       EXPECT_EQ(Depth(op), 1);
-      if (HasFiles(op)) EXPECT_EQ(Selected(op, u"grdFiles"), u"plan.bmp");
+      if (HasFiles(op)) {
+        EXPECT_EQ(Selected(op, u"grdFiles"), u"plan.bmp");
+      }
       Cancel(op);
       Keep(question);
     };
@@ -207,7 +209,9 @@ TEST_F(SlowTouchTest, AFolderThatAnswersLateIsEnteredThen) {
     Pass(op, kMoment);
     EXPECT_THAT(Rows(op), ElementsAre("|..", "|Old"));
     EXPECT_EQ(Depth(op), 2);
-    if (HasFiles(op)) EXPECT_THAT(Rows(op, u"grdFiles"), ElementsAre("today.log"));
+    if (HasFiles(op)) {
+      EXPECT_THAT(Rows(op, u"grdFiles"), ElementsAre("today.log"));
+    }
     Keep("ReadFolder(C:\\Data\\)");
     Do("up", [&] { Open(op, u".."); });
     EXPECT_EQ(Path(op), u"C:\\Data");
@@ -230,7 +234,9 @@ TEST_F(SlowTouchTest, LateAnswersOfAFolderThatWasGivenUpChangeNothing) {
     EXPECT_EQ(Path(op), u"C:\\Data\\Zeta");
     EXPECT_THAT(Rows(op), ElementsAre("|..", "|Alpha", " +|Logs", "|Zeta"));
     EXPECT_EQ(Depth(op), 1);
-    if (HasFiles(op)) EXPECT_THAT(Rows(op, u"grdFiles"), IsEmpty());
+    if (HasFiles(op)) {
+      EXPECT_THAT(Rows(op, u"grdFiles"), IsEmpty());
+    }
     Cancel(op);
   });
 }
@@ -244,8 +250,9 @@ TEST_F(SlowTouchTest, AFolderThatIsRefusedLaterIsToldByTheFileDialogThen) {
     EXPECT_THAT(platform.Boxes, IsEmpty()) << "nobody knows yet";
     LetGo();
     Pass(op, kMoment);
-    if (HasFiles(op))
+    if (HasFiles(op)) {
       EXPECT_THAT(platform.Boxes, ElementsAre(Box{u"76: Path not found", 0, u"GetFiles"}));
+    }
     EXPECT_EQ(Path(op), u"C:\\Data\\Zeta");
     EXPECT_EQ(Rows(op).size(), 4u);
     Cancel(op);
