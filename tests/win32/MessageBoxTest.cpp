@@ -49,8 +49,10 @@ TEST(FMessageBox, TheHelpKeyLeavesTheBoxOpen) {
   RunWith([&] { got = desk.Dialog->KRMsgBox(u"Text", 4, u"Title", u"help"); },
           [](Person& person) {
             const HWND box = person.AwaitForm(u"FMessageBox");
-            person.Click(person.Control(box, u"keyHelp"));
-            person.AwaitFocus(person.Control(box, u"keyHelp"));
+            const HWND help = person.Control(box, u"keyHelp");
+            person.Click(help);
+            person.AwaitFocus(help);
+            person.AwaitRelease(help);
             person.Press(VK_TAB);
             person.AwaitFocus(person.Control(box, u"keyButton(0)"));
             person.Press(VK_TAB);

@@ -211,6 +211,11 @@ void Person::AwaitFocus(HWND window) {
         "focus on " + ToUtf8(NameOf(window)));
 }
 
+void Person::AwaitRelease(HWND button) {
+  Await([&] { return (SendMessageW(button, BM_GETSTATE, 0, 0) & BST_PUSHED) == 0; },
+        "release of " + ToUtf8(NameOf(button)));
+}
+
 String NameOf(HWND window) {
   const auto atom = reinterpret_cast<ULONG_PTR>(GetPropW(window, L"KRXName"));
   std::array<wchar_t, 256> text{};

@@ -48,6 +48,9 @@ class Person {
   // Presses at one point and lets go at the other while still in motion.
   void Push(POINT from, POINT to);
   void AwaitFocus(HWND window);
+  // Until a clicked button has done its work: a key pressed while it sends keys itself would come
+  // between them, with the Shift that one of them holds.
+  void AwaitRelease(HWND button);
   void Await(const std::function<bool()>& condition, const std::string& what);
 
  private:
