@@ -1,7 +1,3 @@
-#include <windows.h>
-
-#include <commctrl.h>  // builds on the one above
-
 #include <algorithm>
 #include <vector>
 
@@ -25,7 +21,9 @@ class ListLooks : public ListsTest {
     return ScreenPixels(place);
   }
   static bool Shows(const List& list, int row, COLORREF color) {
-    const auto pixels = Pixels(list, row);
+    return Contains(Pixels(list, row), color);
+  }
+  static bool Contains(const std::vector<COLORREF>& pixels, COLORREF color) {
     return std::find(pixels.begin(), pixels.end(), color) != pixels.end();
   }
   static COLORREF Ground(const List& list, int row) { return GroundOf(Pixels(list, row)); }
@@ -74,6 +72,23 @@ TEST_F(ListLooks, RowsFollowTheColorsOfTheSystem) {
   });
 }
 
+// The titles, too, and what the columns leave of the line; they are drawn without the system's
+// help.
+TEST_F(ListLooks, TheHeaderHasOneGroundFromEndToEnd) {
+  form.lvw.Columns = {{u"First", 900}, {u"Second", 900}};
+  WorkWith(form.lvw, [&](Person& person, const List& list) {
+    RECT whole = HeaderOf(list);
+    InflateRect(&whole, 0, -2);
+    const RECT first{whole.left, whole.top, whole.left + list.ColumnWidth(0), whole.bottom};
+    const RECT rest{first.right + list.ColumnWidth(1), whole.top, whole.right, whole.bottom};
+    ASSERT_LT(rest.left + 10, rest.right);
+    const COLORREF face = GetSysColor(COLOR_BTNFACE);
+    person.Await([&] { return GroundOf(ScreenPixels(first)) == face; }, "the title's ground");
+    EXPECT_TRUE(Contains(ScreenPixels(first), GetSysColor(COLOR_BTNTEXT)));
+    EXPECT_EQ(ScreenPixels(rest), std::vector<COLORREF>(ScreenPixels(rest).size(), face));
+  });
+}
+
 TEST_F(ListLooks, TheSelectedRowIsSeenWhereverTheKeyboardIs) {
   form.lvw.SelectRow(2);
   form.grd.SelectRow(2);
@@ -95,6 +110,7 @@ TEST_F(ListLooks, TheSelectedRowIsSeenWhereverTheKeyboardIs) {
 TEST_F(ListLooks, ADisabledListIsGrey) {
   form.grd.Enabled = false;
   form.grd.SelectRow(2);
+  form.lst.Columns = {{u"Folder", 0}};
   form.Soon([this] { form.lst.Enabled = false; });
   const COLORREF grey = GetSysColor(COLOR_GRAYTEXT);
   const COLORREF black = GetSysColor(COLOR_WINDOWTEXT);
@@ -105,7 +121,9 @@ TEST_F(ListLooks, ADisabledListIsGrey) {
       person.Await([&] { return Shows(grid, row, grey) && !Shows(grid, row, black); }, "grey");
       EXPECT_NE(Ground(grid, row), GetSysColor(COLOR_HIGHLIGHT));
     }
-    person.Await([&] { return Shows(ListOf(person, form.lst), 2, grey); }, "grey, too");
+    const List plain = ListOf(person, form.lst);
+    person.Await([&] { return Shows(plain, 2, grey); }, "grey, too");
+    person.Await([&] { return !Contains(ScreenPixels(HeaderOf(plain)), black); }, "grey titles");
   });
 }
 

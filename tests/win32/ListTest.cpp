@@ -296,10 +296,7 @@ TEST_F(Lists, RowsThatAreGoneTakeTheSelectionAlong) {
 TEST_F(Lists, AWidthThatTheOperatorGivesIsTheModels) {
   Work([this](Person& person, const List& list) {
     const int before = list.ColumnWidth(0);
-    const HWND header =
-        reinterpret_cast<HWND>(SendMessageW(list.TheWindow().Handle(), LVM_GETHEADER, 0, 0));
-    RECT place{};
-    GetWindowRect(header, &place);
+    const RECT place = HeaderOf(list);
     const POINT edge{place.left + before - 1, (place.top + place.bottom) / 2};
     person.DragTo(edge, {edge.x + 60, edge.y});
     person.Await([&] { return list.ColumnWidth(0) == before + 60; }, "the width");

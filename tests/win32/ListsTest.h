@@ -1,6 +1,9 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <windows.h>
+
+#include <commctrl.h>  // builds on the one above
 
 #include <string>
 
@@ -30,6 +33,13 @@ class ListsTest : public testing::Test {
   }
   List ListOf(Person& person, const ui::RowList& list) {
     return List(drive::Window(person.Control(person.AwaitForm(form.Name()), list.Name())));
+  }
+  static RECT HeaderOf(const List& list) {
+    RECT place{};
+    GetWindowRect(
+        reinterpret_cast<HWND>(SendMessageW(list.TheWindow().Handle(), LVM_GETHEADER, 0, 0)),
+        &place);
+    return place;
   }
   // The person acts with the focus in the list; Esc leaves.
   void WorkWith(const ui::RowList& list, const std::function<void(Person&, const List&)>& person) {

@@ -75,7 +75,7 @@ void ListPeer::Update(ui::Aspect aspect) {
   if (!Window()) return;
   if (aspect == ui::Aspect::Bounds) SizeColumns();
   if (aspect == ui::Aspect::Colors) ShowColors();
-  if (aspect == ui::Aspect::Enabled) Invalidate();  // the rows have other colours
+  if (aspect == ui::Aspect::Enabled) Invalidate();  // rows and titles have other colours
 }
 
 void ListPeer::UpdateContent(ui::Aspect aspect) {
@@ -199,66 +199,6 @@ void ListPeer::ScrollTo(int row) {
   if (row == shown || !Send(LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&bounds))) return;
   const LPARAM height = bounds.bottom - bounds.top;
   Send(LVM_SCROLL, 0, (row - shown) * height);
-}
-
-// Columns
-
-// Titles are what the header is for.
-DWORD ListPeer::HeaderStyle() const {
-  const auto& columns = list_.Columns();
-  const bool titled =
-      std::any_of(columns.begin(), columns.end(), [](const auto& c) { return !c.Title.empty(); });
-  return titled ? 0 : LVS_NOCOLUMNHEADER;
-}
-
-void ListPeer::ShowColumns() {
-  const Following following(*this);
-  const auto& columns = list_.Columns();
-  const std::vector<int> widths = ColumnWidths();
-  for (; columns_ > static_cast<int>(columns.size()); --columns_)
-    Send(LVM_DELETECOLUMN, static_cast<WPARAM>(columns_ - 1));
-  for (std::size_t i = 0; i < columns.size(); ++i) {
-    LVCOLUMNW column{};
-    column.mask = LVCF_TEXT | LVCF_SUBITEM | LVCF_WIDTH;
-    column.pszText = const_cast<wchar_t*>(Wide(columns[i].Title));
-    column.iSubItem = static_cast<int>(i);
-    column.cx = widths[i];
-    const bool known = static_cast<int>(i) < columns_;
-    Send(known ? LVM_SETCOLUMNW : LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
-    if (!known) ++columns_;
-  }
-  const auto style = static_cast<DWORD>(GetWindowLongPtrW(Window(), GWL_STYLE));
-  const DWORD wanted = (style & ~static_cast<DWORD>(LVS_NOCOLUMNHEADER)) | HeaderStyle();
-  if (wanted != style) SetWindowLongPtrW(Window(), GWL_STYLE, static_cast<LONG_PTR>(wanted));
-  SizeColumns();
-}
-
-// Columns without a width of their own share what the others leave.
-std::vector<int> ListPeer::ColumnWidths() const {
-  const auto& columns = list_.Columns();
-  RECT window;
-  GetWindowRect(Window(), &window);
-  int rest = window.right - window.left - 2 * form_.Scale().Metric(SM_CXEDGE);
-  // The scroll bar comes after the columns have been sized, so it is expected here.
-  if (list_.RowCount() > Send(LVM_GETCOUNTPERPAGE)) rest -= form_.Scale().Metric(SM_CXVSCROLL);
-  int sharing = 0;
-  for (const ui::RowList::Column& column : columns) {
-    rest -= form_.Scale().Pixels(column.Width);
-    sharing += column.Width > 0 ? 0 : 1;
-  }
-  std::vector<int> widths;
-  for (const ui::RowList::Column& column : columns)
-    widths.push_back(column.Width > 0 ? form_.Scale().Pixels(column.Width)
-                                      : std::max(rest / sharing, 1));
-  return widths;
-}
-
-void ListPeer::SizeColumns() {
-  const Following following(*this);
-  const std::vector<int> widths = ColumnWidths();
-  for (std::size_t i = 0; i < widths.size(); ++i) {
-    if (Send(LVM_GETCOLUMNWIDTH, i) != widths[i]) Send(LVM_SETCOLUMNWIDTH, i, widths[i]);
-  }
 }
 
 }  // namespace krx::win32

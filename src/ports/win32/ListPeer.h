@@ -57,7 +57,14 @@ class ListPeer final : public ControlPeer {
   void ItemChanged(const NMLISTVIEW& change);
   void TellRow(const NMLISTVIEW& change) const;
   LRESULT DrawRow(NMLVCUSTOMDRAW& drawing) const;
-  void HeaderNotified(const NMHDR& header);
+  LRESULT HeaderReported(WPARAM w, LPARAM l);
+  HWND HeaderWindow() const;
+  LRESULT DrawHeader(const NMCUSTOMDRAW& drawing) const;
+  void DrawTitle(HDC dc, RECT place, std::size_t column) const;
+  // Returns the thickness of the lines.
+  int DrawTitleGround(HDC dc, const RECT& place) const;
+  void DrawRest(HDC dc) const;
+  void ColumnResized(const NMHDR& header);
   void AdoptTop() { list_.TopRow.Adopt(TopRow()); }
 
   LRESULT KeyDown(WPARAM key, LPARAM l);

@@ -98,18 +98,6 @@ LRESULT ListPeer::DrawRow(NMLVCUSTOMDRAW& drawing) const {
   return CDRF_DODEFAULT;
 }
 
-// The operator moves the edge of a column.
-void ListPeer::HeaderNotified(const NMHDR& header) {
-  if (IsFollowing() || (header.code != HDN_ITEMCHANGEDW && header.code != HDN_ITEMCHANGEDA)) return;
-  const auto column = static_cast<std::size_t>(reinterpret_cast<const NMHEADERW&>(header).iItem);
-  std::vector<ui::RowList::Column> columns = list_.Columns();
-  if (column >= columns.size()) return;
-  const auto pixels = static_cast<int>(Send(LVM_GETCOLUMNWIDTH, column));
-  if (pixels == form_.Scale().Pixels(columns[column].Width)) return;
-  columns[column].Width = form_.Scale().ToTwips(pixels);
-  list_.Columns.Adopt(std::move(columns));
-}
-
 // Mouse and keyboard
 
 LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
@@ -141,12 +129,13 @@ LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       return 0;
     case WM_KEYDOWN:
       return KeyDown(w, l);
+    case WM_NOTIFY:
+      return HeaderReported(w, l);
     default:
       break;
   }
   if (message == WM_MOUSEWHEEL) finger_.StopGliding();
   const LRESULT result = ControlPeer::Handle(message, w, l);
-  if (message == WM_NOTIFY) HeaderNotified(*reinterpret_cast<const NMHDR*>(l));
   const bool may_scroll = message == WM_VSCROLL || message == WM_MOUSEWHEEL || message == WM_CHAR ||
                           message == LVM_ENSUREVISIBLE || message == LVM_SCROLL;
   if (may_scroll && !IsFollowing() && Window()) AdoptTop();
