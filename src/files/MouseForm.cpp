@@ -33,6 +33,7 @@ MouseForm::MouseForm(service::Apartment& apartment, String name, PathField field
     Skip([this] { drvSelect.Refresh(); });
     drvSelect.Change = [this] { DriveChanged(); };
   };
+  Appear = [this] { readings_.Refresh(); };
   dirSelect.Refused = [this](const String& path) { Refused(path); };
   keyOK.Click = [this] {
     navigation_.Settle();

@@ -35,6 +35,10 @@ TouchForm::TouchForm(service::Apartment& apartment, String name, String drives, 
   grdFolders.Columns = {{.Title = {}, .Width = 0}, {.Title = {}, .Width = 0}};
   tmrMarkers_.Interval = kMarkerInterval;
   tmrMarkers_.Tick = [this] { TakeMarkers(folders::kNoPatience); };
+  Appear = [this] {
+    readings_.Refresh();
+    TakeMarkers(folders::kNoPatience);
+  };
   readings_.Add(*this);
   BindRows(
       grdFolders, [this](int row) { Touched(row); }, [this](int row) { Opened(row); });

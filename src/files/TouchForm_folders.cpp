@@ -122,13 +122,14 @@ void TouchForm::ClearFolders() {
   grdFolders.Clear();
 }
 
-// Looking into every folder takes long, so the rows are shown without waiting for the answers.
+// Looking into every folder takes long, so the rows are shown without waiting for the answers; what
+// is known when the form appears is seen with them.
 void TouchForm::FollowMarkers() {
   probed_ = true;
   unmarked_ = listed_->Folders().size();
   Skip(
       [&] { probe_ = ThePlatform().Files().ProbeSubfolders(listed_->Path(), listed_->Folders()); });
-  TakeMarkers(ui::FolderReadings::kPatience);
+  TakeMarkers(Visible() ? ui::FolderReadings::kPatience : folders::kNoPatience);
 }
 
 void TouchForm::TakeMarkers(folders::Patience patience) {

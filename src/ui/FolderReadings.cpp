@@ -13,12 +13,19 @@ namespace {
 // and of what it has brought meanwhile in longer and longer rounds of looks: the first rows come
 // soon, later a list that draws takes the time from the reading.
 constexpr int kInterval = 10;
+constexpr int kFirstRound = 1;
+constexpr int kRoundWithRows = 8;
 constexpr int kLongestRound = 16;
+constexpr folders::Patience kStep{1};
+
+bool HasRows(const folders::FolderListing& listing) {
+  return !listing.Folders().empty() || !listing.Files().empty();
+}
 
 }  // namespace
 
 FolderReadings::FolderReadings(Form& form)
-    : platform_(form.ThePlatform()), tmrReading_(form, u"tmrReading") {
+    : form_(form), platform_(form.ThePlatform()), tmrReading_(form, u"tmrReading") {
   tmrReading_.Interval = kInterval;
   tmrReading_.Tick = [this] { Tick(); };
 }
@@ -32,12 +39,20 @@ FolderReadings::Listing FolderReadings::Begin(std::vector<String> paths) {
 void FolderReadings::Await(const Listing& listing) {
   for (const auto& known : listings_) {
     const auto held = known.lock();
-    if (held && held == listing && held->Take(kPatience)) untold_ = true;
+    if (held && held == listing && TakeFirst(*held)) untold_ = true;
   }
   ticks_ = 0;
-  due_ = 1;
+  due_ = kFirstRound;
   ShowProgress();
   if (listing->Refusal()) throw Error(*listing->Refusal());
+}
+
+bool FolderReadings::TakeFirst(folders::FolderListing& listing) const {
+  if (form_.Visible()) return listing.Take(kPatience);
+  bool told = false;
+  for (folders::Patience waited{0}; !told && waited < kPatience; waited += kStep)
+    told = listing.Take(kStep);
+  return told;
 }
 
 FolderReadings::Listing FolderReadings::Open(std::vector<String> paths) {
@@ -58,8 +73,23 @@ void FolderReadings::Tick() {
   const bool come = TakeAll();
   const bool told = std::exchange(untold_, false) || come;
   if (!told && ++ticks_ < due_) return;
-  ticks_ = 0;
   due_ = std::min(2 * due_, kLongestRound);
+  Tell();
+}
+
+void FolderReadings::Refresh() {
+  TakeAll();
+  untold_ = false;
+  const bool rows = std::any_of(listings_.begin(), listings_.end(), [](const auto& listing) {
+    const auto held = listing.lock();
+    return held && HasRows(*held);
+  });
+  if (rows) due_ = kRoundWithRows;
+  Tell();
+}
+
+void FolderReadings::Tell() {
+  ticks_ = 0;
   for (Watcher* const watcher : watchers_)
     watcher->ListingsGrew();
   ShowProgress();

@@ -34,8 +34,12 @@ class FolderReadings {
 
   // Begins to read the first of these folders that can be opened, and waits for nothing.
   Listing Begin(std::vector<String> paths);
-  // Waits a moment. Raises the refusal of a listing that nothing can come of any more.
+  // Waits a moment: for all of the folder, or for its opening alone while the form is still to be
+  // shown, since making its windows takes longer than reading. Raises the refusal of a listing that
+  // nothing can come of any more.
   void Await(const Listing& listing);
+  // Tells the lists at once of what has come.
+  void Refresh();
   // Both read and wait. Open reads afresh; Share gives the latest reading of the folder that
   // somebody still holds, and opens it where there is none.
   Listing Open(std::vector<String> paths);
@@ -46,9 +50,12 @@ class FolderReadings {
 
  private:
   void Tick();
+  void Tell();
   bool TakeAll();
+  bool TakeFirst(folders::FolderListing& listing) const;
   void ShowProgress();
 
+  Form& form_;
   Platform& platform_;
   Timer tmrReading_;
   int ticks_ = 0;  // since the lists have heard of something

@@ -31,7 +31,8 @@ void Form::ShowModal() {
   showing_ = visible_ = true;
   try {
     GivePeers();
-    platform_.RunModal(*this);
+    Appear();
+    if (visible_) platform_.RunModal(*this);
   } catch (...) {
     EndShowing();
     UnloadAfterFailure();

@@ -43,6 +43,8 @@ class Form : public PropertyOwner {
 
   Event<> LoadStep;
   Event<> UnloadStep;
+  // The controls have their windows, and the form is shown next.
+  Event<> Appear;
   Event<> Paint;
   // Resolution or work area of the form's screen changed while it is up: it is laid out anew.
   Event<> ScreenChanged;
