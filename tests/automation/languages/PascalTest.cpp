@@ -62,13 +62,5 @@ TEST_F(Pascal, CatchesFailuresAsExceptionsWithNumberSourceAndText) {
                               "named" + failure}));
 }
 
-TEST_F(Pascal, TheExampleAsksAndPrintsTheAnswer) {
-  RunProgram("message_box_pascal.exe");
-  const Window box = NextBox();
-  EXPECT_EQ(box.Text(), L"Pump");
-  box.Child(L"keyButton(1)").Click();
-  EXPECT_EQ(Printed(), Lines{"Nothing happens."});
-}
-
 }  // namespace
 }  // namespace krx::drive

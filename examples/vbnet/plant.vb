@@ -1,0 +1,45 @@
+' A small plant: log on, ask, choose a recipe file, show who did it. Early bound, by the assembly that is
+' made of the type library:
+'   tlbimp KRXDialogs.dll /out:Interop.KRXDialogs.dll /namespace:KRXDialogs
+'   vbc /link:Interop.KRXDialogs.dll plant.vb
+Option Strict On
+Imports System
+Imports System.Runtime.InteropServices
+Imports KRXDialogs
+Imports Microsoft.VisualBasic
+
+Module Plant
+    Private Const RecipeFolder As String = "C:\Plant\Recipes"
+
+    <STAThread>
+    Public Function Main() As Integer
+        Try
+            Console.WriteLine(LoadRecipe())
+            Return 0
+        Catch failure As COMException
+            Console.Error.WriteLine("The plant stops: " & failure.Message)
+            Return 1
+        End Try
+    End Function
+
+    Private Function LoadRecipe() As String
+        Dim dialogs As New KRXDialog()
+        If Not dialogs.KRUserLogOn() Then Return "Nobody has logged on."
+        Dim mixer As String
+        Select Case dialogs.KRMsgBoxEx("Which mixer takes the next batch?",
+                                       MsgBoxStyle.Question Or MsgBoxStyle.DefaultButton3,
+                                       "Next batch", "", 0, "Mixer &A", "Mixer &B", "&None")
+            Case KRMsgBoxResult.krButton1
+                mixer = "mixer A"
+            Case KRMsgBoxResult.krButton2
+                mixer = "mixer B"
+            Case Else
+                Return "No mixer has been chosen."
+        End Select
+        Dim recipe As String = dialogs.KROpenFile("", RecipeFolder, "Recipes|*.rcp|All files|*.*", False,
+                                                  "Recipe for " & mixer)
+        If recipe = "" Then Return "No recipe has been chosen."
+        dialogs.KRWhoAmI()
+        Return "Loaded into " & mixer & ": " & recipe
+    End Function
+End Module
