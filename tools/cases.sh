@@ -34,13 +34,16 @@ try() {
   fi
 }
 
-# refuses TEXT COMMAND...: the command fails and says the text.
+# refuses TEXT... -- COMMAND...: the command fails and says each of the texts.
 refuses() {
-  local text=$1 said status=0
+  local text said status=0 texts=()
+  while [[ $1 != -- ]]; do texts+=("$1") && shift; done
   shift
   said=$("$@" 2>&1) || status=$?
   ((status)) || { echo "passes: $*" && return 1; }
-  grep -qF -e "$text" <<< "$said" || { echo "'$text' is not said by $*, but:" && echo "$said" && return 1; }
+  for text in "${texts[@]}"; do
+    grep -qF -e "$text" <<< "$said" || { echo "'$text' is not said by $*, but:" && echo "$said" && return 1; }
+  done
 }
 
 end_cases() {
