@@ -6,9 +6,10 @@ Option Strict On
 Imports System
 Imports System.Runtime.InteropServices
 Imports KRXDialogs
-Imports Microsoft.VisualBasic
 
 Module Plant
+    Private Const Question As Integer = 32
+    Private Const ThirdIsDefault As Integer = 512
     Private Const RecipeFolder As String = "C:\Plant\Recipes"
 
     <STAThread>
@@ -26,8 +27,7 @@ Module Plant
         Dim dialogs As New KRXDialog()
         If Not dialogs.KRUserLogOn() Then Return "Nobody has logged on."
         Dim mixer As String
-        Select Case dialogs.KRMsgBoxEx("Which mixer takes the next batch?",
-                                       MsgBoxStyle.Question Or MsgBoxStyle.DefaultButton3,
+        Select Case dialogs.KRMsgBoxEx("Which mixer takes the next batch?", Question + ThirdIsDefault,
                                        "Next batch", "", 0, "Mixer &A", "Mixer &B", "&None")
             Case KRMsgBoxResult.krButton1
                 mixer = "mixer A"
