@@ -37,7 +37,7 @@ TEST_P(ScriptOf, UsesMembersAsTheyAre) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Documents, ScriptOf, ::testing::ValuesIn(Examples(Checkout())),
-                         [](const auto& info) { return info.param.Name(); });
+                         [](const auto& test) { return test.param.Name(); });
 
 TEST(Scripts, TellWhatTheyUse) {
   const std::string script =

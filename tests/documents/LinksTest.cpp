@@ -42,7 +42,7 @@ TEST_P(Links, LeadSomewhere) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, Links, ::testing::ValuesIn(MarkdownFiles(Checkout())),
-                         [](const auto& info) { return NameOf(info.param); });
+                         [](const auto& test) { return NameOf(test.param); });
 
 TEST(Documents, AreFound) {
   const auto files = MarkdownFiles(Checkout());

@@ -133,9 +133,9 @@ TEST_P(Reference, LeadsToTheOtherLanguage) {
 INSTANTIATE_TEST_SUITE_P(Of, Reference,
                          ::testing::Combine(::testing::ValuesIn(Members(Description())),
                                             ::testing::ValuesIn(kLanguages)),
-                         [](const auto& info) {
-                           return std::get<0>(info.param).Name + "_" +
-                                  std::get<1>(info.param).Folder;
+                         [](const auto& test) {
+                           return std::get<0>(test.param).Name + "_" +
+                                  std::get<1>(test.param).Folder;
                          });
 
 class ReferenceIn : public ::testing::TestWithParam<Language> {};
@@ -167,7 +167,7 @@ TEST_P(ReferenceIn, ListsTheResultsWithTheirValues) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Language, ReferenceIn, ::testing::ValuesIn(kLanguages),
-                         [](const auto& info) { return info.param.Folder; });
+                         [](const auto& test) { return test.param.Folder; });
 
 TEST(Interface, HasSixPropertiesAndFourteenMethods) {
   const auto members = Members(Description());
