@@ -4,6 +4,8 @@ from html import escape
 import book
 from page import CODE_PAGE, html_name
 
+# The search finds words without umlauts alone, as the compiler takes an umlaut for the end of a word; the others
+# stand in the index.
 SETTINGS = '''[OPTIONS]
 Compatibility=1.1 or later
 Compiled file={output}

@@ -94,6 +94,24 @@ TEST_F(TypeLibraryTest, PropertiesComeFirstInOrderWithTheirHelpTexts) {
   }
 }
 
+// The help file has its pages under the same numbers.
+TEST_F(TypeLibraryTest, EveryMemberTellsItsPageOfTheHelpFile) {
+  const auto context = [](ITypeInfo& info, MEMBERID member) {
+    DWORD found = 0;
+    EXPECT_EQ(info.GetDocumentation(member, nullptr, nullptr, &found, nullptr), S_OK);
+    return found;
+  };
+  for (const Member& member : Members())
+    EXPECT_EQ(context(*Interface().Get(), member.Id), 100u + static_cast<DWORD>(member.Id));
+  std::vector<DWORD> types;
+  for (UINT i = 0; i < Library->GetTypeInfoCount(); ++i) {
+    com::ComPtr<ITypeInfo> info;
+    ASSERT_EQ(Library->GetTypeInfo(i, info.Put()), S_OK);
+    types.push_back(context(*info.Get(), MEMBERID_NIL));
+  }
+  EXPECT_EQ(types, (std::vector<DWORD>{3, 2, 2})) << "results, interface, class";
+}
+
 // A parameter as the manual writes it: "[`A`]" may be left out, "`A` = ..." has a value then.
 std::string Describe(const String& name, const PARAMDESC& parameter) {
   const std::string quoted = "`" + ToUtf8(name) + "`";
