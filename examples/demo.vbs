@@ -86,6 +86,19 @@ Function AllEntries()
     Array("Panel: open a file", "KROpenFile", "", "C:\windows", "Settings|*.ini|All files|*.*"), _
     Array("Panel: select a directory by touch", "KRSelectDirectoryTouch", "C:\windows\system32"), _
     Array("Panel: open a file by touch", "KROpenFileTouch", "win.ini", "C:\windows\system32", ""), _
+    Array("Deutsch einschalten", "Language", "de"), _
+    Array("Panel: Ja, Nein und Abbrechen", "KRMsgBox", umlauts & "?", 3 + Question, "Gr" & Chr(246) & Chr(223) & "e"), _
+    Array("Panel: Anmelden", "KRUserLogOn"), _
+    Array("Panel: Wer ist angemeldet", "KRWhoAmI"), _
+    Array("Panel: Passwort " & Chr(228) & "ndern", "KRChangePassword"), _
+    Array("Panel: Anmelden mit Liste", "KRUserLogOnCombo"), _
+    Array("Panel: Benutzer hinzuf" & Chr(252) & "gen", "KRAddUser"), _
+    Array("Panel: Benutzer" & Chr(252) & "bersicht", "KRUser"), _
+    Array("Panel: Verzeichnis ausw" & Chr(228) & "hlen", "KRSelectDirectory", "C:\windows", True, ""), _
+    Array("Panel: Datei " & Chr(246) & "ffnen", "KROpenFile", "", "C:\windows", "Text|*.ini|Alle Dateien|*.*"), _
+    Array("Panel: Verzeichnis mit dem Finger", "KRSelectDirectoryTouch", "C:\windows\system32"), _
+    Array("Panel: Datei mit dem Finger", "KROpenFileTouch", "win.ini", "C:\windows\system32", ""), _
+    Array("Switch to English", "Language", "en"), _
     Array("Settings of a desktop", "Panel", False))
 End Function
 

@@ -121,7 +121,7 @@ answer_dialog() {
 }
 
 # play FOLDER NAME PASSWORD: opens every entry of the menu once, then quits it. Name and password are
-# those of the first administrator.
+# those of the first administrator. The file entries.txt says which dialog and picture an entry has, if any.
 play() {
   local entry number count file form password=$3 renewed=false
   rm -rf "$1"
@@ -138,6 +138,7 @@ play() {
     ask click 'keyButton(0)'
     ask next
     form=$answer
+    file=-
     if ! is_menu; then
       file=$(tr -cs '[:alnum:]' '-' <<< "${entry,,}")
       file=$1/$(printf '%02d' "$number")-${file%-}
@@ -145,6 +146,7 @@ play() {
       answer_dialog "$entry" "$form" "$2" "$file"
       ask next
     fi
+    printf '%s\t%s\t%s\n' "$form" "${file##*/}" "$entry" >> "$1/entries.txt"
     ((number < count)) || break
   done
   ask click 'keyButton(2)'

@@ -116,6 +116,16 @@ def tells_title_version_language_and_first_page(root, file):
     assert int.from_bytes(file.system()[4][:4], 'little') == german
 
 
+def every_file_is_found_by_its_name(_, file):
+    reader = CHMFile()
+    assert reader.LoadCHM(str(file.path).encode())
+    for name, content in file.files.items():
+        status, place = reader.ResolveObject(b'/' + name.encode())
+        assert status == 0, name
+        assert content == (reader.RetrieveObject(place)[1] if content else b''), name
+    reader.CloseCHM()
+
+
 def words_are_found_by_the_search(_, file):
     reader = CHMFile()
     assert reader.LoadCHM(str(file.path).encode())
@@ -142,6 +152,7 @@ CHECKS = (
     contexts_lead_to_the_pages_of_the_members,
     every_context_of_the_type_library_has_a_page,
     tells_title_version_language_and_first_page,
+    every_file_is_found_by_its_name,
     words_are_found_by_the_search,
     nothing_tells_where_it_was_made,
 )
