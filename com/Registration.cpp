@@ -20,8 +20,8 @@ namespace krx::com {
 namespace {
 
 constexpr wchar_t kClasses[] = L"Software\\Classes\\";
-constexpr WORD kMajor = 1;
-constexpr WORD kMinor = 0;
+constexpr WORD kMajor = KRX_VERSION_MAJOR;
+constexpr WORD kMinor = KRX_VERSION_MINOR;
 #ifdef _WIN64
 constexpr SYSKIND kSystem = SYS_WIN64;
 #else
@@ -33,7 +33,7 @@ std::wstring ClassPath(const ClassInfo& info) {
 }
 
 std::wstring VersionedProgId(const ClassInfo& info) {
-  return info.ProgId + std::wstring(L".1");
+  return info.ProgId + (L"." + std::to_wstring(kMajor));
 }
 
 void SetDefault(HKEY parent, const std::wstring& path, const std::wstring& value) {
@@ -58,7 +58,7 @@ void RegisterClass(HKEY root, const ClassInfo& info, const GUID& library) {
   SetDefault(key.Get(), L"ProgID", VersionedProgId(info));
   SetDefault(key.Get(), L"VersionIndependentProgID", info.ProgId);
   SetDefault(key.Get(), L"TypeLib", ToWide(library));
-  SetDefault(key.Get(), L"Version", L"1.0");
+  SetDefault(key.Get(), L"Version", std::to_wstring(kMajor) + L"." + std::to_wstring(kMinor));
   const RegistryKey programmable(key.Get(), L"Programmable");
   RegisterProgIds(root, info);
 }
