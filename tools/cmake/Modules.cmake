@@ -1,14 +1,19 @@
 # What the files that a plant installs have in common.
 option(KRX_PACKAGE "Note what the linker takes from where, as the bill of materials wants it" OFF)
 
+# krx_packaged(TARGET): the target is one of the files that a plant gets.
+function(krx_packaged target)
+  if(KRX_PACKAGE)
+    target_link_options(${target} PRIVATE -Wl,-Map=$<TARGET_FILE:${target}>.map)
+  endif()
+endfunction()
+
 # krx_versioned(TARGET RC): the target tells its version by com/Version.rc.
 function(krx_versioned target rc)
   target_link_libraries(${target} PRIVATE krx_version)
   target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR})
   set_property(SOURCE ${rc} APPEND PROPERTY OBJECT_DEPENDS ${PROJECT_SOURCE_DIR}/com/Version.rc)
-  if(KRX_PACKAGE)
-    target_link_options(${target} PRIVATE -Wl,-Map=$<TARGET_FILE:${target}>.map)
-  endif()
+  krx_packaged(${target})
 endfunction()
 
 # krx_module(TARGET MANIFEST): a component, with the manifest beside it that programs name which use it without
