@@ -31,12 +31,13 @@ prefix() { [[ $1 == x64 ]] && echo x86_64-w64-mingw32 || echo i686-w64-mingw32; 
 # built WIDTH: fails, with a word, where nothing has been built.
 built() { [[ -f $package/$1/KRXDialogs.dll ]] || { echo "$1 is not built: tools/package/build does it" >&2; exit 1; }; }
 
-# make_zip FILE FOLDER: an archive of a folder, which is its one entry on top. The same files give the same bytes.
+# make_zip FILE FOLDER: an archive of a folder, which is its one entry on top. The same files give the same bytes;
+# moments in it are even seconds.
 make_zip() {
   local file=$PWD/$1
   mkdir -p "$(dirname "$1")"
   rm -f "$file"
-  find "$2" -exec touch -h -d "@$SOURCE_DATE_EPOCH" {} +
+  find "$2" -exec touch -h -d "@$((SOURCE_DATE_EPOCH / 2 * 2))" {} +
   (cd "$(dirname "$2")" && find "$(basename "$2")" | LC_ALL=C sort | zip -q -X -9 -@ "$file")
   echo "   $1"
 }
