@@ -22,11 +22,14 @@ using com::ComPtr;
 
 constexpr CLSID kSystemsProxy{0x00020424, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 
-// While it lives, the thread has the manifest of the sample program.
+// While it lives, the thread has the manifest of a component. That of a program would lead some
+// platforms to what lies beside the running one.
 class Manifest {
  public:
-  Manifest() {
-    const std::wstring file = (Components() / L"every_dialog.exe.manifest").wstring();
+  explicit Manifest(const std::wstring& component) {
+    const bool runtime = component == L"KorvelRuntime";
+    const std::wstring name = runtime ? L"Korvel.Runtime" : L"Korvel." + component;
+    const std::wstring file = (Components() / name).wstring() + L".manifest";
     ACTCTXW wanted{};
     wanted.cbSize = sizeof wanted;
     wanted.lpSource = file.c_str();
@@ -104,14 +107,14 @@ TEST_P(ManifestTest, EveryClassIsCreatedAndNoneWithoutTheManifest) {
   for (const Described& one : classes) {
     SCOPED_TRACE(one.Name);
     EXPECT_EQ(Create(one.Id), REGDB_E_CLASSNOTREG);
-    const Manifest manifest;
+    const Manifest manifest(GetParam());
     EXPECT_EQ(Create(one.Id), S_OK);
   }
 }
 
 // The identifier that a name of a manifest stands for may be one of the platform's own making.
 TEST_P(ManifestTest, EveryClassIsCreatedByItsTwoNames) {
-  const Manifest manifest;
+  const Manifest manifest(GetParam());
   const std::wstring version = L"." + std::to_wstring(AttributesOf(*Library()).wMajorVerNum);
   for (const Described& one : Of(TKIND_COCLASS)) {
     const std::wstring name = std::wstring(GetParam()) + L"." + one.Name;
@@ -131,7 +134,7 @@ TEST_P(ManifestTest, TheTypeLibraryIsFoundInItsVersion) {
   };
   ComPtr<ITypeLib> library;
   EXPECT_EQ(load(library), TYPE_E_LIBNOTREGISTERED);
-  const Manifest manifest;
+  const Manifest manifest(GetParam());
   EXPECT_EQ(load(library), S_OK);
 }
 
@@ -139,7 +142,7 @@ TEST_P(ManifestTest, TheTypeLibraryIsFoundInItsVersion) {
 TEST_P(ManifestTest, EveryInterfaceCrossesApartmentsByTheSystemsProxy) {
   const auto interfaces = Of(TKIND_DISPATCH);
   ASSERT_FALSE(interfaces.empty());
-  const Manifest manifest;
+  const Manifest manifest(GetParam());
   for (const Described& one : interfaces) {
     CLSID proxy{};
     EXPECT_EQ(CoGetPSClsid(one.Id, &proxy), S_OK) << one.Name;
