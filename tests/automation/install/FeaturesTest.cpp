@@ -1,0 +1,48 @@
+// Which parts are installed is the plant's choice.
+
+#include "install/Installer.h"
+
+namespace krx::install {
+namespace {
+
+namespace fs = std::filesystem;
+using drive::Lines;
+
+class Features : public InstallTest {};
+
+TEST_P(Features, TheToolForUsersComesOnRequestAlone) {
+  Install(Version::New);
+  for (const wchar_t* feature : {L"Dialogs", L"Runtime", L"Samples"})
+    EXPECT_TRUE(Has(feature)) << std::wstring(feature).c_str();
+  EXPECT_FALSE(fs::exists(Folder() / "krxusers.exe"));
+  Install(Version::New, L"ADDLOCAL=UsersTool");
+  EXPECT_TRUE(fs::exists(Folder() / "krxusers.exe"));
+}
+
+TEST_P(Features, APlantWithItsOwnRuntimeLeavesTheReferenceRuntimeOut) {
+  Install(Version::New, L"ADDLOCAL=Dialogs");
+  EXPECT_FALSE(fs::exists(Folder() / "KorvelRuntime.dll"));
+  EXPECT_FALSE(fs::exists(Folder() / "samples"));
+  RunPlainScript(
+      "On Error Resume Next\r\n"
+      "CreateObject(\"KRXDialogs.KRXDialog\").KRMsgBox \"Text\"\r\n"
+      "WScript.Echo Hex(Err.Number), Err.Description\r\n");
+  EXPECT_EQ(Printed(), Lines{"80040154 The runtime's class TextService is not registered"});
+}
+
+TEST_P(Features, TheFolderMayBeChosen) {
+  const fs::path folder = fs::temp_directory_path() / "krx chosen";
+  Install(Version::New, L"INSTALLDIR=\"" + folder.wstring() + L"\"");
+  EXPECT_TRUE(fs::exists(folder / "KRXDialogs.dll"));
+  UseTheDialogs();
+  Uninstall();
+  EXPECT_FALSE(fs::exists(folder));
+}
+
+INSTANTIATE_TEST_SUITE_P(For, Features, ::testing::Values(Scope::Machine, Scope::User),
+                         [](const auto& scope) {
+                           return scope.param == Scope::Machine ? "TheMachine" : "TheUser";
+                         });
+
+}  // namespace
+}  // namespace krx::install

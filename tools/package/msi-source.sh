@@ -1,0 +1,172 @@
+# shellcheck shell=bash
+# The source of an installer; sourced by `msi`, which sets `width`, `scope`, `version` and `staged`.
+
+# Never changed: the installer knows the versions of a product by it.
+declare -A upgrade_codes=(
+  [x64-machine]='{6B1C0A52-3D1E-4C57-9B7E-5A0E2F3C4001}'
+  [x64-user]='{6B1C0A52-3D1E-4C57-9B7E-5A0E2F3C4002}'
+  [x86-machine]='{6B1C0A52-3D1E-4C57-9B7E-5A0E2F3C4003}'
+  [x86-user]='{6B1C0A52-3D1E-4C57-9B7E-5A0E2F3C4004}'
+)
+
+# guid NAME: the same identifier for the same name, at all times and on all machines.
+guid() {
+  local hash
+  hash=$(printf 'KRXDialogs installer %s' "$1" | sha1sum)
+  hash=${hash^^}
+  echo "{${hash:0:8}-${hash:8:4}-5${hash:13:3}-A${hash:17:3}-${hash:20:12}}"
+}
+
+# identifier TEXT: a text as an identifier of a table.
+identifier() { echo "_${1//[^A-Za-z0-9]/_}"; }
+
+component_ids=() # of the feature that is being written
+
+# component ID BITS CONTENT...: a component of this width and scope alone. BITS says which part of the registry it
+# means.
+component() {
+  local id=$1 bits=$2
+  shift 2
+  component_as "$id" "$bits" "$(guid "$id $width $scope")" "$@"
+}
+
+component_as() {
+  local id=$1 bits=$2 guid=$3 wide=no
+  shift 3
+  [[ $bits != 64 ]] || wide=yes
+  echo "<Component Id=\"$id\" Guid=\"$guid\" Win64=\"$wide\">"
+  printf '%s\n' "$@"
+  echo '</Component>'
+}
+
+# file ID PATH: a file of the staged tree that its component is known by.
+file() { echo "<File Id=\"$1\" Name=\"${2##*/}\" Source=\"$staged/$2\" KeyPath=\"yes\"/>"; }
+
+own_bits() { [[ $width == x64 ]] && echo 64 || echo 32; }
+
+# module COMPONENT FILE: a component with its registration.
+module() {
+  local windows=win32
+  [[ $width == x86 ]] || windows=win64
+  component "$1" "$(own_bits)" "$(file "$2" "$2")" "$(class_values "$1" "$2" "$windows")" \
+    "$([[ $width == x86 ]] || interface_values "$1")"
+}
+
+# shared COMPONENT: what both widths write alike. These are components that their packages share, so that they stay
+# until the last of them goes. Where each width has names of classes for itself, x64 writes its own instead.
+shared() {
+  [[ $width == x86 ]] ||
+    component "$1Apart" 64 "$(name_values "$1" | key_path)" "$(library_values "$1")"
+  component_as "$1Names" 32 "$(guid "$1Names $scope")" "$(name_values "$1" | key_path)"
+  component_as "$1Shared" 32 "$(guid "$1Shared $scope")" "$(library_values "$1" | key_path)" "$(interface_values "$1")"
+}
+
+# key_path: makes the first value of the input the one that its component is known by.
+key_path() { sed '1s|/>$| KeyPath="yes"/>|'; }
+
+# entry ID NAME TARGET: an entry of the start menu.
+entry() {
+  component "$1" "$(own_bits)" \
+    "<Shortcut Id=\"$1\" Directory=\"StartMenu\" Name=\"$2\" Target=\"$3\"/>" \
+    "<RemoveFolder Id=\"$1Menu\" On=\"uninstall\"/>" \
+    "<RegistryValue Root=\"HKMU\" Key=\"Software\\Korvel\\KRXDialogs\" Name=\"$1 $width\" Type=\"string\" Value=\"$2\" KeyPath=\"yes\"/>"
+}
+
+# tree FOLDER: the components of the files in a folder of the staged tree and below.
+tree() {
+  local path
+  for path in "$staged/$1"/*; do
+    path=${path#"$staged/"}
+    if [[ -d $staged/$path ]]; then
+      echo "<Directory Id=\"$(identifier "$path")\" Name=\"${path##*/}\">"
+      tree "$path"
+      echo '</Directory>'
+    else
+      component "$(identifier "$path")" "$(own_bits)" "$(file "$(identifier "$path")" "$path")"
+    fi
+  done
+}
+
+# feature ID LEVEL TITLE DESCRIPTION COMPONENT...
+feature() {
+  echo "<Feature Id=\"$1\" Level=\"$2\" Title=\"$3\" Description=\"$4\">"
+  printf '<ComponentRef Id="%s"/>\n' "${@:5}"
+  echo '</Feature>'
+}
+
+# trees FOLDER: the components that `tree` writes.
+trees() {
+  local path
+  while IFS= read -r path; do identifier "${path#"$staged/"}"; done < <(find "$staged/$1" -type f | sort)
+}
+
+folders() {
+  case $width-$scope in
+    *-user) echo '<Directory Id="LocalAppDataFolder"><Directory Id="ProgramsFolder" Name="Programs">' ;;
+    x64-*) echo '<Directory Id="ProgramFiles64Folder">' ;;
+    *) echo '<Directory Id="ProgramFilesFolder">' ;;
+  esac
+  # An installer tries to remove the folders of its components alone: these lie in the outermost.
+  [[ $scope == machine ]] || shared Dialogs
+  echo '<Directory Id="KorvelFolder" Name="Korvel">'
+  [[ $scope == user ]] || shared Dialogs
+  echo '<Directory Id="INSTALLDIR" Name="KRXDialogs">'
+  shared Runtime
+  module Dialogs KRXDialogs.dll
+  module Runtime KorvelRuntime.dll
+  component UsersTool "$(own_bits)" "$(file krxusers.exe krxusers.exe)"
+  if [[ -e $staged/$help ]]; then
+    component Help "$(own_bits)" "$(file "$help" "$help")"
+  fi
+  echo '<Directory Id="SamplesFolder" Name="samples">'
+  tree samples
+  echo '</Directory><Directory Id="TextsFolder" Name="texts">'
+  tree texts
+  echo '</Directory></Directory></Directory></Directory>'
+  [[ $scope != user ]] || echo '</Directory>'
+  echo '<Directory Id="ProgramMenuFolder"><Directory Id="StartMenu" Name="KRXDialogs">'
+  [[ ! -e $staged/$help ]] || entry HelpEntry 'KRXDialogs help' "[#$help]"
+  entry SamplesEntry 'KRXDialogs samples' '[SamplesFolder]'
+  echo '</Directory></Directory>'
+}
+
+features() {
+  local samples texts apart=()
+  [[ $width == x86 ]] || apart=(Apart)
+  mapfile -t samples < <(trees samples)
+  mapfile -t texts < <(trees texts)
+  feature Dialogs 1 Dialogs 'The dialogs and their registration' Dialogs \
+    DialogsNames DialogsShared "${apart[@]/#/Dialogs}"
+  feature Runtime 1 'Reference runtime' 'Texts, fonts and users, unless the plant brings its own' \
+    Runtime RuntimeNames RuntimeShared "${apart[@]/#/Runtime}" "${texts[@]}"
+  feature UsersTool 1000 'Tool for users' 'Creates the first administrator' UsersTool
+  if [[ -e $staged/$help ]]; then
+    feature Help 1 Help 'The manual, with an entry in the start menu' Help HelpEntry
+  fi
+  feature Samples 1 Samples 'Samples, with an entry in the start menu' SamplesEntry "${samples[@]}"
+}
+
+# The whole source.
+source_text() {
+  local upgrade_code=${upgrade_codes[$width-$scope]} whose=perMachine
+  [[ $scope == machine ]] || whose=perUser
+  cat << END
+<?xml version="1.0" encoding="utf-8"?>
+<Wix xmlns="http://schemas.microsoft.com/wix/2006/wi">
+<Product Id="$(guid "product $width $scope $version")" Name="KRXDialogs" Language="1033" Version="$version"
+  Manufacturer="Korvel" UpgradeCode="$upgrade_code">
+<Package InstallerVersion="500" Compressed="yes" InstallScope="$whose" Description="KRXDialogs $version"
+  Comments="Dialogs for operator panels" Manufacturer="Korvel" Languages="1033"/>
+<MajorUpgrade DowngradeErrorMessage="A newer version of KRXDialogs is installed; remove it first."/>
+<Media Id="1" Cabinet="krxdialogs.cab" EmbedCab="yes"/>
+<Property Id="ARPCOMMENTS" Value="Dialogs for operator panels"/>
+<Property Id="CLASSESAPART"><RegistrySearch Id="Wine" Root="HKLM" Key="Software\Wine\LicenseInformation"
+  Name="Kernel-MUI-Number-Allowed" Type="raw" Win64="yes"/></Property>
+<Directory Id="TARGETDIR" Name="SourceDir">
+$(folders)
+</Directory>
+$(features)
+</Product>
+</Wix>
+END
+}
