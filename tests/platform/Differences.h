@@ -20,4 +20,10 @@ inline constexpr Difference kAutomationClient{
     "wine10-x64, wine10-x86", [](const Platform& platform) { return platform.Wine >= 10; },
     "programs can ask by UI Automation; older versions answer, but lack the asking side"};
 
+inline constexpr Difference kClassesOfEverybodyAlone{
+    "wine8-x64, wine10-x64, wine10-x86", [](const Platform& platform) { return platform.Wine > 0; },
+    "what is registered for one user is in the registry, but no program finds it: the root of all "
+    "classes "
+    "shows those of the machine alone"};
+
 }  // namespace krx::test

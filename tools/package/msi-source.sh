@@ -42,14 +42,28 @@ component_as() {
 # file ID PATH: a file of the staged tree that its component is known by.
 file() { echo "<File Id=\"$1\" Name=\"${2##*/}\" Source=\"$staged/$2\" KeyPath=\"yes\"/>"; }
 
+# remembered NAME VALUE: a value that an upgrade finds again. The widths' packages of a user share the key.
+remembered() {
+  echo "<RegistryValue Root=\"HKMU\" Key=\"$memory\" Name=\"$1 $width\" Type=\"string\" Value=\"$2\"/>"
+}
+memory='Software\Korvel\KRXDialogs'
+
+# recall PROPERTY NAME: sets a property to what has been remembered.
+recall() {
+  local root=HKLM wide=yes
+  [[ $scope == machine ]] || root=HKCU
+  [[ $width == x64 ]] || wide=no
+  echo "<Property Id=\"$1\"><RegistrySearch Id=\"Recall$1\" Root=\"$root\" Key=\"$memory\" Name=\"$2 $width\" Type=\"raw\" Win64=\"$wide\"/></Property>"
+}
+
 own_bits() { [[ $width == x64 ]] && echo 64 || echo 32; }
 
-# module COMPONENT FILE: a component with its registration.
+# module COMPONENT FILE CONTENT...: a component with its registration.
 module() {
   local windows=win32
   [[ $width == x86 ]] || windows=win64
   component "$1" "$(own_bits)" "$(file "$2" "$2")" "$(class_values "$1" "$2" "$windows")" \
-    "$([[ $width == x86 ]] || interface_values "$1")"
+    "$([[ $width == x86 ]] || interface_values "$1")" "${@:3}"
 }
 
 # shared COMPONENT: what both widths write alike. These are components that their packages share, so that they stay
@@ -69,7 +83,7 @@ entry() {
   component "$1" "$(own_bits)" \
     "<Shortcut Id=\"$1\" Directory=\"StartMenu\" Name=\"$2\" Target=\"$3\"/>" \
     "<RemoveFolder Id=\"$1Menu\" On=\"uninstall\"/>" \
-    "<RegistryValue Root=\"HKMU\" Key=\"Software\\Korvel\\KRXDialogs\" Name=\"$1 $width\" Type=\"string\" Value=\"$2\" KeyPath=\"yes\"/>"
+    "$(remembered "$1" 1 | key_path)"
 }
 
 # tree FOLDER: the components of the files in a folder of the staged tree and below.
@@ -112,11 +126,11 @@ folders() {
   [[ $scope == user ]] || shared Dialogs
   echo '<Directory Id="INSTALLDIR" Name="KRXDialogs">'
   shared Runtime
-  module Dialogs KRXDialogs.dll
-  module Runtime KorvelRuntime.dll
-  component UsersTool "$(own_bits)" "$(file krxusers.exe krxusers.exe)"
+  module Dialogs KRXDialogs.dll "$(remembered Folder '[INSTALLDIR]')"
+  module Runtime KorvelRuntime.dll "$(remembered Runtime 1)"
+  component UsersTool "$(own_bits)" "$(file krxusers.exe krxusers.exe)" "$(remembered UsersTool 1)"
   if [[ -e $staged/$help ]]; then
-    component Help "$(own_bits)" "$(file "$help" "$help")"
+    component Help "$(own_bits)" "$(file "$help" "$help")" "$(remembered Help 1)"
   fi
   echo '<Directory Id="SamplesFolder" Name="samples">'
   tree samples
@@ -162,6 +176,12 @@ source_text() {
 <Property Id="ARPCOMMENTS" Value="Dialogs for operator panels"/>
 <Property Id="CLASSESAPART"><RegistrySearch Id="Wine" Root="HKLM" Key="Software\Wine\LicenseInformation"
   Name="Kernel-MUI-Number-Allowed" Type="raw" Win64="yes"/></Property>
+$(recall INSTALLDIR Folder)
+$(recall HADDIALOGS Folder)
+$(recall HADRUNTIME Runtime)
+$(recall HADUSERSTOOL UsersTool)
+$(recall HADHELP Help)
+$(recall HADSAMPLES SamplesEntry)
 <Directory Id="TARGETDIR" Name="SourceDir">
 $(folders)
 </Directory>

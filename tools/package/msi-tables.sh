@@ -50,9 +50,23 @@ complete() {
   # What is written under a condition: names of classes for this width alone.
   edit "$1" Component rows '$1 ~ /Apart$/ { $5 = "CLASSESAPART" }
     w == "x64" && $1 ~ /Names$/ { $5 = "NOT CLASSESAPART" } { print }' "w=$width"
+  choices > build/msi/Condition.idt
+  (cd build/msi && msibuild "$OLDPWD/$1" -i Condition.idt)
   # The folders around the product's own go when they are empty.
   edit "$1" RemoveFile rows '{ print } END { for (i = split(f, w, " "); i > 0; --i)
     print "Remove" w[i], "Dialogs", "", w[i], 2 }' "f=$(around)"
+}
+
+# choices: the table that says, by what was remembered, which parts an upgrade installs. It does not replace what the
+# installer does about it, which not every platform does.
+choices() {
+  local feature
+  printf '%s\r\n' $'Feature_\tLevel\tCondition' $'s38\ti2\tS255' $'Condition\tFeature_\tLevel'
+  for feature in Runtime Help Samples; do
+    [[ $feature == Help && ! -e $staged/$help ]] ||
+      printf '%s\t1000\tNOT Installed AND HADDIALOGS AND NOT HAD%s\r\n' "$feature" "${feature^^}"
+  done
+  printf 'UsersTool\t1\tHADUSERSTOOL\r\n'
 }
 
 around() { [[ $scope == user ]] && echo KorvelFolder ProgramsFolder || echo KorvelFolder; }

@@ -1,5 +1,6 @@
 // Which parts are installed is the plant's choice.
 
+#include "install/FoundClasses.h"
 #include "install/Installer.h"
 
 namespace krx::install {
@@ -23,17 +24,21 @@ TEST_P(Features, APlantWithItsOwnRuntimeLeavesTheReferenceRuntimeOut) {
   Install(Version::New, L"ADDLOCAL=Dialogs");
   EXPECT_FALSE(fs::exists(Folder() / "KorvelRuntime.dll"));
   EXPECT_FALSE(fs::exists(Folder() / "samples"));
+  const FoundClasses classes(For());
   RunPlainScript(
       "On Error Resume Next\r\n"
       "CreateObject(\"KRXDialogs.KRXDialog\").KRMsgBox \"Text\"\r\n"
       "WScript.Echo Hex(Err.Number), Err.Description\r\n");
-  EXPECT_EQ(Printed(), Lines{"80040154 The runtime's class TextService is not registered"});
+  EXPECT_EQ(Printed(), Lines{"80040154 The runtime's class FontService is not registered"});
 }
 
-TEST_P(Features, TheFolderMayBeChosen) {
+TEST_P(Features, TheFolderMayBeChosenAndIsKept) {
   const fs::path folder = fs::temp_directory_path() / "krx chosen";
-  Install(Version::New, L"INSTALLDIR=\"" + folder.wstring() + L"\"");
+  Install(Version::Old, L"INSTALLDIR=\"" + folder.wstring() + L"\"");
   EXPECT_TRUE(fs::exists(folder / "KRXDialogs.dll"));
+  Install(Version::New);
+  EXPECT_TRUE(fs::exists(folder / "KRXDialogs.dll"));
+  EXPECT_FALSE(fs::exists(Folder()));
   UseTheDialogs();
   Uninstall();
   EXPECT_FALSE(fs::exists(folder));

@@ -7,6 +7,8 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "install/FoundClasses.h"
+
 namespace krx::install {
 
 namespace {
@@ -116,6 +118,7 @@ bool InstallTest::Has(const wchar_t* feature) const {
 }
 
 void InstallTest::UseTheDialogs() {
+  const FoundClasses classes(For());
   RunScript(drive::Ask(4));
   NextBox().Child(L"keyButton(0)").Click();
   EXPECT_EQ(Printed(), drive::Lines{"6"});

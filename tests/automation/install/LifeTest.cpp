@@ -14,6 +14,19 @@ using drive::Lines;
 constexpr const wchar_t* kServer =
     L"\\CLSID\\{6B1C0A52-3D1E-4C57-9B7E-5A0E2F3C3020}\\InprocServer32";
 
+// The machine as it was before any test of this program has installed anything. The script host
+// enters its own classes when it is used for the first time.
+class Bare : public ::testing::Environment {
+ public:
+  void SetUp() override {
+    RunToEnd(drive::ScriptFile("WScript.Echo 1\r\n").Command());
+    picture = TakePicture();
+  }
+
+  static inline Picture picture;
+};
+[[maybe_unused]] const auto* const bare_machine = ::testing::AddGlobalTestEnvironment(new Bare);
+
 class Life : public InstallTest {
  protected:
   // Whether the installed component is the one that this build has made, and not that of the
@@ -29,30 +42,24 @@ class Life : public InstallTest {
 };
 
 TEST_P(Life, WhatIsInstalledWorksAndGoesWithoutATrace) {
-  // The first installation on a machine makes what the installer needs itself.
-  Install(Version::New);
-  Uninstall();
-  const Picture before = TakePicture();
-
   Install(Version::New);
   EXPECT_EQ(InstalledVersion(), KRX_VERSION);
   EXPECT_TRUE(fs::exists(Folder() / "KRXDialogs.dll"));
   EXPECT_TRUE(fs::exists(StartMenu() / "KRXDialogs samples.lnk"));
   UseTheDialogs();
   Uninstall();
-  ExpectNothingChanged(before);
+  ExpectNothingChanged(Bare::picture);
 }
 
 TEST_P(Life, TheSystemsListOfProgramsNamesVersionAndPublisher) {
   Install(Version::New);
-  const std::wstring root = For() == Scope::Machine ? L"HKLM" : L"HKCU";
   std::wstring found;
-  const std::wstring uninstall = L"\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
-  const std::wstring other =
-      L"\\Software\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
-  for (const auto& place : {uninstall, other}) {
-    for (const auto& [path, content] : TakePictureOf(root + place))
-      if (content == L"1:KRXDialogs") found = root + place + path.substr(0, path.find(L" : "));
+  for (const wchar_t* software :
+       {L"HKLM\\Software", L"HKLM\\Software\\Wow6432Node", L"HKCU\\Software"}) {
+    const std::wstring list =
+        software + std::wstring(L"\\Microsoft\\Windows\\CurrentVersion\\Uninstall");
+    for (const auto& [path, content] : TakePictureOf(list))
+      if (content == L"1:KRXDialogs") found = list + path.substr(0, path.find(L" : "));
   }
   ASSERT_NE(found, L"") << "no entry";
   Picture entry = TakePictureOf(found);

@@ -19,10 +19,16 @@ constexpr DWORD kLongestName = 16384;
 
 // What comes and goes without regard to what is installed, each with its reason.
 const std::array kOnItsOwn = {
-    L"HKLM\\\\.*\\\\Installer\\\\(Rollback|InProgress)\\b.*",  // written while an installation runs
-    L"C:\\\\users\\\\[^\\\\]+\\\\(Temp|AppData\\\\Local\\\\Temp)\\b.*",  // everybody's scratch
-                                                                         // folder
-    L"C:\\\\windows\\\\(temp|Temp)\\b.*",
+    // The installer's own folder and the keys of its lists, which its first use on a machine makes.
+    LR"(C:\\windows\\Installer)",
+    LR"(HKLM\\Software\\Classes\\Installer(\\(Features|Products|UpgradeCodes))?)",
+    LR"(HKLM\\Software\\Microsoft\\Windows\\CurrentVersion\\Installer(\\UpgradeCodes|\\UserData(\\[^\\]+(\\(Components|Products))?)?)?)",
+    LR"(HKU\\[^\\]+\\Software\\Microsoft\\Installer(\\(Features|Products|UpgradeCodes))?)",
+    // What the mouse is set to, which is noted when the first window opens.
+    LR"(HKU\\[^\\]+\\Software\\Wine\\Temporary System Parameters\\.*)",
+    // What programs put down for a while.
+    L"C:\\\\users\\\\[^\\\\]+\\\\(Temp|AppData\\\\Local\\\\Temp)\\b.*",
+    L"C:\\\\windows\\\\temp\\b.*",
 };
 
 std::wstring Hex(const BYTE* data, DWORD size) {
@@ -91,7 +97,8 @@ void AddKey(HKEY parent, const std::wstring& name, const std::wstring& path, Pic
 // The profile's folders of documents lie outside the system's drive on some platforms.
 bool IsElsewhere(const std::wstring& path) {
   static const std::wregex folders(
-      L"C:\\\\users\\\\[^\\\\]+\\\\(Documents|Desktop|Downloads|Music|Pictures|Videos|Templates)",
+      L"C:\\\\users\\\\[^\\\\]+\\\\(Documents|Desktop|Downloads|Music|Pictures|Videos|Templates|"
+      L"AppData\\\\Roaming\\\\Microsoft\\\\Windows\\\\Templates)",
       std::regex::icase);
   return std::regex_match(path, folders);
 }

@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "driver/Window.h"
+#include "install/FoundClasses.h"
 #include "install/Installer.h"
 
 namespace krx::install {
@@ -50,6 +51,7 @@ class Plant : public InstallTest {
 
   // The answer of the users to a log-on, and the text of a button.
   Lines LogOnAndLookUp(const std::string& password) {
+    const FoundClasses classes(For());
     RunPlainScript(
         "Set Session = CreateObject(\"KorvelRuntime.UserSession\")\r\n"
         "Session.LogOnUser \"admin\", " +
@@ -86,6 +88,7 @@ TEST_P(Plant, UsersRulesTextsAndAuditOutliveUpgradeAndRemoval) {
 TEST_P(Plant, AnUpgradeKeepsTheChosenParts) {
   Install(Version::Old, L"ADDLOCAL=Dialogs,UsersTool");
   Install(Version::New);
+  EXPECT_TRUE(Has(L"Dialogs"));
   EXPECT_TRUE(Has(L"UsersTool"));
   EXPECT_FALSE(Has(L"Runtime"));
   EXPECT_FALSE(Has(L"Samples"));
