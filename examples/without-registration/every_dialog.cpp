@@ -3,8 +3,13 @@
 //
 //   every_dialog [--language NAME] [--from-another-apartment] [METHOD...]
 //
-// It calls these methods one after the other, or all, and prints their results. With the second
+// It calls these methods, or all, one after the other, and prints their results. With the second
 // option it calls from a thread that does not live in the dialogs' apartment.
+//
+// In the folder of an archive this builds it:
+//
+//   g++ -std=c++20 -static -municode -I include examples/without-registration/every_dialog.cpp
+//     -o every_dialog.exe -lole32 -loleaut32 -luuid
 
 #include <windows.h>
 
@@ -33,7 +38,7 @@ class Text {
   BSTR text_;
 };
 
-// A status that is a failure ends the program.
+// What a failing call is reported with.
 struct Failure {
   HRESULT Status;
 };
@@ -154,15 +159,31 @@ Wishes Read(int count, wchar_t** arguments) {
   return wishes;
 }
 
-void OpenDialogs(const Wishes& wishes) {
+bool Report(const wchar_t* what, const Failure& failure) {
+  std::printf("%ls: failed with 0x%08lX\n", what, static_cast<unsigned long>(failure.Status));
+  return false;
+}
+
+bool Call(const Method& method, const Dialogs& dialogs) try {
+  std::printf("%ls: %ls\n", method.Name, method.Call(dialogs).c_str());
+  return true;
+} catch (const Failure& failure) {
+  return Report(method.Name, failure);
+}
+
+// Whether all went well.
+bool OpenDialogs(const Wishes& wishes) try {
   const Object<IRuntimeSettings> settings(__uuidof(RuntimeSettings));
   if (!wishes.Language.empty()) Check(settings->put_Language(Text(wishes.Language.c_str())));
   const Dialogs dialogs(__uuidof(KRXDialog));
+  bool well = true;
   for (const Method& method : kMethods) {
-    if (!wishes.Include(method.Name)) continue;
-    std::printf("%ls: %ls\n", method.Name, method.Call(dialogs).c_str());
+    if (wishes.Include(method.Name)) well &= Call(method, dialogs);
     std::fflush(stdout);
   }
+  return well;
+} catch (const Failure& failure) {
+  return Report(L"the components", failure);
 }
 
 }  // namespace
@@ -170,13 +191,7 @@ void OpenDialogs(const Wishes& wishes) {
 int wmain(int count, wchar_t** arguments) {
   const Wishes wishes = Read(count, arguments);
   CoInitializeEx(nullptr, wishes.Apartment);
-  int code = 0;
-  try {
-    OpenDialogs(wishes);
-  } catch (const Failure& failure) {
-    std::printf("failed with 0x%08lX\n", static_cast<unsigned long>(failure.Status));
-    code = 1;
-  }
+  const bool well = OpenDialogs(wishes);
   CoUninitialize();
-  return code;
+  return well ? 0 : 1;
 }

@@ -124,6 +124,28 @@ TEST_F(WithoutRegistration, TheListOfUsersOpens) {
   EXPECT_EQ(Printed(), Lines{"KRUserLogOnCombo: no"});
 }
 
+TEST_F(WithoutRegistration, EveryDialogOpensInTurnAlsoWhileNobodyIsLoggedOn) {
+  Store.emplace();
+  Store->Provision("leitung");
+  OpenInEnglish("");
+  HWND before = nullptr;
+  for (const wchar_t* name :
+       {L"FMessageBox", L"FMessageBox", L"FLogOn", L"FLogOnCombo", L"FMessageBox", L"FMessageBox",
+        L"FMessageBox", L"FUser", L"FSelectDirectory", L"FDirectorySelectTouch", L"FFileSelect",
+        L"FFileSelect", L"FFileSelectTouch"}) {
+    const Window form = WaitForForm(name, before);
+    before = form.Handle();
+    form.WaitUntilActive();
+    // Where a finger is expected, only the button gives up.
+    const bool touch = std::wstring_view(name).ends_with(L"Touch");
+    form.Child(touch ? L"keyCancel" : L"keyClose").Click();
+    form.WaitUntilGone();
+  }
+  const Lines printed = Printed();
+  EXPECT_EQ(printed.size(), 13u);
+  EXPECT_EQ(printed.back(), "KROpenFileTouch: ");
+}
+
 // A copy of all that the program brings along.
 class Copy {
  public:
@@ -154,7 +176,8 @@ TEST_F(WithoutRegistration, TheClassIsNotRegisteredOnceTheManifestIsTakenAway) {
   ASSERT_TRUE(fs::remove(copy.Folder() / L"every_dialog.exe.manifest"));
   Open("KRMsgBox", copy.Folder());
   EXPECT_EQ(TheClient().Finish(), 1u);
-  EXPECT_EQ(TheClient().Lines(), Lines{"failed with 0x80040154"});  // REGDB_E_CLASSNOTREG
+  EXPECT_EQ(TheClient().Lines(),
+            Lines{"the components: failed with 0x80040154"});  // REGDB_E_CLASSNOTREG
 }
 
 }  // namespace
