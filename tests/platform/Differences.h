@@ -26,4 +26,9 @@ inline constexpr Difference kClassesOfEverybodyAlone{
     "classes "
     "shows those of the machine alone"};
 
+inline constexpr Difference kPartsComeWithoutWhatTheyBelongTo{
+    "wine8-x64, wine10-x64, wine10-x86", [](const Platform& platform) { return platform.Wine > 0; },
+    "an installer that is told to install one part of a product leaves out the part that it "
+    "belongs to"};
+
 }  // namespace krx::test

@@ -67,7 +67,8 @@ module() {
 }
 
 # shared COMPONENT: what both widths write alike. These are components that their packages share, so that they stay
-# until the last of them goes. Where each width has names of classes for itself, x64 writes its own instead.
+# until the last of them goes. Where each width has names of classes for itself, as an older Wine without x86 has,
+# x64 writes its own instead: programs for x86 do not see the name of the installer's own files there.
 shared() {
   [[ $width == x86 ]] ||
     component "$1Apart" 64 "$(name_values "$1" | key_path)" "$(library_values "$1")"
@@ -114,7 +115,11 @@ trees() {
   while IFS= read -r path; do identifier "${path#"$staged/"}"; done < <(find "$staged/$1" -type f | sort)
 }
 
+# notices: what everybody gets to read.
+notices() { (cd "$staged" && find . -maxdepth 1 -name '*.txt' -o -maxdepth 1 -name '*.md' | sed 's|^./||' | sort); }
+
 folders() {
+  local notice
   case $width-$scope in
     *-user) echo '<Directory Id="LocalAppDataFolder"><Directory Id="ProgramsFolder" Name="Programs">' ;;
     x64-*) echo '<Directory Id="ProgramFiles64Folder">' ;;
@@ -132,6 +137,9 @@ folders() {
   if [[ -e $staged/$help ]]; then
     component Help "$(own_bits)" "$(file "$help" "$help")" "$(remembered Help 1)"
   fi
+  for notice in $(notices); do
+    component "$(identifier "$notice")" "$(own_bits)" "$(file "$(identifier "$notice")" "$notice")"
+  done
   echo '<Directory Id="SamplesFolder" Name="samples">'
   tree samples
   echo '</Directory><Directory Id="TextsFolder" Name="texts">'
@@ -145,12 +153,13 @@ folders() {
 }
 
 features() {
-  local samples texts apart=()
+  local samples texts notices apart=()
+  mapfile -t notices < <(for file in $(notices); do identifier "$file"; done)
   [[ $width == x86 ]] || apart=(Apart)
   mapfile -t samples < <(trees samples)
   mapfile -t texts < <(trees texts)
   feature Dialogs 1 Dialogs 'The dialogs and their registration' Dialogs \
-    DialogsNames DialogsShared "${apart[@]/#/Dialogs}"
+    DialogsNames DialogsShared "${apart[@]/#/Dialogs}" "${notices[@]}"
   feature Runtime 1 'Reference runtime' 'Texts, fonts and users, unless the plant brings its own' \
     Runtime RuntimeNames RuntimeShared "${apart[@]/#/Runtime}" "${texts[@]}"
   feature UsersTool 1000 'Tool for users' 'Creates the first administrator' UsersTool
@@ -174,8 +183,8 @@ source_text() {
 <MajorUpgrade DowngradeErrorMessage="A newer version of KRXDialogs is installed; remove it first."/>
 <Media Id="1" Cabinet="krxdialogs.cab" EmbedCab="yes"/>
 <Property Id="ARPCOMMENTS" Value="Dialogs for operator panels"/>
-<Property Id="CLASSESAPART"><RegistrySearch Id="Wine" Root="HKLM" Key="Software\Wine\LicenseInformation"
-  Name="Kernel-MUI-Number-Allowed" Type="raw" Win64="yes"/></Property>
+<Property Id="CLASSESSHARED"><RegistrySearch Id="NamesOfX86" Root="HKLM" Key="Software\Classes\.msi" Name="@"
+  Type="raw" Win64="no"/></Property>
 $(recall INSTALLDIR Folder)
 $(recall HADDIALOGS Folder)
 $(recall HADRUNTIME Runtime)

@@ -45,11 +45,13 @@ complete() {
   edit "$1" File rows 'BEGIN { n = split(v, w, " "); for (i = 1; i < n; i += 2) of[w[i]] = w[i + 1] }
     $1 in of { $5 = of[$1]; $6 = "1033" } { print }' "v=$versions"
   edit "$1" MsiFileHash rows 'index(" " v, " " $1 " ") == 0 { print }' "v=$versions"
-  # The dialogs themselves cannot be left out, and nothing is installed at its first use (8).
-  edit "$1" Feature rows '{ $8 = $1 == "Dialogs" ? 24 : 8; print }'
+  # The dialogs themselves cannot be left out (16), whatever is chosen, and nothing is installed at its first use (8).
+  edit "$1" Feature rows '{ $2 = $1 == "Dialogs" ? "" : "Dialogs"; $8 = $1 == "Dialogs" ? 24 : 8; print }'
   # What is written under a condition: names of classes for this width alone.
-  edit "$1" Component rows '$1 ~ /Apart$/ { $5 = "CLASSESAPART" }
-    w == "x64" && $1 ~ /Names$/ { $5 = "NOT CLASSESAPART" } { print }' "w=$width"
+  edit "$1" Component rows '$1 ~ /Apart$/ { $5 = "NOT CLASSESSHARED" }
+    w == "x64" && $1 ~ /Names$/ { $5 = "CLASSESSHARED" } { print }' "w=$width"
+  # The name of a key's own value.
+  edit "$1" RegLocator rows '{ if ($4 == "@") $4 = ""; print }'
   choices > build/msi/Condition.idt
   (cd build/msi && msibuild "$OLDPWD/$1" -i Condition.idt)
   # The folders around the product's own go when they are empty.

@@ -2,6 +2,7 @@
 
 #include "install/FoundClasses.h"
 #include "install/Installer.h"
+#include "platform/Differences.h"
 
 namespace krx::install {
 namespace {
@@ -18,6 +19,22 @@ TEST_P(Features, TheToolForUsersComesOnRequestAlone) {
   EXPECT_FALSE(fs::exists(Folder() / "krxusers.exe"));
   Install(Version::New, L"ADDLOCAL=UsersTool");
   EXPECT_TRUE(fs::exists(Folder() / "krxusers.exe"));
+}
+
+TEST_P(Features, TheDialogsComeWithWhateverIsChosen) {
+  Install(Version::New, L"ADDLOCAL=UsersTool");
+  EXPECT_TRUE(fs::exists(Folder() / "krxusers.exe"));
+  EXPECT_EQ(fs::exists(Folder() / "KRXDialogs.dll"),
+            test::Expected(test::kPartsComeWithoutWhatTheyBelongTo, false, true));
+}
+
+TEST_P(Features, APartMayBeTakenAwayAgain) {
+  Install(Version::New, L"ADDLOCAL=Dialogs,UsersTool");
+  EXPECT_TRUE(fs::exists(Folder() / "KRXDialogs.dll"));
+  EXPECT_FALSE(fs::exists(Folder() / "KorvelRuntime.dll"));
+  Install(Version::New, L"REMOVE=UsersTool");
+  EXPECT_FALSE(fs::exists(Folder() / "krxusers.exe"));
+  EXPECT_TRUE(fs::exists(Folder() / "KRXDialogs.dll"));
 }
 
 TEST_P(Features, APlantWithItsOwnRuntimeLeavesTheReferenceRuntimeOut) {

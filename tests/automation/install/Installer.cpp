@@ -16,11 +16,9 @@ namespace {
 namespace fs = std::filesystem;
 
 #ifdef _WIN64
-constexpr const wchar_t* kWidth = L"x64";
 constexpr const wchar_t* kForMachine = L"{6B1C0A52-3D1E-4C57-9B7E-5A0E2F3C4001}";
 constexpr const wchar_t* kForUser = L"{6B1C0A52-3D1E-4C57-9B7E-5A0E2F3C4002}";
 #else
-constexpr const wchar_t* kWidth = L"x86";
 constexpr const wchar_t* kForMachine = L"{6B1C0A52-3D1E-4C57-9B7E-5A0E2F3C4003}";
 constexpr const wchar_t* kForUser = L"{6B1C0A52-3D1E-4C57-9B7E-5A0E2F3C4004}";
 #endif

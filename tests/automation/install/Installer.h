@@ -10,6 +10,12 @@
 
 namespace krx::install {
 
+#ifdef _WIN64
+inline constexpr const wchar_t* kWidth = L"x64";
+#else
+inline constexpr const wchar_t* kWidth = L"x86";
+#endif
+
 // For whom a package installs.
 enum class Scope { Machine, User };
 
@@ -47,7 +53,8 @@ class InstallTest : public drive::DialogTest, public ::testing::WithParamInterfa
   std::wstring Classes() const;
 };
 
-// The folder of the packages for these tests, as the build machine names it.
+// The folder of the packages for these tests, as the build machine names it; what they are made of
+// lies in its folders x64 and x86.
 std::filesystem::path Packages(Version version);
 
 // Runs a command to its end and returns what it answers.

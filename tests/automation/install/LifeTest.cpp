@@ -29,11 +29,11 @@ class Bare : public ::testing::Environment {
 
 class Life : public InstallTest {
  protected:
-  // Whether the installed component is the one that this build has made, and not that of the
-  // version before.
+  // Whether the installed component is that of the version under test, not that of the version
+  // before.
   bool HasBuiltComponent() const {
     const std::string name = "KRXDialogs.dll";
-    return Read(Folder() / name) == Read(drive::ProgramFolder() / name);
+    return Read(Folder() / name) == Read(Packages(Version::New) / kWidth / name);
   }
   static void ExpectNothingChanged(const Picture& before) {
     for (const std::string& line : Changes(before, TakePicture()))
@@ -46,6 +46,7 @@ TEST_P(Life, WhatIsInstalledWorksAndGoesWithoutATrace) {
   EXPECT_EQ(InstalledVersion(), KRX_VERSION);
   EXPECT_TRUE(fs::exists(Folder() / "KRXDialogs.dll"));
   EXPECT_TRUE(fs::exists(StartMenu() / "KRXDialogs samples.lnk"));
+  EXPECT_TRUE(fs::exists(StartMenu() / "KRXDialogs help.lnk"));
   UseTheDialogs();
   Uninstall();
   ExpectNothingChanged(Bare::picture);

@@ -28,7 +28,8 @@ std::wstring Compared(std::wstring path, Scope scope) {
   return other && (where || scope == Scope::User) ? std::wstring() : path;
 #else
   if (other) return path.substr(folder.size());
-  return scope == Scope::Machine ? std::wstring() : path;
+  const bool apart = path.starts_with(L"\\interface\\") || path.starts_with(L"\\clsid\\");
+  return apart && scope == Scope::Machine ? std::wstring() : path;
 #endif
 }
 
