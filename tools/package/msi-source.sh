@@ -17,8 +17,13 @@ guid() {
   echo "{${hash:0:8}-${hash:8:4}-5${hash:13:3}-A${hash:17:3}-${hash:20:12}}"
 }
 
-# identifier TEXT: a text as an identifier of a table.
-identifier() { echo "_${1//[^A-Za-z0-9]/_}"; }
+# identifier PATH: a path as an identifier of a table, which holds neither all letters nor long names.
+identifier() {
+  local hash
+  hash=$(printf %s "$1" | sha1sum)
+  set -- "${1//[^A-Za-z0-9]/_}"
+  echo "_${1: -((${#1} < 40 ? ${#1} : 40))}_${hash:0:8}"
+}
 
 component_ids=() # of the feature that is being written
 
@@ -112,7 +117,7 @@ feature() {
 # trees FOLDER: the components that `tree` writes.
 trees() {
   local path
-  while IFS= read -r path; do identifier "${path#"$staged/"}"; done < <(find "$staged/$1" -type f | sort)
+  while IFS= read -r path; do identifier "${path#"$staged/"}"; done < <(find "$staged/$1" -type f -not -name '.*' | sort)
 }
 
 # notices: what everybody gets to read.

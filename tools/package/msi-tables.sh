@@ -21,7 +21,7 @@ rows() {
 versions() {
   local file version
   for file in "$1"/*.{dll,exe}; do
-    version=$(file_version "$file")
+    version=$(file_version "$file") || return 1
     [[ -z $version ]] || echo "${file##*/} $version"
   done
 }
@@ -31,6 +31,7 @@ file_version() {
   local version
   version=$(strings -el "$1" | grep -A1 -xm1 FileVersion | sed -n 2p)
   [[ -n $version ]] || return 0
+  [[ $version =~ ^[0-9.]+$ ]] || { echo "$1: $version is no version for an installer" >&2; return 1; }
   while [[ $version != *.*.*.* ]]; do version+=.0; done
   echo "$version"
 }
