@@ -1,7 +1,5 @@
 // A product's life on a machine: it comes, is used, gets newer, is mended and goes.
 
-#include <fstream>
-
 #include "driver/Window.h"
 #include "install/Installer.h"
 
@@ -9,7 +7,6 @@ namespace krx::install {
 namespace {
 
 namespace fs = std::filesystem;
-using drive::Lines;
 
 constexpr const wchar_t* kServer =
     L"\\CLSID\\{6B1C0A52-3D1E-4C57-9B7E-5A0E2F3C3020}\\InprocServer32";
