@@ -126,6 +126,17 @@ void Window::WaitUntilActive() const {
     throw std::runtime_error(Narrow(Name()) + " does not become active");
 }
 
+void Window::WaitUntilAtRest() const {
+  constexpr int kLooks = 10;
+  int looks = 0;
+  const auto at_rest = [&] {
+    looks = GetForegroundWindow() == handle_ && FocusedChild() ? looks + 1 : 0;
+    return looks == kLooks;
+  };
+  if (!Within(kPatience, at_rest))
+    throw std::runtime_error(Narrow(Name()) + " does not come to rest");
+}
+
 void Window::WaitUntilGone() const {
   if (!Within(kPatience, [&] { return !Visible(); }))
     throw std::runtime_error(Narrow(Name()) + " does not close");

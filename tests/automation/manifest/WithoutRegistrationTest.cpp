@@ -35,7 +35,7 @@ TEST_P(EverySelection, OpensWithTheTextsOfTheRuntimeAndIsCancelled) {
   const Dialog& dialog = GetParam();
   OpenInEnglish(dialog.Method);
   const Window form = WaitForForm(dialog.Form);
-  form.WaitUntilActive();
+  form.WaitUntilAtRest();
   EXPECT_EQ(form.Child(L"idxCaption").Text(), Text(dialog.Title));
   form.Child(L"keyCancel").Click();
   EXPECT_EQ(Printed(), Lines{dialog.Method + ": "});
@@ -119,7 +119,7 @@ TEST_F(WithoutRegistration, TheListOfUsersOpens) {
   Store->Provision("leitung");
   OpenInEnglish("KRUserLogOnCombo");
   const Window form = WaitForForm(L"FLogOnCombo");
-  form.WaitUntilActive();
+  form.WaitUntilAtRest();
   form.Child(L"keyCancel").Click();
   EXPECT_EQ(Printed(), Lines{"KRUserLogOnCombo: no"});
 }
@@ -135,7 +135,7 @@ TEST_F(WithoutRegistration, EveryDialogOpensInTurnAlsoWhileNobodyIsLoggedOn) {
         L"FFileSelect", L"FFileSelectTouch"}) {
     const Window form = WaitForForm(name, before);
     before = form.Handle();
-    form.WaitUntilActive();
+    form.WaitUntilAtRest();
     // Where a finger is expected, only the button gives up.
     const bool touch = std::wstring_view(name).ends_with(L"Touch");
     form.Child(touch ? L"keyCancel" : L"keyClose").Click();
