@@ -7,6 +7,7 @@
 
 #include "com/Registration.h"
 #include "runtime/FontService.h"
+#include "runtime/PanelSettings.h"
 #include "runtime/RuntimeSettings.h"
 #include "runtime/TextService.h"
 #include "runtime/users/com/UserAdministration.h"
@@ -33,6 +34,8 @@ const com::ClassInfo kClasses[] = {
                                      L"Korvel Runtime font classes"),
     Class<RuntimeSettings, IRuntimeSettings>(
         __uuidof(::RuntimeSettings), L"KorvelRuntime.RuntimeSettings", L"Korvel Runtime settings"),
+    Class<PanelSettings, IPanelSettings>(__uuidof(::PanelSettings), L"KorvelRuntime.PanelSettings",
+                                         L"Korvel Runtime panel settings"),
     Class<UserSession, IUserSession>(__uuidof(::UserSession), L"KorvelRuntime.UserSession",
                                      L"Korvel Runtime log-on"),
     Class<UserAdministration, IUserAdministration>(__uuidof(::UserAdministration),

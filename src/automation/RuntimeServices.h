@@ -14,6 +14,9 @@ class RuntimeServices : public host::Runtime {
   std::unique_ptr<host::UserSession> CreateUserSession() override;
   std::unique_ptr<host::UserAdministration> CreateUserAdministration() override;
   std::unique_ptr<host::UserClassAdministration> CreateUserClassAdministration() override;
+  // Without such a class, as without any; what cannot be had, or is none of its values, stays as
+  // without the class.
+  PanelSettings ReadPanelSettings() override;
 };
 
 }  // namespace krx::automation

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "base/PanelSettings.h"
 #include "host/FontService.h"
 #include "host/TextService.h"
 #include "host/UserManager.h"
@@ -18,6 +19,9 @@ class Runtime {
   virtual std::unique_ptr<UserSession> CreateUserSession() = 0;
   virtual std::unique_ptr<UserAdministration> CreateUserAdministration() = 0;
   virtual std::unique_ptr<UserClassAdministration> CreateUserClassAdministration() = 0;
+  // What the plant has chosen for its panels. It is optional: a runtime that knows nothing of it
+  // leaves it as it is.
+  virtual PanelSettings ReadPanelSettings() { return {}; }
 };
 
 }  // namespace krx::host

@@ -31,6 +31,7 @@ DialogForm::DialogForm(Apartment& apartment, String name, std::int32_t text_grou
   idxCaption.Indent = kCaptionIndent;
   idxCaption.Height = kSmallestCaption;  // should its text not be measurable
 
+  Skip([this] { Panel = apartment_.Runtime.ReadPanelSettings(); });
   ScreenChanged = [this] { CalcPositions(); };
   FontClassResolver = [this](StringView font_class) { return ClassFont(font_class); };
   UnloadStep = [this] {

@@ -6,6 +6,7 @@
 
 #include "base/Font.h"
 #include "base/Geometry.h"
+#include "base/PanelSettings.h"
 #include "ui/Color.h"
 #include "ui/Component.h"
 
@@ -38,6 +39,9 @@ class Form : public PropertyOwner {
   Property<String> Caption{*this, Aspect::Caption};
   // What is announced when the form opens, besides its caption; empty where that says all.
   virtual String Announcement() const { return {}; }
+  // The plant's choice of look, keyboard on the screen and answers; read by the port when the form
+  // is shown.
+  PanelSettings Panel;
   // The button that Esc presses; none: Esc does nothing.
   KRXKey* CancelKey = nullptr;
 

@@ -17,6 +17,7 @@ const struct {
     {L"KorvelRuntime.TextService", __uuidof(::TextService)},
     {L"KorvelRuntime.FontService", __uuidof(::FontService)},
     {L"KorvelRuntime.RuntimeSettings", __uuidof(::RuntimeSettings)},
+    {L"KorvelRuntime.PanelSettings", __uuidof(::PanelSettings)},
 };
 
 class RegisteredComponent : public testing::Test {
@@ -104,6 +105,9 @@ TEST(RuntimeTypeLibrary, KeepsTheOrderOfTheOperations) {
       {__uuidof(ITextService), {L"GetText", L"ResolveText"}},
       {__uuidof(IFontService), {L"SelectFontClass", L"GetFont"}},
       {__uuidof(IRuntimeSettings), {L"Language", L"Language"}},
+      {__uuidof(IPanelSettings),
+       {L"Keyboard", L"Keyboard", L"Theme", L"Theme", L"ShowCountdown", L"ShowCountdown",
+        L"FirstAnswerDelay", L"FirstAnswerDelay"}},
       {__uuidof(IUserSession), {L"LogOnUser", L"LogOffUser"}},
       {__uuidof(IUserAdministration),
        {L"ChangeUserPassword", L"CreateUser", L"RemoveUser", L"SetUserActive", L"GetUserClass",

@@ -24,6 +24,7 @@ class FakeRuntime : public host::Runtime {
   int LiveTextServices = 0;
   int LiveFontServices = 0;
   FakeUsers Users;
+  PanelSettings Panel;
 
   std::unique_ptr<host::TextService> CreateTextService() override;
   std::unique_ptr<host::FontService> CreateFontService() override;
@@ -34,6 +35,7 @@ class FakeRuntime : public host::Runtime {
   std::unique_ptr<host::UserClassAdministration> CreateUserClassAdministration() override {
     return Users.CreateClassAdministration();
   }
+  PanelSettings ReadPanelSettings() override { return Panel; }
 
  private:
   CallLog& log_;

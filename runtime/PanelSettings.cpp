@@ -1,0 +1,61 @@
+#include "runtime/PanelSettings.h"
+
+#include "com/Text.h"
+#include "runtime/core/PanelChoice.h"
+
+namespace krx::runtime {
+
+namespace {
+
+PanelChoice& Choice() {
+  static PanelChoice choice;
+  return choice;
+}
+
+}  // namespace
+
+HRESULT PanelSettings::get_Keyboard(BSTR* value) {
+  return Answer(value, [] { return com::Bstr(NameOf(Choice().Read().Keyboard)).Detach(); });
+}
+
+HRESULT PanelSettings::put_Keyboard(BSTR value) {
+  return Guard([&] {
+    Choice().SetKeyboard(com::FromBstr(value));
+    return S_OK;
+  });
+}
+
+HRESULT PanelSettings::get_Theme(BSTR* value) {
+  return Answer(value, [] { return com::Bstr(NameOf(Choice().Read().Theme)).Detach(); });
+}
+
+HRESULT PanelSettings::put_Theme(BSTR value) {
+  return Guard([&] {
+    Choice().SetTheme(com::FromBstr(value));
+    return S_OK;
+  });
+}
+
+HRESULT PanelSettings::get_ShowCountdown(VARIANT_BOOL* value) {
+  return Answer(value, [] { return Choice().Read().ShowCountdown ? VARIANT_TRUE : VARIANT_FALSE; });
+}
+
+HRESULT PanelSettings::put_ShowCountdown(VARIANT_BOOL value) {
+  return Guard([&] {
+    Choice().SetShowCountdown(value != VARIANT_FALSE);
+    return S_OK;
+  });
+}
+
+HRESULT PanelSettings::get_FirstAnswerDelay(double* value) {
+  return Answer(value, [] { return Choice().Read().FirstAnswerDelay; });
+}
+
+HRESULT PanelSettings::put_FirstAnswerDelay(double value) {
+  return Guard([&] {
+    Choice().SetFirstAnswerDelay(value);
+    return S_OK;
+  });
+}
+
+}  // namespace krx::runtime
