@@ -126,15 +126,18 @@ void Window::WaitUntilActive() const {
     throw std::runtime_error(Narrow(Name()) + " does not become active");
 }
 
-void Window::WaitUntilAtRest() const {
+void Window::WaitUntilAtRest(const std::wstring& focus) const {
   constexpr int kLooks = 10;
   int looks = 0;
   const auto at_rest = [&] {
-    looks = GetForegroundWindow() == handle_ && FocusedChild() ? looks + 1 : 0;
+    const auto child = FocusedChild();
+    const bool ours = GetForegroundWindow() == handle_ && child;
+    looks = ours && (focus.empty() || child->Name() == focus) ? looks + 1 : 0;
     return looks == kLooks;
   };
   if (!Within(kPatience, at_rest))
-    throw std::runtime_error(Narrow(Name()) + " does not come to rest");
+    throw std::runtime_error(Narrow(Name()) + " does not come to rest" +
+                             (focus.empty() ? "" : " on " + Narrow(focus)));
 }
 
 void Window::WaitUntilGone() const {

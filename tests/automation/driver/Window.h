@@ -40,9 +40,9 @@ class Window {
   void WaitForFocusOn(const std::wstring& name) const;
   void WaitForText(const std::wstring& text) const;
   void WaitUntilActive() const;
-  // Until it has kept the focus for some looks: while the window manager still moves the focus to a
-  // window that has just appeared, a press may be lost.
-  void WaitUntilAtRest() const;
+  // Until it has kept the focus, on this control if one is named, for some looks: while the window
+  // manager still moves the focus to a window that has just appeared, a press may be lost.
+  void WaitUntilAtRest(const std::wstring& focus = {}) const;
   void WaitUntilGone() const;
 
   // A left click in the middle, with the real mouse.

@@ -29,14 +29,6 @@ const UserStoreFolder& Template() {
   return store;
 }
 
-// The window manager may take the focus away for a moment after the dialog before has gone.
-void WaitForSettledFocus(const Window& form, const std::wstring& control) {
-  for (int i = 0; i < 3; ++i) {
-    form.WaitForFocusOn(control);
-    std::this_thread::sleep_for(Milliseconds(20));
-  }
-}
-
 }  // namespace
 
 void UsersTest::SetUp() {
@@ -72,7 +64,7 @@ void UsersTest::RunDialog(const std::string& call) {
 
 Window UsersTest::Form(const std::wstring& name, const std::wstring& focus) {
   const Window form = WaitForForm(name);
-  WaitForSettledFocus(form, focus);
+  form.WaitUntilAtRest(focus);
   return form;
 }
 
@@ -85,7 +77,7 @@ void UsersTest::Confirm(const std::wstring& text, const std::wstring& title) {
 }
 
 void UsersTest::Type(const Window& form, const std::wstring& control, const std::wstring& text) {
-  WaitForSettledFocus(form, control);
+  form.WaitUntilAtRest(control);
   TypeText(text);
   const bool secret = control.find(L"Password") != std::wstring::npos;
   form.Child(control).WaitForText(secret ? std::wstring(text.size(), L'*') : text);
