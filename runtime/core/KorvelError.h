@@ -18,6 +18,7 @@ inline constexpr std::uint32_t kFileFailure = 0x80040214u;
 inline constexpr std::uint32_t kCryptographyFailure = 0x80040215u;
 inline constexpr std::uint32_t kStoreBusy = 0x80040216u;
 inline constexpr std::uint32_t kUnableToProvision = 0x80040217u;
+inline constexpr std::uint32_t kUnableToRecover = 0x80040218u;
 
 // An error of the runtime, named as its source.
 inline Error KorvelError(std::uint32_t status, String description) {

@@ -7,7 +7,7 @@
 
 namespace krx::runtime {
 
-// Ends an operation with a result code; the reason goes to the audit file.
+// Ends an operation with a result code; the reason goes to the audit records.
 struct Refusal {
   std::int32_t Code;
   String Reason;
@@ -20,8 +20,8 @@ struct FailureCodes {
 };
 
 // Runs an operation that answers every failure by a result code and records why it did not
-// succeed; until then the operation may complete `entry`. It records its own success, while it
-// holds the store.
+// succeed; until then the operation may complete `entry`. It records its own success together with
+// what it changes.
 template <class Operation>
 std::int32_t Recorded(UserManagement& management, FailureCodes codes, AuditEntry& entry,
                       Operation&& operation) {

@@ -5,11 +5,24 @@
 #include "runtime/users/rules/RulesFile.h"
 
 namespace krx::runtime {
+namespace {
+
+constexpr std::chrono::milliseconds kPatienceForFailures{50};
+
+}  // namespace
 
 UserRules UserManagement::Rules() {
   const std::filesystem::path file = Store.Folder() / "users.conf";
+  // Taken first: what is written while the file is read gets another stamp.
+  const FileStamp stamp = System.FileSystem.Stamp(file);
+  const std::lock_guard lock(rules_guard_);
+  if (rules_ && stamp.IsSettled && stamp == rules_stamp_) return *rules_;
   const std::optional<std::string> bytes = System.FileSystem.Read(file);
-  return bytes ? ParseRules(file.u16string(), *bytes) : UserRules();
+  rules_.reset();
+  UserRules rules = bytes ? ParseRules(file.u16string(), *bytes) : UserRules();
+  rules_ = rules;
+  rules_stamp_ = stamp;
+  return rules;
 }
 
 RefusedPasswords UserManagement::Refused() {
@@ -18,17 +31,19 @@ RefusedPasswords UserManagement::Refused() {
   return bytes ? RefusedPasswords(file.u16string(), *bytes) : RefusedPasswords();
 }
 
-const StoredUser* UserManagement::Actor(const UserStore* users) const {
+std::optional<StoredUser> UserManagement::Actor(UserSource& users) const {
   const std::optional<LoggedOnUser> current = Session.Current();
-  if (!current || users == nullptr) return nullptr;
-  const StoredUser* const user = users->FindId(current->Id);
-  return user != nullptr && !user->Deactivated ? user : nullptr;
+  if (!current) return std::nullopt;
+  std::optional<StoredUser> user = users.FindId(current->Id);
+  return user && !user->Deactivated ? user : std::nullopt;
 }
 
 void UserManagement::RecordFailure(const AuditEntry& entry) noexcept {
   try {
-    StoreFile::Hold hold(Store);
-    Audit.Add(entry);
+    UserStore::Writing writing(Store, kPatienceForFailures);
+    if (!writing.HasStore()) return;
+    writing.Record(entry);
+    writing.Commit();
   } catch (const std::exception&) {
   }
 }

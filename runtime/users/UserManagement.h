@@ -1,51 +1,45 @@
 #pragma once
 
-#include "runtime/users/AuditLog.h"
+#include <mutex>
+#include <optional>
+
 #include "runtime/users/Session.h"
 #include "runtime/users/passwords/RefusedPasswords.h"
 #include "runtime/users/rules/UserRules.h"
-#include "runtime/users/store/StoreFile.h"
-#include "runtime/users/system/Clock.h"
-#include "runtime/users/system/Cryptography.h"
-#include "runtime/users/system/Files.h"
+#include "runtime/users/store/UserStore.h"
 
 namespace krx::runtime {
 
-// What the user management needs of the machine.
-struct SystemServices {
-  Files& FileSystem;
-  Cryptography& Crypto;
-  Clock& Time;
-};
-
-// The user management of one folder: store (users.dat), rules (users.conf), refused passwords
-// (refused-passwords.txt) and audit file (audit.log), and who is logged on to this process.
+// The user management of one folder: users and audit records (users.db), rules (users.conf) and
+// refused passwords (refused-passwords.txt), and who is logged on to this process.
 class UserManagement {
  public:
   UserManagement(const SystemServices& system, std::filesystem::path folder,
                  runtime::Session& session)
-      : System(system),
-        Session(session),
-        Store(system.FileSystem, std::move(folder)),
-        Audit(system.FileSystem, system.Time, Store.Folder()) {}
+      : System(system), Session(session), Store(system, std::move(folder)) {}
 
-  // Both files are read anew each time, so a change holds from the next operation on; without a
-  // file the defaults hold. Raises Error for a malformed file.
+  // A change of either file holds from the next operation on; without a file the defaults hold.
+  // Raises Error for a malformed file.
   UserRules Rules();
   RefusedPasswords Refused();
 
-  // The record of the user logged on to this process; null when nobody is, or when he has been
-  // removed or deactivated in the meantime. `users` may be null: no store.
-  const StoredUser* Actor(const UserStore* users) const;
+  // The user logged on to this process; nothing when nobody is, or when he has been removed or
+  // deactivated in the meantime.
+  std::optional<StoredUser> Actor(UserSource& users) const;
 
-  // Adds an event on its own, with the store held; a failure to do so is swallowed, because what
-  // is recorded here is a failure already.
+  // Adds an event on its own; a failure to do so is swallowed, because what is recorded here is a
+  // failure already, and nobody is waited for long.
   void RecordFailure(const AuditEntry& entry) noexcept;
 
   const SystemServices System;
   runtime::Session& Session;
-  StoreFile Store;
-  AuditLog Audit;
+  UserStore Store;
+
+ private:
+  // The rules as they were read last: lists of users ask for them with each user.
+  std::mutex rules_guard_;
+  std::optional<UserRules> rules_;
+  FileStamp rules_stamp_;
 };
 
 }  // namespace krx::runtime

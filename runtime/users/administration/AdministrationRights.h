@@ -1,7 +1,7 @@
 #pragma once
 
 #include "runtime/users/rules/UserRules.h"
-#include "runtime/users/store/UserStore.h"
+#include "runtime/users/store/StoredUser.h"
 
 namespace krx::runtime {
 

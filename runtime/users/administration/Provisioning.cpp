@@ -77,16 +77,15 @@ void ProvisionFirstAdministrator(UserManagement& management, const String& name,
   user.Passwords.push_back(HashPassword(management.System.Crypto, password,
                                         static_cast<std::uint32_t>(rules.HashIterations)));
 
-  StoreFile::Hold hold(management.Store);
-  if (hold.Read() != nullptr) Refuse(u"there are users already");
   Files& files = management.System.FileSystem;
   const std::filesystem::path& folder = management.Store.Folder();
+  UserStore::Writing writing(management.Store, UserStore::Writing::WithoutStore::Create);
+  if (writing.Users().HasAny()) Refuse(u"there are users already");
   WriteIfMissing(files, folder / "users.conf", RulesFileTemplate());
   WriteIfMissing(files, folder / "refused-passwords.txt", kRefusedTemplate);
-  UserStore users;
-  users.Add(std::move(user));
-  hold.Save(users);
-  management.Audit.Add({u"", u"provision", name, u"first administrator created"});
+  writing.Users().Add(user);
+  writing.Record({u"", u"provision", name, u"first administrator created"});
+  writing.Commit();
 }
 
 Password GeneratePassword(Cryptography& cryptography, const UserRules& rules) {

@@ -1,5 +1,6 @@
 #include "runtime/users/administration/UserChange.h"
 
+#include <optional>
 #include <utility>
 
 #include "runtime/users/Refusal.h"
@@ -16,26 +17,26 @@ constexpr std::uint32_t kNobody = 0;  // no user has this id
 constexpr FailureCodes kCreateCodes{host::CreateUserUnableToSave, host::CreateUserCallFailed};
 constexpr FailureCodes kModifyCodes{host::ModifyUserUnableToSave, host::ModifyUserCallFailed};
 
-// The store during one change, and the user who makes it.
+// The store during one change, and the user who makes it. Without Commit nothing has happened.
 class Editing {
  public:
   Editing(UserManagement& management, const UserRules& rules, std::int32_t code_of_refusal)
-      : management_(management), rules_(rules), refused_(code_of_refusal), hold_(management.Store) {
-    const std::shared_ptr<const UserStore> read = hold_.Read();
-    const StoredUser* const actor = management.Actor(read.get());
-    if (actor == nullptr) throw Refusal{refused_, u"nobody is logged on"};
-    actor_ = *actor;
-    Users = *read;
-    had_administrator_ = HasOtherAdministrator(rules_, Users, kNobody);
+      : rules_(rules), refused_(code_of_refusal), writing_(management.Store) {
+    std::optional<StoredUser> actor;
+    if (writing_.HasStore()) actor = management.Actor(Users());
+    if (!actor) throw Refusal{refused_, u"nobody is logged on"};
+    actor_ = std::move(*actor);
+    had_administrator_ = Users().HasOtherAdministrator(rules_, kNobody);
   }
 
   const StoredUser& Actor() const { return actor_; }
   bool IsActor(const StoredUser& user) const { return user.Id == actor_.Id; }
+  UserTable& Users() { return writing_.Users(); }
 
-  StoredUser& Target(const String& name) {
-    const StoredUser* const found = Users.Find(name);
-    if (found == nullptr) throw Refusal{host::ModifyUserUnknownUser, u"unknown user"};
-    return *Users.FindId(found->Id);
+  StoredUser Target(const String& name) {
+    std::optional<StoredUser> found = Users().Find(name);
+    if (!found) throw Refusal{host::ModifyUserUnknownUser, u"unknown user"};
+    return std::move(*found);
   }
 
   void Require(bool allowed, const String& reason) const {
@@ -51,24 +52,21 @@ class Editing {
   }
 
   void Commit(const String& action, const String& subject, const String& outcome) {
-    Require(!had_administrator_ || HasOtherAdministrator(rules_, Users, kNobody),
+    Require(!had_administrator_ || Users().HasOtherAdministrator(rules_, kNobody),
             u"no active administrator would be left");
-    hold_.Save(Users);
-    management_.Audit.Add({actor_.Name, action, subject, outcome});
+    writing_.Record({actor_.Name, action, subject, outcome});
+    writing_.Commit();
   }
 
-  UserStore Users;  // as it will be stored
-
  private:
-  UserManagement& management_;
   const UserRules& rules_;
   std::int32_t refused_;
-  StoreFile::Hold hold_;
+  UserStore::Writing writing_;
   StoredUser actor_;
   bool had_administrator_ = false;
 };
 
-// The name for the audit file: never more than a user name can be.
+// The name for the audit record: never more than a user name can be.
 String Loggable(const String& name) {
   return IsValidUserName(name) ? name : String();
 }
@@ -97,18 +95,18 @@ void Fill(StoredUser& user, const host::UserRecord& record, std::int64_t now) {
   LogOnGuard::Forgive(user);
 }
 
-void JudgeCreation(const Editing& editing, const UserRules& rules, const host::UserRecord& record) {
+void JudgeCreation(Editing& editing, const UserRules& rules, const host::UserRecord& record) {
   editing.Require(rules.FindClass(record.ClassName) != nullptr, u"unknown class");
   editing.RequireRight(record.ClassName);
   editing.Require(IsValidUserName(record.Name), u"this is no user name");
   editing.Require(IsStorable(record), u"an argument is out of range");
-  if (editing.Users.IsTaken(record.Name))
+  if (editing.Users().IsTaken(record.Name))
     throw Refusal{host::CreateUserExists, u"a user of this name exists"};
 }
 
-StoredUser& JudgeModification(Editing& editing, const UserRules& rules,
-                              const host::UserRecord& record) {
-  StoredUser& user = editing.Target(record.Name);
+StoredUser JudgeModification(Editing& editing, const UserRules& rules,
+                             const host::UserRecord& record) {
+  StoredUser user = editing.Target(record.Name);
   if (rules.FindClass(record.ClassName) == nullptr)
     throw Refusal{host::ModifyUserUnknownClass, u"unknown class"};
   if (editing.IsActor(user)) {
@@ -145,7 +143,10 @@ std::int32_t CreateUser(UserManagement& management, const host::UserRecord& reco
   AuditEntry entry = EntryOf(management, u"create user", record.Name);
   return Recorded(management, kCreateCodes, entry, [&]() -> std::int32_t {
     const UserRules rules = management.Rules();
-    JudgeCreation(Editing(management, rules, kCreateCodes.CallFailed), rules, record);
+    {
+      Editing editing(management, rules, kCreateCodes.CallFailed);
+      JudgeCreation(editing, rules, record);
+    }
     PasswordHash hash = JudgeAndHash(management, rules, record, {}, host::CreateUserInvalidLength,
                                      host::CreateUserNotAccepted);
     Editing editing(management, rules, kCreateCodes.CallFailed);
@@ -154,7 +155,7 @@ std::int32_t CreateUser(UserManagement& management, const host::UserRecord& reco
     user.Name = record.Name;
     Fill(user, record, management.System.Time.Now());
     user.Passwords.push_back(std::move(hash));
-    editing.Users.Add(std::move(user));
+    editing.Users().Add(user);
     editing.Commit(entry.Action, record.Name, u"created in class " + record.ClassName);
     return host::CreateUserSucceeded;
   });
@@ -172,9 +173,10 @@ std::int32_t ModifyUser(UserManagement& management, const host::UserRecord& reco
     PasswordHash hash = JudgeAndHash(management, rules, record, before,
                                      host::ModifyUserInvalidLength, host::ModifyUserNotAccepted);
     Editing editing(management, rules, kModifyCodes.CallFailed);
-    StoredUser& user = JudgeModification(editing, rules, record);
+    StoredUser user = JudgeModification(editing, rules, record);
     Fill(user, record, management.System.Time.Now());
     user.Passwords = WithNewPassword(rules, user.Passwords, std::move(hash));
+    editing.Users().Update(user, true);
     editing.Commit(entry.Action, record.Name, u"modified, class " + record.ClassName);
     return host::ModifyUserSucceeded;
   });
@@ -185,10 +187,10 @@ std::int32_t RemoveUser(UserManagement& management, const String& user) {
   return Recorded(management, kModifyCodes, entry, [&]() -> std::int32_t {
     const UserRules rules = management.Rules();
     Editing editing(management, rules, kModifyCodes.CallFailed);
-    const StoredUser& target = editing.Target(user);
+    const StoredUser target = editing.Target(user);
     editing.Require(!editing.IsActor(target), u"nobody removes himself");
     editing.RequireRight(target.ClassName);
-    editing.Users.Remove(target.Id);
+    editing.Users().Remove(target.Id);
     editing.Commit(entry.Action, user, u"removed");
     return host::ModifyUserSucceeded;
   });
@@ -200,12 +202,13 @@ std::int32_t SetUserActive(UserManagement& management, const String& user, std::
   return Recorded(management, kModifyCodes, entry, [&]() -> std::int32_t {
     const UserRules rules = management.Rules();
     Editing editing(management, rules, kModifyCodes.CallFailed);
-    StoredUser& target = editing.Target(user);
+    StoredUser target = editing.Target(user);
     editing.Require(activates || active == 0, u"an argument is out of range");
     editing.Require(activates || !editing.IsActor(target), u"nobody deactivates himself");
     editing.RequireRight(target.ClassName);
     target.Deactivated = !activates;
     if (activates) LogOnGuard::Forgive(target);
+    editing.Users().Update(target, false);
     editing.Commit(entry.Action, user, activates ? u"activated" : u"deactivated");
     return host::ModifyUserSucceeded;
   });

@@ -1,17 +1,14 @@
 #include "runtime/users/administration/UserDirectory.h"
 
-#include <algorithm>
-
 #include "runtime/users/administration/UserChange.h"
 #include "runtime/users/logon/LogOnGuard.h"
 #include "runtime/users/logon/PasswordAge.h"
 #include "runtime/users/logon/PasswordChange.h"
-#include "runtime/users/rules/Names.h"
 
 namespace krx::runtime {
 namespace {
 
-std::int32_t StateOf(const UserRules& rules, const UserStore& users, const StoredUser& user,
+std::int32_t StateOf(const UserRules& rules, UserSource& users, const StoredUser& user,
                      std::int64_t now) {
   if (user.Deactivated) return host::UserDeactivated;
   if (LogOnGuard(rules, users, now).IsLockedOut(user)) return host::UserLocked;
@@ -41,29 +38,23 @@ std::int32_t UserDirectory::SetUserActive(const String& user, std::int32_t activ
   return runtime::SetUserActive(management_, user, active);
 }
 
-std::shared_ptr<const UserStore> UserDirectory::Read() {
-  std::shared_ptr<const UserStore> users = StoreFile::Hold(management_.Store).Read();
-  return users != nullptr ? users : std::make_shared<const UserStore>();
-}
-
 host::UserClassOfUser UserDirectory::GetUserClass(const String& user) {
-  const std::shared_ptr<const UserStore> users = Read();
-  const StoredUser* const found = users->Find(user);
-  if (found == nullptr) return {};
+  const std::optional<StoredUser> found = UserStore::Reading(management_.Store).Find(user);
+  if (!found) return {};
   return {found->ClassName, true};
 }
 
 host::UserInfo UserDirectory::GetUserInfo(const String& user) {
   const UserRules rules = management_.Rules();
-  const std::shared_ptr<const UserStore> users = Read();
-  const StoredUser* const found = users->Find(user);
-  if (found == nullptr) return {};
+  UserStore::Reading users(management_.Store);
+  const std::optional<StoredUser> found = users.Find(user);
+  if (!found) return {};
   const std::int64_t now = management_.System.Time.Now();
   const PasswordAge age(rules, *found, now);
   host::UserInfo info;
   info.FullName = found->FullName;
   info.Comment = found->Comment;
-  info.State = StateOf(rules, *users, *found, now);
+  info.State = StateOf(rules, users, *found, now);
   info.RemainingLogOns = age.LogOnsLeft();
   info.PasswordChangedOn = ToDay(found->PasswordChangedOn);
   info.RenewPassword = found->MustRenew ? 0 : age.DaysLeft();
@@ -71,19 +62,18 @@ host::UserInfo UserDirectory::GetUserInfo(const String& user) {
 }
 
 std::vector<String> UserDirectory::GetUserNames(const String& selection) {
-  const std::shared_ptr<const UserStore> users = Read();
+  UserStore::Reading users(management_.Store);
   std::vector<String> names;
-  for (const StoredUser& user : users->Users()) {
+  for (const StoredUser& user : users.List()) {
     if (selection.empty() || user.ClassName == selection) names.push_back(user.Name);
   }
-  std::sort(names.begin(), names.end(), PrecedesInList);
   return names;
 }
 
 host::CurrentUser UserDirectory::GetCurrentUser() {
-  const std::shared_ptr<const UserStore> users = Read();
-  const StoredUser* const actor = management_.Actor(users.get());
-  if (actor == nullptr) return {};
+  UserStore::Reading users(management_.Store);
+  const std::optional<StoredUser> actor = management_.Actor(users);
+  if (!actor) return {};
   return {actor->Name, actor->ClassName, true};
 }
 

@@ -8,8 +8,8 @@ namespace krx::runtime {
 // Reads and changes users on behalf of the user logged on to this process. Changes need the rights
 // of AdministrationRights; a change that the fixed codes have no own code for (no rights, nobody
 // logged on, an unknown class in CreateUser, an argument out of range) is refused as "call failed",
-// and the audit file says why. Nobody removes or deactivates himself or changes his own class, and
-// the last active administrator stays one.
+// and the audit record says why. Nobody removes or deactivates himself or changes his own class,
+// and the last active administrator stays one.
 class UserDirectory : public host::UserAdministration {
  public:
   explicit UserDirectory(UserManagement& management) : management_(management) {}
@@ -38,8 +38,6 @@ class UserDirectory : public host::UserAdministration {
   std::int32_t GetAdministrationMode() override;
 
  private:
-  std::shared_ptr<const UserStore> Read();
-
   UserManagement& management_;
 };
 

@@ -1,5 +1,6 @@
 #include "runtime/users/com/ProcessUsers.h"
 
+#include <atomic>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -9,6 +10,7 @@
 #include "runtime/users/win32/Win32Clock.h"
 #include "runtime/users/win32/Win32Cryptography.h"
 #include "runtime/users/win32/Win32Files.h"
+#include "runtime/users/win32/Win32Origin.h"
 
 namespace krx::runtime {
 namespace {
@@ -21,12 +23,19 @@ std::wstring EnvironmentVariable(const wchar_t* name) {
 
 // What the user management of the process lives on.
 struct Process {
+  explicit Process(const DatabaseAccess& access)
+      : Management({Files, Crypto, Clock, OriginOfProcess(), access}, UsersFolder(), Session) {}
+
+  SqliteLibrary Library;  // first, so that it goes last
   Win32Files Files;
   Win32Cryptography Crypto;
   Win32Clock Clock;
   runtime::Session Session;
-  UserManagement Management{{Files, Crypto, Clock}, UsersFolder(), Session};
+  UserManagement Management;
 };
+
+std::atomic<int> in_use = 0;
+std::atomic<UserManagement*> made = nullptr;
 
 std::mutex keeper_guard;
 std::optional<com::ModuleLock> keeper;
@@ -39,9 +48,19 @@ std::filesystem::path UsersFolder() {
   return std::filesystem::path(EnvironmentVariable(L"ProgramData")) / "Korvel" / "Users";
 }
 
-UserManagement& ProcessUsers() {
-  static Process process;
+UserManagement& ProcessUsers(const DatabaseAccess& access) {
+  static Process process{access};
+  made = &process.Management;
   return process.Management;
+}
+
+UsersInUse::UsersInUse() {
+  ++in_use;
+}
+
+UsersInUse::~UsersInUse() {
+  if (--in_use > 0) return;
+  if (UserManagement* const management = made) const UserStore::Use last(management->Store);
 }
 
 void KeepLoadedWhileLoggedOn() {

@@ -14,12 +14,21 @@ namespace krx::runtime {
 std::filesystem::path UsersFolder();
 
 // The user management of this process; all its objects share it. Raises Error when the system's
-// cryptography is not to be had.
-UserManagement& ProcessUsers();
+// cryptography is not to be had. The first call decides how the database is reached.
+UserManagement& ProcessUsers(const DatabaseAccess& access = {});
 
 // Keeps the component loaded while somebody is logged on: unloading it would log him off in
 // silence. To be called after every log-on and log-off.
 void KeepLoadedWhileLoggedOn();
+
+// Held by whoever works with the users: when nobody does any more, the database is closed.
+class UsersInUse {
+ public:
+  UsersInUse();
+  ~UsersInUse();
+  UsersInUse(const UsersInUse&) = delete;
+  UsersInUse& operator=(const UsersInUse&) = delete;
+};
 
 // The password in an automation string, copied nowhere else.
 Password PasswordFromBstr(BSTR text);

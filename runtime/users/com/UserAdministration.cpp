@@ -3,7 +3,6 @@
 #include "com/Text.h"
 #include "runtime/users/administration/UserDirectory.h"
 #include "runtime/users/com/Arrays.h"
-#include "runtime/users/com/ProcessUsers.h"
 
 namespace krx::runtime {
 namespace {

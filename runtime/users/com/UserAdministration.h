@@ -3,6 +3,7 @@
 #include <KorvelRuntime.h>
 
 #include "com/DualObject.h"
+#include "runtime/users/com/ProcessUsers.h"
 
 namespace krx::runtime {
 
@@ -31,6 +32,9 @@ class UserAdministration : public com::DualObject<IUserAdministration> {
   HRESULT STDMETHODCALLTYPE GetCurrentUser(BSTR* user, BSTR* class_name,
                                            VARIANT_BOOL* logged_on) override;
   HRESULT STDMETHODCALLTYPE GetAdministrationMode(LONG* mode) override;
+
+ private:
+  const UsersInUse in_use_;
 };
 
 }  // namespace krx::runtime

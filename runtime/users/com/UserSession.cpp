@@ -1,7 +1,6 @@
 #include "runtime/users/com/UserSession.h"
 
 #include "com/Text.h"
-#include "runtime/users/com/ProcessUsers.h"
 #include "runtime/users/logon/LogOnService.h"
 
 namespace krx::runtime {

@@ -1,30 +1,33 @@
 #include "runtime/users/logon/CredentialCheck.h"
 
+#include <utility>
+
 #include "runtime/users/logon/LogOnGuard.h"
 
 namespace krx::runtime {
 namespace {
 
-// Counts the attempt. The store is written in any case, so that known and unknown users cost the
+// Counts the attempt. Something is written in any case, so that known and unknown users cost the
 // same.
 CheckedUser Admit(UserManagement& management, const UserRules& rules, StringView name) {
   CheckedUser checked;
-  StoreFile::Hold hold(management.Store);
-  const std::shared_ptr<const UserStore> users = hold.Read();
-  if (users == nullptr) return checked;
-  UserStore changed = *users;
-  if (const StoredUser* const found = users->Find(name)) {
-    StoredUser& user = *changed.FindId(found->Id);
+  UserStore::Writing writing(management.Store);
+  if (!writing.HasStore()) return checked;
+  if (std::optional<StoredUser> found = writing.Users().Find(name)) {
+    StoredUser& user = *found;
     checked.Outcome = CredentialOutcome::WrongPassword;
     if (user.Deactivated) {
       checked.Outcome = CredentialOutcome::Deactivated;
-    } else if (!LogOnGuard(rules, *users, management.System.Time.Now()).Admit(user)) {
+    } else if (!LogOnGuard(rules, writing.Users(), management.System.Time.Now()).Admit(user)) {
       checked.Outcome = CredentialOutcome::LockedOut;
     }
     checked.LastAttempt = user.Failures >= rules.LockOutFailures;
-    checked.User = user;
+    writing.Users().UpdateAttempts(user);
+    checked.User = std::move(user);
+  } else {
+    writing.Users().CountUnknownAttempt();
   }
-  hold.Save(changed);
+  writing.Commit();
   return checked;
 }
 
@@ -44,10 +47,11 @@ CheckedUser CheckCredentials(UserManagement& management, const UserRules& rules,
   return checked;
 }
 
-StoredUser* FindUnchanged(UserStore& users, const CheckedUser& checked) {
-  StoredUser* const user = users.FindId(checked.User.Id);
-  if (user == nullptr || user->Deactivated) return nullptr;
-  return user->CurrentPassword() == checked.User.CurrentPassword() ? user : nullptr;
+std::optional<StoredUser> FindUnchanged(UserTable& users, const CheckedUser& checked) {
+  std::optional<StoredUser> user = users.FindId(checked.User.Id);
+  if (!user || user->Deactivated || user->CurrentPassword() != checked.User.CurrentPassword())
+    return std::nullopt;
+  return user;
 }
 
 String Describe(const CheckedUser& checked) {

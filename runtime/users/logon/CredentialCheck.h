@@ -20,11 +20,11 @@ struct CheckedUser {
 CheckedUser CheckCredentials(UserManagement& management, const UserRules& rules, StringView name,
                              const Password& password);
 
-// The record to complete an operation on after the password was found right; null when the user or
-// his password has changed since.
-StoredUser* FindUnchanged(UserStore& users, const CheckedUser& checked);
+// The record to complete an operation on after the password was found right; nothing when the user
+// or his password has changed since.
+std::optional<StoredUser> FindUnchanged(UserTable& users, const CheckedUser& checked);
 
-// Why an attempt was refused, for the audit file.
+// Why an attempt was refused, for the audit records.
 String Describe(const CheckedUser& checked);
 
 }  // namespace krx::runtime

@@ -12,7 +12,7 @@ constexpr std::int64_t kDelayOfLastAdministrator = 15 * 60;  // seconds
 }  // namespace
 
 bool LogOnGuard::IsLockedOut(const StoredUser& user) const {
-  if (user.Failures < rules_.LockOutFailures) return false;
+  if (user.Failures < rules_.LockOutFailures && user.FailuresInARow < kEndOfGuessing) return false;
   const std::int64_t length = LockOutSeconds(user);
   return length == kForever || now_ - user.LastFailure < length;
 }
@@ -23,28 +23,25 @@ bool LogOnGuard::Admit(StoredUser& user) const {
   if (IsLockedOut(user)) return false;
   if (user.Failures >= rules_.LockOutFailures) user.Failures = 0;
   ++user.Failures;
+  // Beyond the end it only matters that it is reached.
+  user.FailuresInARow = std::min(user.FailuresInARow + 1, kEndOfGuessing);
   user.LastFailure = now_;
   return true;
 }
 
 void LogOnGuard::Forgive(StoredUser& user) {
   user.Failures = 0;
+  user.FailuresInARow = 0;
   user.LastFailure = 0;
 }
 
 std::int64_t LogOnGuard::LockOutSeconds(const StoredUser& user) const {
-  if (rules_.LockOutMinutes > 0) return std::int64_t{60} * rules_.LockOutMinutes;
-  const bool is_last = rules_.IsAdministratorClass(user.ClassName) &&
-                       !HasOtherAdministrator(rules_, store_, user.Id);
-  return is_last ? kDelayOfLastAdministrator : kForever;
-}
-
-bool HasOtherAdministrator(const UserRules& rules, const UserStore& store, std::uint32_t except) {
-  return std::any_of(store.Users().begin(), store.Users().end(), [&](const StoredUser& user) {
-    const bool stays_locked = rules.LockOutMinutes == 0 && user.Failures >= rules.LockOutFailures;
-    return user.Id != except && rules.IsAdministratorClass(user.ClassName) && !user.Deactivated &&
-           !stays_locked;
-  });
+  const bool has_end = rules_.LockOutMinutes > 0 && user.FailuresInARow < kEndOfGuessing;
+  const std::int64_t length = has_end ? std::int64_t{60} * rules_.LockOutMinutes : kForever;
+  if (length <= kDelayOfLastAdministrator) return length;
+  const bool is_last =
+      rules_.IsAdministratorClass(user.ClassName) && !users_.HasOtherAdministrator(rules_, user.Id);
+  return is_last ? kDelayOfLastAdministrator : length;
 }
 
 }  // namespace krx::runtime

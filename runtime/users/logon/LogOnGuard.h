@@ -1,18 +1,19 @@
 #pragma once
 
 #include "runtime/users/rules/UserRules.h"
-#include "runtime/users/store/UserStore.h"
+#include "runtime/users/store/StoredUser.h"
 
 namespace krx::runtime {
 
 // Counts wrong passwords and locks users out. An attempt is counted, and stored, before the
 // password is looked at: however many panels guess at once, no more passwords are tried than the
-// rules allow.
+// rules allow. After a hundred attempts in a row only an administrator ends the lock-out. The last
+// administrator who could log on is only ever delayed, by a quarter of an hour at most.
 class LogOnGuard {
  public:
   // `now`: seconds since 1970.
-  LogOnGuard(const UserRules& rules, const UserStore& store, std::int64_t now)
-      : rules_(rules), store_(store), now_(now) {}
+  LogOnGuard(const UserRules& rules, UserSource& users, std::int64_t now)
+      : rules_(rules), users_(users), now_(now) {}
 
   bool IsLockedOut(const StoredUser& user) const;
 
@@ -23,16 +24,12 @@ class LogOnGuard {
   static void Forgive(StoredUser& user);
 
  private:
-  // When a lock-out of the user that has begun ends; nothing when only an administrator ends it.
+  // How long a lock-out of the user lasts that has begun.
   std::int64_t LockOutSeconds(const StoredUser& user) const;
 
   const UserRules& rules_;
-  const UserStore& store_;
+  UserSource& users_;
   std::int64_t now_;
 };
-
-// Whether there is an administrator other than `except` who can log on: active, and not locked out
-// beyond what time heals.
-bool HasOtherAdministrator(const UserRules& rules, const UserStore& store, std::uint32_t except);
 
 }  // namespace krx::runtime

@@ -54,26 +54,26 @@ std::int32_t LogOnService::LogOnUser(const String& user, const Password& passwor
   std::optional<PasswordHash> rehashed =
       Strengthened(management_.System.Crypto, rules, checked, password);
 
-  StoreFile::Hold hold(management_.Store);
+  UserStore::Writing writing(management_.Store);
+  if (!writing.HasStore()) return host::LogOnUnknownUser;
   const std::int32_t result = checked.Outcome == CredentialOutcome::Right
-                                  ? Settle(hold, rules, checked, std::move(rehashed))
+                                  ? Settle(writing, rules, checked, std::move(rehashed))
                                   : ResultOf(checked.Outcome);
-  management_.Audit.Add({checked.User.Name, u"log-on", u"", OutcomeText(checked, result)});
+  writing.Record({checked.User.Name, u"log-on", u"", OutcomeText(checked, result)});
+  writing.Commit();
   if (result == host::LogOnSucceeded)
     management_.Session.Begin({checked.User.Id, checked.User.Name});
   return result;
 }
 
-std::int32_t LogOnService::Settle(StoreFile::Hold& hold, const UserRules& rules,
+std::int32_t LogOnService::Settle(UserStore::Writing& writing, const UserRules& rules,
                                   const CheckedUser& checked,
                                   std::optional<PasswordHash> rehashed) {
-  const std::shared_ptr<const UserStore> users = hold.Read();
-  if (users == nullptr) return host::LogOnUnknownUser;
-  UserStore changed = *users;
-  StoredUser* const user = FindUnchanged(changed, checked);
-  if (user == nullptr) return host::LogOnInvalidPassword;
+  std::optional<StoredUser> user = FindUnchanged(writing.Users(), checked);
+  if (!user) return host::LogOnInvalidPassword;
   LogOnGuard::Forgive(*user);
-  if (rehashed) user->Passwords.front() = std::move(*rehashed);
+  const bool strengthens = rehashed.has_value();
+  if (strengthens) user->Passwords.front() = std::move(*rehashed);
 
   const PasswordAge age(rules, *user, management_.System.Time.Now());
   std::int32_t result = host::LogOnSucceeded;
@@ -84,15 +84,17 @@ std::int32_t LogOnService::Settle(StoreFile::Hold& hold, const UserRules& rules,
   } else if (age.LogOnsLeft() != kUnlimitedLogOns) {
     user->RemainingLogOns = age.LogOnsLeft() - 1;
   }
-  hold.Save(changed);
+  writing.Users().Update(*user, strengthens);
   return result;
 }
 
 std::int32_t LogOnService::LogOffUser() {
   const std::optional<LoggedOnUser> user = management_.Session.End();
   if (!user) return 1;
-  StoreFile::Hold hold(management_.Store);
-  management_.Audit.Add({user->Name, u"log-off", u"", u"logged off"});
+  UserStore::Writing writing(management_.Store);
+  if (!writing.HasStore()) return 0;
+  writing.Record({user->Name, u"log-off", u"", u"logged off"});
+  writing.Commit();
   return 0;
 }
 

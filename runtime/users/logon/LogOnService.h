@@ -12,15 +12,15 @@ class LogOnService : public host::UserSession {
 
   // LogOnResult. A refusal leaves who was logged on; a success takes his place. Raises Error when
   // store or rules cannot be read, when the attempt cannot be stored and when it cannot be
-  // recorded in the audit file: nobody is logged on unseen.
+  // recorded: nobody is logged on unseen.
   std::int32_t LogOnUser(const String& user, const Password& password) override;
   // 0 when a user was logged off, 1 when nobody was logged on. Raises Error when it cannot be
   // recorded; the user is logged off all the same.
   std::int32_t LogOffUser() override;
 
  private:
-  std::int32_t Settle(StoreFile::Hold& hold, const UserRules& rules, const CheckedUser& checked,
-                      std::optional<PasswordHash> rehashed);
+  std::int32_t Settle(UserStore::Writing& writing, const UserRules& rules,
+                      const CheckedUser& checked, std::optional<PasswordHash> rehashed);
 
   UserManagement& management_;
 };

@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "runtime/users/rules/UserRules.h"
-#include "runtime/users/store/UserStore.h"
+#include "runtime/users/store/StoredUser.h"
 
 namespace krx::runtime {
 

@@ -34,12 +34,7 @@ class Change {
     Judge();
     PasswordHash hash = HashPassword(management_.System.Crypto, new_password_,
                                      static_cast<std::uint32_t>(rules_.HashIterations));
-    Store([&](StoredUser& user) {
-      user.Passwords = WithNewPassword(rules_, user.Passwords, std::move(hash));
-      user.MustRenew = false;
-      user.PasswordChangedOn = management_.System.Time.Now();
-      user.RemainingLogOns = kUnlimitedLogOns;
-    });
+    Store(std::move(hash));
     return host::ChangePasswordSucceeded;
   }
 
@@ -64,33 +59,31 @@ class Change {
   }
 
   void ForgiveAttempt() {
-    StoreFile::Hold hold(management_.Store);
-    UserStore changed = Load(hold);
-    LogOnGuard::Forgive(*FindStill(changed));
-    hold.Save(changed);
+    UserStore::Writing writing(management_.Store);
+    StoredUser user = FindStill(writing);
+    LogOnGuard::Forgive(user);
+    writing.Users().Update(user, false);
+    writing.Commit();
   }
 
-  template <class Alter>
-  void Store(Alter&& alter) {
-    StoreFile::Hold hold(management_.Store);
-    UserStore changed = Load(hold);
-    StoredUser* const user = FindStill(changed);
-    LogOnGuard::Forgive(*user);
-    alter(*user);
-    hold.Save(changed);
-    management_.Audit.Add({user->Name, u"change password", u"", u"changed"});
+  void Store(PasswordHash hash) {
+    UserStore::Writing writing(management_.Store);
+    StoredUser user = FindStill(writing);
+    LogOnGuard::Forgive(user);
+    user.Passwords = WithNewPassword(rules_, user.Passwords, std::move(hash));
+    user.MustRenew = false;
+    user.PasswordChangedOn = management_.System.Time.Now();
+    user.RemainingLogOns = kUnlimitedLogOns;
+    writing.Users().Update(user, true);
+    writing.Record({user.Name, u"change password", u"", u"changed"});
+    writing.Commit();
   }
 
-  UserStore Load(StoreFile::Hold& hold) {
-    const std::shared_ptr<const UserStore> users = hold.Read();
-    return users == nullptr ? UserStore() : *users;
-  }
-
-  StoredUser* FindStill(UserStore& users) {
-    StoredUser* const user = FindUnchanged(users, checked_);
-    if (user == nullptr)
-      throw Refusal{host::ChangePasswordInvalidPassword, u"user was changed meanwhile"};
-    return user;
+  StoredUser FindStill(UserStore::Writing& writing) {
+    std::optional<StoredUser> user;
+    if (writing.HasStore()) user = FindUnchanged(writing.Users(), checked_);
+    if (!user) throw Refusal{host::ChangePasswordInvalidPassword, u"user was changed meanwhile"};
+    return std::move(*user);
   }
 
   UserManagement& management_;

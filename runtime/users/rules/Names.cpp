@@ -90,9 +90,10 @@ bool EqualIgnoringCase(StringView left, StringView right) {
                     [](char16_t a, char16_t b) { return Folded(a) == Folded(b); });
 }
 
-bool PrecedesInList(StringView left, StringView right) {
-  return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
-                                      [](char16_t a, char16_t b) { return Folded(a) < Folded(b); });
+String FoldedName(StringView name) {
+  String folded(name);
+  std::transform(folded.begin(), folded.end(), folded.begin(), Folded);
+  return folded;
 }
 
 }  // namespace krx::runtime

@@ -1,40 +1,142 @@
 #include "runtime/users/store/UserStore.h"
 
-#include <algorithm>
+#include <string>
 #include <utility>
 
-#include "runtime/users/rules/Names.h"
+#include "runtime/core/KorvelError.h"
+#include "runtime/users/store/OldStore.h"
+#include "runtime/users/store/Schema.h"
 
 namespace krx::runtime {
 
-const StoredUser* UserStore::Find(StringView name) const {
-  const auto found = std::find_if(users_.begin(), users_.end(),
-                                  [name](const StoredUser& user) { return user.Name == name; });
-  return found == users_.end() ? nullptr : &*found;
+// All users as of one moment, found by name and id.
+struct UserStore::Snapshot {
+  Snapshot(std::vector<StoredUser> users, const Database::Stamp& stamp)
+      : Users(std::move(users)), Stamp(stamp) {
+    ByName.reserve(Users.size());
+    ById.reserve(Users.size());
+    for (std::size_t i = 0; i < Users.size(); ++i) {
+      ByName.emplace(Users[i].Name, i);
+      ById.emplace(Users[i].Id, i);
+    }
+  }
+
+  template <class Index, class Key>
+  std::optional<StoredUser> At(const Index& index, const Key& key) const {
+    const auto found = index.find(key);
+    if (found == index.end()) return std::nullopt;
+    return Users[found->second];
+  }
+
+  const std::vector<StoredUser> Users;
+  const Database::Stamp Stamp;
+  std::unordered_map<StringView, std::size_t> ByName;
+  std::unordered_map<std::uint32_t, std::size_t> ById;
+};
+
+UserStore::UserStore(const SystemServices& system, std::filesystem::path folder)
+    : system_(system), folder_(std::move(folder)) {}
+
+UserStore::~UserStore() = default;
+
+void UserStore::Close() {
+  const std::lock_guard lock(guard_);
+  snapshot_.reset();
+  database_.reset();
 }
 
-const StoredUser* UserStore::FindId(std::uint32_t id) const {
-  const auto found = std::find_if(users_.begin(), users_.end(),
-                                  [id](const StoredUser& user) { return user.Id == id; });
-  return found == users_.end() ? nullptr : &*found;
+// A file without tables is what a creation leaves that was cut off.
+void UserStore::Open(bool creates) {
+  if (database_ == nullptr) {
+    const bool exists = Database::Exists(File(), system_.Access);
+    const bool is_old = !exists && HasOldStore(system_.FileSystem, folder_);
+    if (!exists && !is_old && !creates) return;
+    auto database = std::make_unique<Database>(File(), system_.Access, true);
+    const int schema = StoredSchema(*database);
+    if (schema == 0 && !creates && !HasOldStore(system_.FileSystem, folder_)) return;
+    if (schema < CurrentSchema()) Create(*database);
+    database_ = std::move(database);
+  }
+  database_->BeginPatience(system_.Access.Patience);
 }
 
-StoredUser* UserStore::FindId(std::uint32_t id) {
-  return const_cast<StoredUser*>(std::as_const(*this).FindId(id));
+// Also brings an older database up to date. Another process may have done so first.
+void UserStore::Create(Database& database) {
+  Transaction transaction(database, Transaction::Kind::Writes);
+  const bool is_new = StoredSchema(database) == 0;
+  Migrate(database);
+  const bool imports = is_new && HasOldStore(system_.FileSystem, folder_);
+  if (imports) {
+    UserTable users(database);
+    for (const StoredUser& user : ReadOldStore(system_.FileSystem, folder_))
+      users.Add(user);
+    AuditTrail(database, system_.Crypto)
+        .Add(system_.Time.Now(), system_.Origin,
+             {u"", u"take over users", u"", u"users of the first version's store"});
+  }
+  transaction.Commit();
+  if (imports) PutOldStoreAside(system_.FileSystem, folder_);
 }
 
-bool UserStore::IsTaken(StringView name) const {
-  return std::any_of(users_.begin(), users_.end(),
-                     [name](const StoredUser& user) { return EqualIgnoringCase(user.Name, name); });
+const UserStore::Snapshot* UserStore::Fresh() {
+  if (snapshot_ != nullptr && snapshot_->Stamp != database_->ReadStamp()) snapshot_.reset();
+  return snapshot_.get();
 }
 
-void UserStore::Add(StoredUser user) {
-  user.Id = next_id_++;
-  users_.push_back(std::move(user));
+UserStore::Reading::Reading(UserStore& store) : store_(store), lock_(store.guard_) {
+  store.Open(false);
 }
 
-void UserStore::Remove(std::uint32_t id) {
-  std::erase_if(users_, [id](const StoredUser& user) { return user.Id == id; });
+std::optional<StoredUser> UserStore::Reading::Find(StringView name) {
+  if (Data() == nullptr) return std::nullopt;
+  if (const Snapshot* const all = store_.Fresh()) return all->At(all->ByName, name);
+  return UserTable(*Data()).Find(name);
+}
+
+std::optional<StoredUser> UserStore::Reading::FindId(std::uint32_t id) {
+  if (Data() == nullptr) return std::nullopt;
+  if (const Snapshot* const all = store_.Fresh()) return all->At(all->ById, id);
+  return UserTable(*Data()).FindId(id);
+}
+
+bool UserStore::Reading::HasOtherAdministrator(const UserRules& rules, std::uint32_t except) {
+  return Data() != nullptr && UserTable(*Data()).HasOtherAdministrator(rules, except);
+}
+
+const std::vector<StoredUser>& UserStore::Reading::List() {
+  static const std::vector<StoredUser> nobody;
+  if (Data() == nullptr) return nobody;
+  if (store_.Fresh() == nullptr) {
+    // The stamp is that of the list while the transaction keeps others from completing a change.
+    Transaction transaction(*Data(), Transaction::Kind::Reads);
+    std::vector<StoredUser> users = UserTable(*Data()).List();
+    store_.snapshot_ = std::make_unique<const Snapshot>(std::move(users), Data()->ReadStamp());
+  }
+  return store_.snapshot_->Users;
+}
+
+UserStore::Writing::Writing(UserStore& store, WithoutStore otherwise)
+    : store_(store), lock_(store.guard_) {
+  store.Open(otherwise == WithoutStore::Create);
+  Begin(store.system_.Access.Patience);
+}
+
+UserStore::Writing::Writing(UserStore& store, std::chrono::milliseconds patience)
+    : store_(store), lock_(store.guard_) {
+  store.Open(false);
+  Begin(patience);
+}
+
+void UserStore::Writing::Begin(std::chrono::milliseconds patience) {
+  if (store_.database_ == nullptr) return;
+  store_.database_->BeginPatience(patience);
+  transaction_.emplace(*store_.database_, Transaction::Kind::Writes);
+  users_.emplace(*store_.database_);
+}
+
+void UserStore::Writing::Record(const AuditEntry& entry) {
+  AuditTrail(*store_.database_, store_.system_.Crypto)
+      .Add(store_.system_.Time.Now(), store_.system_.Origin, entry);
 }
 
 }  // namespace krx::runtime

@@ -1,61 +1,109 @@
 #pragma once
 
-#include <cstdint>
-#include <vector>
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <unordered_map>
 
-#include "base/String.h"
-#include "runtime/users/passwords/PasswordHash.h"
+#include "runtime/users/store/AuditTrail.h"
+#include "runtime/users/store/UserTable.h"
+#include "runtime/users/system/Files.h"
 
 namespace krx::runtime {
 
-inline constexpr std::int32_t kUnlimitedLogOns = -1;
-
-// One user as he is stored.
-struct StoredUser {
-  std::uint32_t Id = 0;  // never given to another user, so a session cannot pass to a namesake
-  String Name;
-  String FullName;
-  String Comment;
-  String ClassName;
-  bool Deactivated = false;
-  bool MustRenew = true;  // kept while deactivated: a first password never becomes a lasting one
-  std::int32_t RemainingLogOns = kUnlimitedLogOns;  // until the password has to be renewed
-  std::int64_t PasswordChangedOn = 0;               // seconds since 1970
-  std::int32_t Failures = 0;                        // attempts since the last right password
-  std::int64_t LastFailure = 0;                     // seconds since 1970
-  std::vector<PasswordHash> Passwords;              // the current one first
-
-  const PasswordHash& CurrentPassword() const { return Passwords.front(); }
-  bool operator==(const StoredUser& other) const = default;
+// What the user management needs of the machine.
+struct SystemServices {
+  Files& FileSystem;
+  Cryptography& Crypto;
+  Clock& Time;
+  AuditOrigin Origin = {};
+  DatabaseAccess Access = {};
 };
 
-// All users. Names are told apart exactly, upper and lower case included, but no two users have
-// names that differ in nothing else.
+// The users of one folder and the record of what happened to them, in the database users.db.
+// Threads of this process wait for each other as long as it takes, other processes for as long as
+// SystemServices::Access says. A store of the first version (users.dat) is taken over at the first
+// opening.
 class UserStore {
  public:
-  const std::vector<StoredUser>& Users() const { return users_; }
-  std::uint32_t NextId() const { return next_id_; }
+  UserStore(const SystemServices& system, std::filesystem::path folder);
+  ~UserStore();
+  UserStore(const UserStore&) = delete;
+  UserStore& operator=(const UserStore&) = delete;
 
-  // Null when there is no such user.
-  const StoredUser* Find(StringView name) const;
-  const StoredUser* FindId(std::uint32_t id) const;
-  StoredUser* FindId(std::uint32_t id);
-  // Whether a new user of this name would be mixed up with an existing one.
-  bool IsTaken(StringView name) const;
+  const std::filesystem::path& Folder() const { return folder_; }
+  std::filesystem::path File() const { return folder_ / "users.db"; }
 
-  // Appends the user under a new id.
-  void Add(StoredUser user);
-  void Remove(std::uint32_t id);
+  // The database file stays open from one operation to the next for as long as somebody uses it.
+  class Use {
+   public:
+    explicit Use(UserStore& store) : store_(store) { ++store_.uses_; }
+    ~Use() {
+      if (--store_.uses_ == 0) store_.Close();
+    }
+    Use(const Use&) = delete;
+    Use& operator=(const Use&) = delete;
 
-  // For reading a stored file: users keep their ids.
-  void Restore(StoredUser user) { users_.push_back(std::move(user)); }
-  void RestoreNextId(std::uint32_t id) { next_id_ = id; }
+   private:
+    UserStore& store_;
+  };
 
-  bool operator==(const UserStore& other) const = default;
+  // Looks at the users. What it is asked is answered as of now; without a store there is nobody.
+  class Reading : public UserSource {
+   public:
+    explicit Reading(UserStore& store);
+
+    std::optional<StoredUser> Find(StringView name) override;
+    std::optional<StoredUser> FindId(std::uint32_t id) override;
+    bool HasOtherAdministrator(const UserRules& rules, std::uint32_t except) override;
+    // All users in the order of lists. They are kept until somebody changes one: who lists users
+    // asks for each of them next.
+    const std::vector<StoredUser>& List();
+    // Nothing without a store.
+    Database* Data() const { return store_.database_.get(); }
+
+   private:
+    UserStore& store_;
+    std::unique_lock<std::mutex> lock_;
+  };
+
+  // Changes users and records it: all of it happens with Commit, or nothing.
+  class Writing {
+   public:
+    enum class WithoutStore { Nothing, Create };
+
+    explicit Writing(UserStore& store, WithoutStore otherwise = WithoutStore::Nothing);
+    Writing(UserStore& store, std::chrono::milliseconds patience);
+
+    bool HasStore() const { return transaction_.has_value(); }
+    // Only with a store.
+    UserTable& Users() { return *users_; }
+    void Record(const AuditEntry& entry);
+    void Commit() { transaction_->Commit(); }
+
+   private:
+    void Begin(std::chrono::milliseconds patience);
+
+    UserStore& store_;
+    std::unique_lock<std::mutex> lock_;
+    std::optional<Transaction> transaction_;
+    std::optional<UserTable> users_;
+  };
 
  private:
-  std::vector<StoredUser> users_;
-  std::uint32_t next_id_ = 1;
+  struct Snapshot;
+
+  void Open(bool creates);
+  void Create(Database& database);
+  void Close();
+  const Snapshot* Fresh();
+
+  const SystemServices system_;
+  const std::filesystem::path folder_;
+  std::mutex guard_;
+  std::atomic<int> uses_ = 0;
+  std::unique_ptr<Database> database_;
+  std::unique_ptr<const Snapshot> snapshot_;
 };
 
 }  // namespace krx::runtime

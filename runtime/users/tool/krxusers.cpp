@@ -1,115 +1,96 @@
-#include <windows.h>
-
-#include <cstdio>
+#include <algorithm>
+#include <exception>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "base/Error.h"
 #include "com/Text.h"
-#include "runtime/users/administration/Provisioning.h"
-#include "runtime/users/com/ProcessUsers.h"
+#include "runtime/users/tool/Commands.h"
+#include "runtime/users/tool/Console.h"
 
 namespace krx::runtime {
 namespace {
 
-constexpr char kUsage[] =
-    "usage: krxusers provision <user name> [--generate]\n"
-    "Creates the users of this machine with their first administrator, who has to renew his\n"
-    "password at the first log-on. The password is typed, or generated and printed once.\n";
-
-void Print(StringView text) {
-  const std::string bytes = ToUtf8(text);
-  std::fwrite(bytes.data(), 1, bytes.size(), stdout);
+String UsageOf(const Command& command) {
+  String usage = u"krxusers ";
+  usage.append(command.Name).append(command.Usage.empty() ? u"" : u" ").append(command.Usage);
+  return usage + u"\n";
 }
 
-// Turns the echo of the console off while a password is typed; does nothing for a redirected input.
-class SilentInput {
- public:
-  explicit SilentInput(HANDLE input) : input_(input) {
-    is_console_ = GetConsoleMode(input_, &mode_) != 0;
-    if (is_console_) SetConsoleMode(input_, mode_ & ~static_cast<DWORD>(ENABLE_ECHO_INPUT));
-  }
-  SilentInput(const SilentInput&) = delete;
-  SilentInput& operator=(const SilentInput&) = delete;
-  ~SilentInput() {
-    if (is_console_) SetConsoleMode(input_, mode_);
-  }
-  bool IsConsole() const { return is_console_; }
-
- private:
-  HANDLE input_;
-  DWORD mode_ = 0;
-  bool is_console_ = false;
-};
-
-Password TypePassword(const char* prompt) {
-  std::fputs(prompt, stdout);
-  std::fflush(stdout);
-  const SilentInput input(GetStdHandle(STD_INPUT_HANDLE));
-  Password typed;
-  for (;;) {
-    wchar_t unit = 0;
-    DWORD count = 0;
-    char byte = 0;
-    const BOOL read = input.IsConsole()
-                          ? ReadConsoleW(GetStdHandle(STD_INPUT_HANDLE), &unit, 1, &count, nullptr)
-                          : ReadFile(GetStdHandle(STD_INPUT_HANDLE), &byte, 1, &count, nullptr);
-    if (!input.IsConsole()) unit = static_cast<unsigned char>(byte);
-    if (!read || count == 0 || unit == L'\n') break;
-    if (unit == L'\r') continue;
-    const auto letter = static_cast<char16_t>(unit);
-    typed = typed.With(typed.Length(), 0, StringView(&letter, 1));
-  }
-  std::fputs("\n", stdout);
-  return typed;
+String Usage() {
+  String text = u"usage:\n";
+  for (const Command& command : Commands())
+    text += u"  " + UsageOf(command);
+  return text +
+         u"krxusers COMMAND --help tells more. The exit code is 0 when it is done, 1 when it was\n"
+         u"refused or failed, 2 for a wrong command line and 3 for damage that was found.\n";
 }
 
-int Provision(const String& name, bool generates) {
-  UserManagement& users = ProcessUsers();
-  std::filesystem::create_directories(users.Store.Folder());
-  Password password;
-  if (generates) {
-    password = GeneratePassword(users.System.Crypto, users.Rules());
-  } else {
-    password = TypePassword("Password: ");
-    if (!(password == TypePassword("Password again: "))) {
-      std::fputs("The passwords differ; nothing was created.\n", stderr);
-      return 1;
+// Nothing when it is no command line of the command.
+std::optional<Arguments> Parsed(const Command& command, std::vector<String> words) {
+  Arguments arguments;
+  for (auto word = words.begin(); word != words.end(); ++word) {
+    const bool has_value = word + 1 != words.end();
+    const bool is_known = command.Usage.find(*word) != StringView::npos;
+    if (!word->starts_with(u"--")) {
+      arguments.Names.push_back(*word);
+    } else if (*word == u"--generate" && is_known) {
+      arguments.Generates = true;
+    } else if (*word == u"--panel-account" && is_known && has_value) {
+      arguments.PanelAccount = *++word;
+    } else if (*word == u"--format" && is_known && has_value) {
+      arguments.Format = *++word;
+      if (arguments.Format != u"csv" && arguments.Format != u"json") return std::nullopt;
+    } else {
+      return std::nullopt;
     }
   }
-  ProvisionFirstAdministrator(users, name, password);
-  Print(u"Created the users in " + users.Store.Folder().u16string() + u".\n");
-  if (generates) {
-    Print(u"Password, shown this once: ");
-    Print(password.View());
-    Print(u"\n");
-  }
-  return 0;
+  if (arguments.Names.size() != command.Names) return std::nullopt;
+  return arguments;
 }
 
-int Run(const std::vector<String>& arguments) {
-  const bool generates = arguments.size() == 3 && arguments[2] == u"--generate";
-  if (arguments.size() < 2 || arguments[0] != u"provision" ||
-      (arguments.size() > 2 && !generates)) {
-    std::fputs(kUsage, stderr);
-    return 2;
-  }
+int Execute(const Command& command, const Arguments& arguments) {
   try {
-    return Provision(arguments[1], generates);
+    return command.Run(arguments);
   } catch (const Error& failure) {
-    std::fprintf(stderr, "Nothing was created: %s\n", ToUtf8(failure.Description()).c_str());
+    PrintError(u"Nothing was done: " + failure.Description() + u"\n");
   } catch (const std::exception& failure) {
-    std::fprintf(stderr, "Nothing was created: %s\n", failure.what());
+    const std::string reason = failure.what();
+    PrintError(u"Nothing was done: " + String(reason.begin(), reason.end()) + u"\n");
   }
-  return 1;
+  return kRefused;
+}
+
+int Run(std::vector<String> words) {
+  const auto asks = [](const String& word) { return word == u"--help"; };
+  const auto commands = Commands();
+  const auto command = std::find_if(commands.begin(), commands.end(), [&](const Command& one) {
+    return !words.empty() && one.Name == words[0];
+  });
+  const bool helps = std::any_of(words.begin(), words.end(), asks);
+  if (command == commands.end()) {
+    helps ? Print(Usage()) : PrintError(Usage());
+    return helps ? kDone : kWrongUsage;
+  }
+  words.erase(words.begin());
+  if (helps) {
+    Print(u"usage: " + UsageOf(*command) + String(command->Help));
+    return kDone;
+  }
+  const std::optional<Arguments> arguments = Parsed(*command, std::move(words));
+  if (arguments) return Execute(*command, *arguments);
+  PrintError(u"usage: " + UsageOf(*command));
+  return kWrongUsage;
 }
 
 }  // namespace
 }  // namespace krx::runtime
 
 int wmain(int count, wchar_t** arguments) {
+  const krx::runtime::Utf8Console console;
   std::vector<krx::String> texts;
   for (int i = 1; i < count; ++i)
     texts.push_back(krx::com::FromWide(arguments[i]));
-  return krx::runtime::Run(texts);
+  return krx::runtime::Run(std::move(texts));
 }

@@ -29,9 +29,17 @@ Win32Cryptography::Win32Cryptography() {
   Check(BCryptOpenAlgorithmProvider(&algorithm_, BCRYPT_SHA256_ALGORITHM, nullptr,
                                     BCRYPT_ALG_HANDLE_HMAC_FLAG),
         u"opening HMAC-SHA256");
+  try {
+    Check(BCryptOpenAlgorithmProvider(&digest_, BCRYPT_SHA256_ALGORITHM, nullptr, 0),
+          u"opening SHA-256");
+  } catch (...) {
+    BCryptCloseAlgorithmProvider(algorithm_, 0);
+    throw;
+  }
 }
 
 Win32Cryptography::~Win32Cryptography() {
+  BCryptCloseAlgorithmProvider(digest_, 0);
   BCryptCloseAlgorithmProvider(algorithm_, 0);
 }
 
@@ -42,6 +50,14 @@ void Win32Cryptography::DeriveKey(std::span<const std::uint8_t> password,
                               Input(salt), static_cast<ULONG>(salt.size()), iterations, key.data(),
                               static_cast<ULONG>(key.size()), 0),
         u"deriving a key");
+}
+
+Digest Win32Cryptography::Hash(std::span<const std::uint8_t> bytes) {
+  Digest digest{};
+  Check(BCryptHash(digest_, nullptr, 0, Input(bytes), static_cast<ULONG>(bytes.size()),
+                   digest.data(), static_cast<ULONG>(digest.size())),
+        u"hashing");
+  return digest;
 }
 
 void Win32Cryptography::FillRandom(std::span<std::uint8_t> bytes) {

@@ -14,10 +14,12 @@ class Win32Cryptography : public Cryptography {
 
   void DeriveKey(std::span<const std::uint8_t> password, std::span<const std::uint8_t> salt,
                  std::uint32_t iterations, std::span<std::uint8_t> key) override;
+  Digest Hash(std::span<const std::uint8_t> bytes) override;
   void FillRandom(std::span<std::uint8_t> bytes) override;
 
  private:
   void* algorithm_ = nullptr;  // HMAC-SHA256
+  void* digest_ = nullptr;     // SHA-256
 };
 
 }  // namespace krx::runtime

@@ -10,13 +10,16 @@
 namespace krx::runtime {
 namespace {
 
-constexpr DWORD kPause = 5;              // milliseconds between two tries
-constexpr ULONGLONG kBlocked = 1'000;    // milliseconds that other programs may block a file
-constexpr ULONGLONG kLongHeld = 30'000;  // milliseconds that the store may be held
+constexpr DWORD kPause = 5;            // milliseconds between two tries
+constexpr ULONGLONG kBlocked = 1'000;  // milliseconds that other programs may block a file
 
 [[noreturn]] void Fail(const std::filesystem::path& file, DWORD error = GetLastError()) {
   throw KorvelError(kFileFailure,
                     file.u16string() + u": " + com::SystemMessage(HRESULT_FROM_WIN32(error)));
+}
+
+std::uint64_t Joined(DWORD high, DWORD low) {
+  return (std::uint64_t{high} << 32) | low;
 }
 
 bool MayPass(DWORD error) {
@@ -81,31 +84,6 @@ void WriteAndFlush(const Handle& handle, const std::filesystem::path& file,
   if (!FlushFileBuffers(handle.Get())) Fail(file);
 }
 
-class Win32Lock : public FileLock {
- public:
-  explicit Win32Lock(const std::filesystem::path& file) {
-    if (!handle_.Open(file, GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS)) Fail(file);
-    const ULONGLONG end = GetTickCount64() + kLongHeld;
-    OVERLAPPED start{};
-    while (!LockFileEx(handle_.Get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0,
-                       &start)) {
-      const DWORD error = GetLastError();
-      if (error != ERROR_LOCK_VIOLATION && error != ERROR_IO_PENDING) Fail(file, error);
-      if (GetTickCount64() >= end)
-        throw KorvelError(kStoreBusy, file.u16string() + u": another process holds the users");
-      Sleep(kPause);
-    }
-  }
-  // Unlocked here and not by closing alone, which the system may do with a delay.
-  ~Win32Lock() override {
-    OVERLAPPED start{};
-    UnlockFileEx(handle_.Get(), 0, 1, 0, &start);
-  }
-
- private:
-  Handle handle_;
-};
-
 }  // namespace
 
 std::optional<std::string> Win32Files::Read(const std::filesystem::path& file) {
@@ -121,6 +99,18 @@ std::optional<std::string> Win32Files::Read(const std::filesystem::path& file) {
   }
 }
 
+FileStamp Win32Files::Stamp(const std::filesystem::path& file) {
+  constexpr std::uint64_t kSettled = 20'000'000;  // 2 s, the coarsest time of a file system
+  WIN32_FILE_ATTRIBUTE_DATA data{};
+  if (!GetFileAttributesExW(file.c_str(), GetFileExInfoStandard, &data)) return {};
+  FILETIME now{};
+  GetSystemTimeAsFileTime(&now);
+  const std::uint64_t written =
+      Joined(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime);
+  return {true, written + kSettled <= Joined(now.dwHighDateTime, now.dwLowDateTime),
+          Joined(data.nFileSizeHigh, data.nFileSizeLow), written};
+}
+
 void Win32Files::WriteFlushed(const std::filesystem::path& file, std::string_view bytes) {
   Handle handle;
   if (!handle.Open(file, GENERIC_WRITE, CREATE_ALWAYS)) Fail(file);
@@ -133,34 +123,6 @@ void Win32Files::Replace(const std::filesystem::path& from, const std::filesyste
                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
   });
   if (!replaced) Fail(to);
-}
-
-void Win32Files::Append(const std::filesystem::path& file, std::string_view bytes) {
-  Handle handle;
-  if (!handle.Open(file, FILE_APPEND_DATA | SYNCHRONIZE, OPEN_ALWAYS)) Fail(file);
-  WriteAndFlush(handle, file, bytes);
-}
-
-std::optional<char> Win32Files::LastByte(const std::filesystem::path& file) {
-  Handle handle;
-  if (!handle.OpenExisting(file)) return std::nullopt;
-  LARGE_INTEGER size{};
-  if (!GetFileSizeEx(handle.Get(), &size)) Fail(file);
-  if (size.QuadPart == 0) return std::nullopt;
-  LARGE_INTEGER last{};
-  last.QuadPart = size.QuadPart - 1;
-  char byte = 0;
-  DWORD count = 0;
-  if (!SetFilePointerEx(handle.Get(), last, nullptr, FILE_BEGIN) ||
-      !ReadFile(handle.Get(), &byte, 1, &count, nullptr)) {
-    Fail(file);
-  }
-  if (count == 0) return std::nullopt;
-  return byte;
-}
-
-std::unique_ptr<FileLock> Win32Files::Lock(const std::filesystem::path& file) {
-  return std::make_unique<Win32Lock>(file);
 }
 
 }  // namespace krx::runtime

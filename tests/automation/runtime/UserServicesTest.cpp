@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <thread>
@@ -14,6 +13,7 @@
 #include "runtime/users/win32/Win32Clock.h"
 #include "runtime/users/win32/Win32Cryptography.h"
 #include "runtime/users/win32/Win32Files.h"
+#include "runtime/users/win32/Win32Origin.h"
 
 namespace krx::test {
 namespace {
@@ -68,11 +68,17 @@ TEST_F(Win32ServicesTest, TheClockIsThatOfTheLibrary) {
   EXPECT_NEAR(static_cast<double>(runtime::Win32Clock().Now()), static_cast<double>(now), 600.0);
 }
 
-TEST_F(Win32ServicesTest, FilesAreWrittenReplacedAndAppended) {
+TEST_F(Win32ServicesTest, TheDigestGivesThePublishedResult) {
+  runtime::Win32Cryptography crypto;
+  const std::uint8_t text[] = {'a', 'b', 'c'};
+  const runtime::Digest digest = crypto.Hash(text);  // FIPS 180-4
+  EXPECT_EQ(std::vector<std::uint8_t>(digest.begin(), digest.begin() + 8),
+            (std::vector<std::uint8_t>{0xBA, 0x78, 0x16, 0xBF, 0x8F, 0x01, 0xCF, 0xEA}));
+  EXPECT_EQ(crypto.Hash({})[0], 0xE3);
+}
+
+TEST_F(Win32ServicesTest, FilesAreWrittenAndReplaced) {
   EXPECT_FALSE(files.Read(folder / "a").has_value());
-  EXPECT_FALSE(files.LastByte(folder / "a").has_value());
-  files.WriteFlushed(folder / "a", "");
-  EXPECT_FALSE(files.LastByte(folder / "a").has_value());
   files.WriteFlushed(folder / "a", std::string(100'000, 'x'));
   EXPECT_EQ(files.Read(folder / "a"), std::string(100'000, 'x'));
   files.WriteFlushed(folder / "a", "short");
@@ -80,11 +86,29 @@ TEST_F(Win32ServicesTest, FilesAreWrittenReplacedAndAppended) {
   files.Replace(folder / "a", folder / "b");
   EXPECT_EQ(files.Read(folder / "b"), "short");
   EXPECT_FALSE(files.Read(folder / "a").has_value());
-  files.Append(folder / "b", "er");
-  files.Append(folder / "c", "new");
-  EXPECT_EQ(files.Read(folder / "b"), "shorter");
-  EXPECT_EQ(files.Read(folder / "c"), "new");
-  EXPECT_EQ(files.LastByte(folder / "b"), 'r');
+}
+
+TEST_F(Win32ServicesTest, AFileIsSettledWhenItHasNotBeenWrittenForSomeTime) {
+  EXPECT_FALSE(files.Stamp(folder / "a").Exists);
+  files.WriteFlushed(folder / "a", "12345");
+  const runtime::FileStamp young = files.Stamp(folder / "a");
+  EXPECT_TRUE(young.Exists);
+  EXPECT_FALSE(young.IsSettled);
+  EXPECT_EQ(young.Size, 5u);
+  using namespace std::chrono_literals;
+  std::filesystem::last_write_time(folder / "a",
+                                   std::filesystem::last_write_time(folder / "a") - 10s);
+  const runtime::FileStamp old = files.Stamp(folder / "a");
+  EXPECT_TRUE(old.IsSettled);
+  EXPECT_LT(old.Time, young.Time);
+}
+
+TEST_F(Win32ServicesTest, EventsNameStationProcessAndAccount) {
+  const runtime::AuditOrigin origin = runtime::OriginOfProcess();
+  EXPECT_FALSE(origin.Station.empty());
+  EXPECT_FALSE(origin.Account.empty());
+  EXPECT_EQ(origin.Process, u"runtime_tests.exe (" +
+                                ToString(static_cast<std::int32_t>(GetCurrentProcessId())) + u")");
 }
 
 TEST_F(Win32ServicesTest, FailuresNameTheFile) {
@@ -111,24 +135,6 @@ TEST_F(Win32ServicesTest, AFileThatAnotherProgramReadsIsReplacedOnceItIsDone) {
   files.Replace(folder / "b", folder / "a");
   done.join();
   EXPECT_EQ(files.Read(folder / "a"), "new");
-}
-
-TEST_F(Win32ServicesTest, ALockIsHeldByOneThreadAtATime) {
-  int inside = 0;
-  std::atomic<int> most = 0;
-  std::vector<std::thread> threads;
-  for (int i = 0; i < 8; ++i) {
-    threads.emplace_back([&] {
-      for (int n = 0; n < 20; ++n) {
-        const auto lock = files.Lock(folder / "lock");
-        most = std::max(most.load(), ++inside);
-        --inside;
-      }
-    });
-  }
-  for (std::thread& thread : threads)
-    thread.join();
-  EXPECT_EQ(most, 1);
 }
 
 TEST_F(Win32ServicesTest, AFirstAdministratorLogsOnWithTheDefaultWork) {

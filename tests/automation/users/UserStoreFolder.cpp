@@ -93,14 +93,20 @@ void UserStoreFolder::Administer(const std::string& script) const {
                            (lines.empty() ? std::string("nothing printed") : lines.back()));
 }
 
-// A change is written beside the store first; a folder of that file's name is in its way.
+// What a change undoes is written beside the database first; a folder of that file's name is in its
+// way.
 void UserStoreFolder::RefuseWriting() const {
-  std::filesystem::create_directories(folder_ / "users.new" / "kept");
+  std::filesystem::create_directories(folder_ / "users.db-journal" / "kept");
 }
 
 std::string UserStoreFolder::AuditLog() const {
+  Use();
+  const std::filesystem::path file = folder_ / "audit.csv";
+  Client command(L"\"" + (ProgramFolder() / "krxusers.exe").wstring() + L"\" export-audit \"" +
+                 file.wstring() + L"\"");
+  if (command.Finish() != 0) throw std::runtime_error("the audit records cannot be exported");
   std::ostringstream text;
-  text << std::ifstream(folder_ / "audit.log", std::ios::binary).rdbuf();
+  text << std::ifstream(file, std::ios::binary).rdbuf();
   return text.str();
 }
 

@@ -1,3 +1,4 @@
+#include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -15,9 +16,11 @@ namespace {
 class RealManagement {
  public:
   explicit RealManagement(const std::filesystem::path& folder)
-      : Management({Files, Crypto, Clock}, folder, Session) {
+      : Management({Files, Crypto, Clock, {}, {nullptr, kPatience}}, folder, Session) {
     Crypto.Restart(static_cast<std::uint32_t>(getpid()));
   }
+
+  static constexpr std::chrono::minutes kPatience{5};
 
   PosixFiles Files;
   TestCryptography Crypto;
@@ -80,8 +83,10 @@ TEST_F(ConcurrencyTest, TwoProcessesWith200ChangesTogetherLoseNone) {
   RealManagement real(folder);
   EXPECT_EQ(real.Directory.GetUserNames(u"").size(), 201u);
   // One line for each change, both log-ons, the provisioning and its change of password.
-  const std::string log = real.Files.Read(folder / "audit.log").value();
-  EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 204);
+  UserStore::Reading reading(real.Management.Store);
+  const runtime::AuditVerdict verdict = runtime::AuditTrail(*reading.Data(), real.Crypto).Verify();
+  EXPECT_EQ(verdict.Records, 204);
+  EXPECT_EQ(verdict.FirstBroken, 0) << ToUtf8(verdict.Reason);
 }
 
 TEST_F(ConcurrencyTest, SixtyFourThreadsGuessingGetExactlyTheAllowedAttempts) {
@@ -121,15 +126,38 @@ TEST_F(ConcurrencyTest, FourProcessesGuessingShareTheAllowedAttempts) {
   EXPECT_EQ(wrong, 5);
 }
 
+// Kills this process at the n-th system call that changes a file.
+int calls_left = 0;
+
+template <class Result, class... Arguments>
+struct Deadly {
+  static inline Result (*Call)(Arguments...) = nullptr;
+  static Result Instead(Arguments... arguments) {
+    if (--calls_left == 0) kill(getpid(), SIGKILL);
+    return Call(arguments...);
+  }
+  static void TakePlaceOf(const char* name) {
+    sqlite3_vfs* const system = sqlite3_vfs_find(nullptr);
+    Call = reinterpret_cast<Result (*)(Arguments...)>(system->xGetSystemCall(system, name));
+    system->xSetSystemCall(system, name, reinterpret_cast<sqlite3_syscall_ptr>(&Instead));
+  }
+};
+
+void DieAtCall(int last) {
+  calls_left = last;
+  sqlite3_initialize();
+  Deadly<ssize_t, int, const void*, size_t, off64_t>::TakePlaceOf("pwrite64");
+  Deadly<int, int, off_t>::TakePlaceOf("ftruncate");
+  Deadly<int, const char*>::TakePlaceOf("unlink");
+  Deadly<int, const char*, int, int>::TakePlaceOf("open");
+}
+
 TEST_F(ConcurrencyTest, AProcessKilledAtAnyStepLeavesAStoreThatOthersGoOnWith) {
   int killed = 0;
   for (int last = 1;; ++last) {
     const pid_t child = Fork([&] {
+      DieAtCall(last);
       RealManagement real(folder);
-      int step = 0;
-      real.Files.BeforeStep = [&] {
-        if (++step == last) kill(getpid(), SIGKILL);
-      };
       real.Directory.ChangeUserPassword(u"boss", Secret(u"short"), Secret(u"boss's secret"));
       return 0;
     });
@@ -138,9 +166,11 @@ TEST_F(ConcurrencyTest, AProcessKilledAtAnyStepLeavesAStoreThatOthersGoOnWith) {
     RealManagement real(folder);
     ASSERT_EQ(real.LogOn.LogOnUser(u"boss", Secret(u"boss's secret")), host::LogOnSucceeded)
         << last;
+    UserStore::Reading reading(real.Management.Store);
+    ASSERT_EQ(runtime::AuditTrail(*reading.Data(), real.Crypto).Verify().FirstBroken, 0) << last;
   }
-  // Two saves of four writing and two replacing steps, and two steps of the audit line.
-  EXPECT_EQ(killed, 14);
+  // Three transactions of a journal that is opened, written and removed, and a file of some pages.
+  EXPECT_GT(killed, 30);
 }
 
 // Runs as a user without rights, because rights do not bind the superuser.
@@ -149,30 +179,32 @@ TEST_F(ConcurrencyTest, WithoutTheRightToWriteAChangeIsUnableToSave) {
   ASSERT_EQ(real.LogOn.LogOnUser(u"boss", Secret(u"boss's secret")), host::LogOnSucceeded);
   using std::filesystem::perms;
   const perms readable = perms::owner_read | perms::group_read | perms::others_read;
-  const perms open_lock = readable | perms::owner_write | perms::group_write | perms::others_write;
   for (const auto& entry : std::filesystem::directory_iterator(folder))
     std::filesystem::permissions(entry, readable);
-  std::filesystem::permissions(folder / "users.lock", open_lock);
   std::filesystem::permissions(
       folder, readable | perms::owner_exec | perms::group_exec | perms::others_exec);
   const pid_t child = Fork([&] {
     if (geteuid() == 0 && setuid(65'534) != 0) return 98;
-    return static_cast<int>(real.Directory.CreateUser(Record(u"anna")));
+    RealManagement mine(folder);
+    mine.Session.Begin({1, u"boss"});
+    return static_cast<int>(mine.Directory.CreateUser(Record(u"anna")));
   });
   EXPECT_EQ(ExitCode(child), host::CreateUserUnableToSave);
-  std::filesystem::permissions(folder / "users.dat", perms::none);
+  std::filesystem::permissions(folder / "users.db", perms::none);
   const pid_t blind = Fork([&] {
     if (geteuid() == 0 && setuid(65'534) != 0) return 98;
+    RealManagement mine(folder);
+    mine.Session.Begin({1, u"boss"});
     try {
-      real.Directory.GetUserNames(u"");
+      mine.Directory.GetUserNames(u"");
       return 97;
     } catch (const Error&) {
-      return static_cast<int>(real.Directory.CreateUser(Record(u"anna")));
+      return static_cast<int>(mine.Directory.CreateUser(Record(u"anna")));
     }
   });
   EXPECT_EQ(ExitCode(blind), host::CreateUserCallFailed);
   std::filesystem::permissions(folder, perms::owner_all);
-  std::filesystem::permissions(folder / "users.dat", perms::owner_read);
+  std::filesystem::permissions(folder / "users.db", perms::owner_read);
   EXPECT_EQ(real.Directory.GetUserNames(u"").size(), 1u);
 }
 

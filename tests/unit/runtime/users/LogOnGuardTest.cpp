@@ -99,11 +99,49 @@ TEST_F(LogOnGuardTest, OfTwoAdministratorsTheFirstIsLockedOutAndTheLastDelayed) 
   EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnSucceeded);
 }
 
+TEST_F(LogOnGuardTest, AfterAHundredGuessesOnlyAnAdministratorEndsIt) {
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret");
+  for (int n = 0; n < 20; ++n) {
+    GuessWrong(u"anna", 5);
+    clock.Seconds += 15 * 60;
+  }
+  clock.Seconds += 10 * 365 * 86'400;
+  EXPECT_EQ(directory.GetUserInfo(u"anna").State, host::UserLocked);
+  EXPECT_EQ(LogOn(u"anna", u"anna's secret"), host::LogOnTooManyFailedLogons);
+  ASSERT_EQ(directory.SetUserActive(u"anna", 1), host::ModifyUserSucceeded);
+  EXPECT_EQ(LogOn(u"anna", u"anna's secret"), host::LogOnSucceeded);
+  GuessWrong(u"anna", 5);
+}
+
+TEST_F(LogOnGuardTest, ARightPasswordBeginsTheHundredAnew) {
+  Provision();
+  for (int n = 0; n < 30; ++n) {
+    GuessWrong(u"boss", 4);
+    ASSERT_EQ(LogOn(u"boss", kBossSecret), host::LogOnSucceeded) << n;
+  }
+}
+
+TEST_F(LogOnGuardTest, TheLastAdministratorIsOnlyDelayedAfterAHundredGuesses) {
+  Configure("lock-out-minutes = 1440\n");
+  Provision();
+  for (int n = 0; n < 20; ++n) {
+    GuessWrong(u"boss", 5);
+    clock.Seconds += 15 * 60;
+  }
+  GuessWrong(u"boss", 1);  // each attempt costs the delay now
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnTooManyFailedLogons);
+  clock.Seconds += 15 * 60 - 1;
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnTooManyFailedLogons);
+  clock.Seconds += 1;
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnSucceeded);
+}
+
 TEST_F(LogOnGuardTest, TheCountSurvivesTheProcess) {
   Provision();
   GuessWrong(u"boss", 3);
   runtime::Session other_session;
-  runtime::UserManagement other{{files, crypto, clock}, folder, other_session};
+  runtime::UserManagement other{System(), folder, other_session};
   runtime::LogOnService others_log_on(other);
   EXPECT_EQ(others_log_on.LogOnUser(u"boss", Secret(u"wrong")), host::LogOnInvalidPassword);
   GuessWrong(u"boss", 1);

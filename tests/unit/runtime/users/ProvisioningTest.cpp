@@ -37,9 +37,9 @@ TEST_F(ProvisioningTest, TheFirstAdministratorHasToRenewHisPassword) {
 
 TEST_F(ProvisioningTest, AStoreIsNeverProvisionedTwice) {
   ASSERT_EQ(RefusalOf(u"boss", u"provisioned secret"), u"done");
-  const std::string before = files.Content(StorePath());
+  const std::string before = StoreContent();
   EXPECT_EQ(RefusalOf(u"other", u"provisioned secret"), u"there are users already");
-  EXPECT_EQ(files.Content(StorePath()), before);
+  EXPECT_EQ(StoreContent(), before);
 }
 
 TEST_F(ProvisioningTest, NameAndPasswordHaveToSatisfyTheRules) {
@@ -47,7 +47,7 @@ TEST_F(ProvisioningTest, NameAndPasswordHaveToSatisfyTheRules) {
   EXPECT_EQ(RefusalOf(u"boss", u"short"), u"the password needs 8 to 128 characters");
   EXPECT_EQ(RefusalOf(u"boss", u"password"), u"the password is too easily guessed");
   EXPECT_EQ(RefusalOf(u"bossy boss", u"Bossy Boss"), u"the password is too easily guessed");
-  EXPECT_FALSE(files.Exists(StorePath()));
+  EXPECT_FALSE(HasStore());
 }
 
 TEST_F(ProvisioningTest, TheLowestClassThatAdministersIsTaken) {
@@ -62,6 +62,8 @@ TEST_F(ProvisioningTest, ConfigurationFilesAreLeftToFillInButNeverReplaced) {
   EXPECT_EQ(files.Content(folder / "users.conf"), before);
   EXPECT_TRUE(files.Exists(folder / "refused-passwords.txt"));
   files = SimulatedFiles();
+  CloseStore();
+  disk.Put({});
   ASSERT_EQ(RefusalOf(u"boss", u"provisioned secret"), u"done");
   EXPECT_EQ(files.Content(folder / "users.conf"), runtime::RulesFileTemplate());
   EXPECT_EQ(StoredRecord(u"boss").CurrentPassword().Iterations, 600'000u);

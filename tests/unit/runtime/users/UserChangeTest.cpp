@@ -18,7 +18,7 @@ TEST_F(UserChangeTest, ACreatedUserIsStoredWithEverything) {
   EXPECT_TRUE(anna.MustRenew);
   EXPECT_FALSE(anna.Deactivated);
   EXPECT_EQ(anna.PasswordChangedOn, clock.Seconds);
-  EXPECT_EQ(files.Content(StorePath()).find("anna's secret"), std::string::npos);
+  EXPECT_EQ(StoreContent().find("anna's secret"), std::string::npos);
 }
 
 TEST_F(UserChangeTest, EveryCodeOfCreationIsReachable) {
@@ -32,9 +32,9 @@ TEST_F(UserChangeTest, EveryCodeOfCreationIsReachable) {
             host::CreateUserCallFailed);
   EXPECT_EQ(directory.CreateUser(Record(u"boss")), host::CreateUserExists);
   EXPECT_EQ(directory.CreateUser(Record(u"BOSS")), host::CreateUserExists);
-  files.ReadOnly = true;
+  disk.ReadOnly = true;
   EXPECT_EQ(directory.CreateUser(Record(u"anna")), host::CreateUserUnableToSave);
-  files.ReadOnly = false;
+  disk.ReadOnly = false;
   EXPECT_EQ(directory.CreateUser(Record(u"anna")), host::CreateUserSucceeded);
 }
 
@@ -47,9 +47,9 @@ TEST_F(UserChangeTest, EveryCodeOfModificationIsReachable) {
   EXPECT_EQ(directory.ModifyUser(Record(u"anna", u"short")), host::ModifyUserInvalidLength);
   EXPECT_EQ(directory.ModifyUser(Record(u"anna", u"12345678")), host::ModifyUserNotAccepted);
   EXPECT_EQ(directory.ModifyUser(Record(u"anna", u"anna's secret")), host::ModifyUserNotAccepted);
-  files.ReadOnly = true;
+  disk.ReadOnly = true;
   EXPECT_EQ(directory.ModifyUser(Record(u"anna", u"new secret")), host::ModifyUserUnableToSave);
-  files.ReadOnly = false;
+  disk.ReadOnly = false;
   EXPECT_EQ(directory.ModifyUser(Record(u"anna", u"new secret", u"Engineer")),
             host::ModifyUserSucceeded);
   EXPECT_EQ(directory.GetUserClass(u"anna").ClassName, u"Engineer");
@@ -62,9 +62,9 @@ TEST_F(UserChangeTest, EveryCodeOfRemovalIsReachable) {
   ProvisionAndLogOn();
   AddUser(u"anna", u"anna's secret");
   EXPECT_EQ(directory.RemoveUser(u"nobody"), host::ModifyUserUnknownUser);
-  files.ReadOnly = true;
+  disk.ReadOnly = true;
   EXPECT_EQ(directory.RemoveUser(u"anna"), host::ModifyUserUnableToSave);
-  files.ReadOnly = false;
+  disk.ReadOnly = false;
   EXPECT_EQ(directory.RemoveUser(u"anna"), host::ModifyUserSucceeded);
   EXPECT_FALSE(directory.GetUserClass(u"anna").Found);
   session.LogOffUser();
@@ -78,9 +78,9 @@ TEST_F(UserChangeTest, EveryCodeOfActivationIsReachable) {
   for (const std::int32_t active : {-1, 2, std::numeric_limits<std::int32_t>::min()})
     EXPECT_EQ(directory.SetUserActive(u"anna", active), host::ModifyUserCallFailed) << active;
   EXPECT_EQ(directory.GetUserInfo(u"anna").State, host::UserActive);
-  files.ReadOnly = true;
+  disk.ReadOnly = true;
   EXPECT_EQ(directory.SetUserActive(u"anna", 0), host::ModifyUserUnableToSave);
-  files.ReadOnly = false;
+  disk.ReadOnly = false;
   EXPECT_EQ(directory.SetUserActive(u"anna", 0), host::ModifyUserSucceeded);
   EXPECT_EQ(directory.GetUserInfo(u"anna").State, host::UserDeactivated);
   EXPECT_EQ(directory.SetUserActive(u"anna", 1), host::ModifyUserSucceeded);
@@ -175,7 +175,7 @@ TEST_F(UserChangeTest, OfTwoAdministratorsWhoRemoveEachOtherOneRemains) {
   ProvisionAndLogOn();
   AddUser(u"anna", u"anna's secret", u"Administrator");
   runtime::Session other_session;
-  runtime::UserManagement other{{files, crypto, clock}, folder, other_session};
+  runtime::UserManagement other{System(), folder, other_session};
   ASSERT_EQ(runtime::LogOnService(other).LogOnUser(u"anna", Secret(u"anna's secret")),
             host::LogOnSucceeded);
   EXPECT_EQ(directory.RemoveUser(u"anna"), host::ModifyUserSucceeded);
@@ -188,12 +188,14 @@ TEST_F(UserChangeTest, AHigherLevelThanTheAdministratorsCannotLeaveNone) {
       "administration-mode = 0\nclass = Operator | 10 | O\nclass = Administrator | 100 | A\n"
       "class = Inspector | 200 | I\n");
   Provision();
-  UserStore users = Stored();
   StoredUser inspector = StoredRecord(u"boss");
   inspector.Name = u"inspector";
   inspector.ClassName = u"Inspector";
-  users.Add(inspector);
-  files.Content(StorePath()) = runtime::Serialize(users);
+  {
+    UserStore::Writing writing(management.Store);
+    writing.Users().Add(inspector);
+    writing.Commit();
+  }
   ASSERT_EQ(LogOn(u"inspector", kBossSecret), host::LogOnSucceeded);
   EXPECT_EQ(directory.SetUserActive(u"boss", 0), host::ModifyUserSucceeded);
   EXPECT_EQ(directory.SetUserActive(u"inspector", 0), host::ModifyUserCallFailed);
@@ -210,15 +212,20 @@ TEST_F(UserChangeTest, TheOnlyAdministratorWhoIsNotLockedOutStays) {
   EXPECT_EQ(directory.GetUserInfo(u"anna").State, host::UserActive);
 }
 
-TEST_F(UserChangeTest, AFailureAfterTheSaveIsReportedAndTheChangeStands) {
+TEST_F(UserChangeTest, WhatCannotBeRecordedDoesNotHappen) {
   ProvisionAndLogOn();
   AddUser(u"anna", u"anna's secret");
-  files.Replacements.clear();
-  // Rules, lock, read, write, replace, last byte; the audit line is the seventh.
-  files.FailAt(7, false);
+  const std::size_t records = Records().size();
+  crypto.HashFails = true;  // the record cannot be chained to the one before
   EXPECT_EQ(directory.RemoveUser(u"anna"), host::ModifyUserCallFailed);
-  EXPECT_FALSE(directory.GetUserClass(u"anna").Found);
-  EXPECT_EQ(files.Replacements.size(), 1u);
+  EXPECT_EQ(directory.SetUserActive(u"anna", 0), host::ModifyUserCallFailed);
+  EXPECT_EQ(directory.CreateUser(Record(u"berta")), host::CreateUserCallFailed);
+  EXPECT_THROW(LogOn(u"anna", u"anna's secret"), Error);
+  crypto.HashFails = false;
+  EXPECT_EQ(directory.GetUserInfo(u"anna").State, host::UserActive);
+  EXPECT_FALSE(directory.GetUserClass(u"berta").Found);
+  EXPECT_EQ(directory.GetCurrentUser().Name, u"boss");
+  EXPECT_EQ(Records().size(), records);
 }
 
 }  // namespace

@@ -1,12 +1,10 @@
 #include "support/PosixFiles.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
-#include <thread>
 
 #include "runtime/core/KorvelError.h"
 
@@ -39,21 +37,6 @@ class Handle {
   int number_;
 };
 
-class PosixLock : public runtime::FileLock {
- public:
-  explicit PosixLock(const std::filesystem::path& file) : handle_(file, O_RDWR | O_CREAT) {
-    using std::chrono::steady_clock;
-    const auto end = steady_clock::now() + std::chrono::minutes(5);
-    while (flock(handle_.Get(), LOCK_EX | LOCK_NB) != 0) {
-      if (errno != EWOULDBLOCK || steady_clock::now() > end) RaiseErrno(file);
-      std::this_thread::sleep_for(std::chrono::microseconds(200));
-    }
-  }
-
- private:
-  Handle handle_;
-};
-
 void WriteAll(const Handle& handle, const std::filesystem::path& file, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t written = write(handle.Get(), bytes.data(), bytes.size());
@@ -77,42 +60,23 @@ std::optional<std::string> PosixFiles::Read(const std::filesystem::path& file) {
   }
 }
 
+// Never settled: every file is read anew.
+runtime::FileStamp PosixFiles::Stamp(const std::filesystem::path& file) {
+  return {std::filesystem::exists(file)};
+}
+
 void PosixFiles::WriteFlushed(const std::filesystem::path& file, std::string_view bytes) {
-  BeforeStep();
   const Handle handle(file, O_WRONLY | O_CREAT | O_TRUNC);
   handle.Get();
-  BeforeStep();
   WriteAll(handle, file, bytes.substr(0, bytes.size() / 2));
-  BeforeStep();
   WriteAll(handle, file, bytes.substr(bytes.size() / 2));
-  BeforeStep();
   if (fdatasync(handle.Get()) != 0) RaiseErrno(file);
 }
 
 void PosixFiles::Replace(const std::filesystem::path& from, const std::filesystem::path& to) {
-  BeforeStep();
   if (rename(from.c_str(), to.c_str()) != 0) RaiseErrno(to);
-  BeforeStep();
   const Handle folder(to.parent_path(), O_RDONLY | O_DIRECTORY);
   if (fsync(folder.Get()) != 0) RaiseErrno(to.parent_path());
-}
-
-void PosixFiles::Append(const std::filesystem::path& file, std::string_view bytes) {
-  BeforeStep();
-  const Handle handle(file, O_WRONLY | O_CREAT | O_APPEND);
-  WriteAll(handle, file, bytes);
-  BeforeStep();
-  if (fdatasync(handle.Get()) != 0) RaiseErrno(file);
-}
-
-std::optional<char> PosixFiles::LastByte(const std::filesystem::path& file) {
-  const std::optional<std::string> content = Read(file);
-  if (!content || content->empty()) return std::nullopt;
-  return content->back();
-}
-
-std::unique_ptr<runtime::FileLock> PosixFiles::Lock(const std::filesystem::path& file) {
-  return std::make_unique<PosixLock>(file);
 }
 
 }  // namespace krx::test

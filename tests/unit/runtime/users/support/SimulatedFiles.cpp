@@ -22,15 +22,6 @@ std::string Torn(const std::string& written, Tear tear) {
   }
 }
 
-class SimulatedLock : public runtime::FileLock {
- public:
-  explicit SimulatedLock(int& held) : held_(held) { ++held_; }
-  ~SimulatedLock() override { --held_; }
-
- private:
-  int& held_;
-};
-
 }  // namespace
 
 void SimulatedFiles::Step() {
@@ -49,13 +40,21 @@ std::optional<std::string> SimulatedFiles::Read(const std::filesystem::path& fil
   const auto found = files_.find(file);
   if (found == files_.end()) return std::nullopt;
   if (Unreadable) Refuse(file);
+  ++Reads;
   return found->second.Visible;
+}
+
+runtime::FileStamp SimulatedFiles::Stamp(const std::filesystem::path& file) {
+  const auto found = files_.find(file);
+  if (found == files_.end()) return {};
+  return {true, true, found->second.Visible.size(), found->second.Time};
 }
 
 void SimulatedFiles::WriteFlushed(const std::filesystem::path& file, std::string_view bytes) {
   BeginOperation(file, true);
   Step();
   File& target = files_[file];
+  target.Time = ++changes_;
   target.Visible.clear();
   Step();
   target.Visible = bytes.substr(0, bytes.size() / 2);
@@ -69,41 +68,9 @@ void SimulatedFiles::WriteFlushed(const std::filesystem::path& file, std::string
 void SimulatedFiles::Replace(const std::filesystem::path& from, const std::filesystem::path& to) {
   BeginOperation(to, true);
   Step();
-  if (ReplaceFails == Halfway::OldFileGone || ReplaceFails == Halfway::AlwaysOldFileGone) {
-    files_.erase(to);
-    if (ReplaceFails == Halfway::OldFileGone) ReplaceFails = Halfway::No;
-    Step();
-    Refuse(to);
-  }
   files_[to] = files_.at(from);
   files_.erase(from);
-  Replacements.push_back(files_[to].Visible);
   Step();
-  if (ReplaceFails == Halfway::ReportedThoughDone) Refuse(to);
-}
-
-void SimulatedFiles::Append(const std::filesystem::path& file, std::string_view bytes) {
-  BeginOperation(file, true);
-  Step();
-  File& target = files_[file];
-  const std::string before = target.Visible;
-  target.Visible = before + std::string(bytes.substr(0, bytes.size() / 2));
-  Step();
-  target.Visible = before + std::string(bytes);
-  Step();
-  target.Durable = target.Visible;
-}
-
-std::optional<char> SimulatedFiles::LastByte(const std::filesystem::path& file) {
-  const std::optional<std::string> content = Read(file);
-  if (!content || content->empty()) return std::nullopt;
-  return content->back();
-}
-
-std::unique_ptr<runtime::FileLock> SimulatedFiles::Lock(const std::filesystem::path& file) {
-  BeginOperation(file, false);
-  if (Held > 0) throw std::logic_error("the store is held twice");
-  return std::make_unique<SimulatedLock>(Held);
 }
 
 void SimulatedFiles::Restart(bool power_failed, Tear tear) {

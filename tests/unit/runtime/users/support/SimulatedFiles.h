@@ -1,7 +1,6 @@
 #pragma once
 
 #include <map>
-#include <vector>
 
 #include "runtime/users/system/Files.h"
 
@@ -18,11 +17,10 @@ enum class Tear { Nothing, FirstHalf, AllButLastByte, Zeros, Everything };
 class SimulatedFiles : public runtime::Files {
  public:
   std::optional<std::string> Read(const std::filesystem::path& file) override;
+  // Each change by an operation or a test is another time.
+  runtime::FileStamp Stamp(const std::filesystem::path& file) override;
   void WriteFlushed(const std::filesystem::path& file, std::string_view bytes) override;
   void Replace(const std::filesystem::path& from, const std::filesystem::path& to) override;
-  void Append(const std::filesystem::path& file, std::string_view bytes) override;
-  std::optional<char> LastByte(const std::filesystem::path& file) override;
-  std::unique_ptr<runtime::FileLock> Lock(const std::filesystem::path& file) override;
 
   // Stops the machine at the n-th step from now (1 is the next); 0: never.
   void StopAt(int step) { stop_at_ = step, steps_ = 0; }
@@ -37,32 +35,32 @@ class SimulatedFiles : public runtime::Files {
   }
   int Operations() const { return operations_; }
 
-  // What goes wrong within Replace besides.
-  enum class Halfway { No, OldFileGone, ReportedThoughDone, AlwaysOldFileGone };
-  Halfway ReplaceFails = Halfway::No;
   bool ReadOnly = false;    // every write raises Error
   bool Unreadable = false;  // every read of an existing file raises Error
-  int Held = 0;             // locks held at present
 
-  std::string& Content(const std::filesystem::path& file) { return files_[file].Visible; }
+  std::string& Content(const std::filesystem::path& file) {
+    files_[file].Time = ++changes_;
+    return files_[file].Visible;
+  }
+  int Reads = 0;
   // A file that has been on the disk for long.
   void Put(const std::filesystem::path& file, const std::string& bytes) {
-    files_[file] = {bytes, bytes};
+    files_[file] = {bytes, bytes, ++changes_};
   }
   bool Exists(const std::filesystem::path& file) const { return files_.contains(file); }
-  // The contents that a file was given by Replace, in order.
-  std::vector<std::string> Replacements;
 
  private:
   struct File {
     std::string Visible;
     std::string Durable;
+    std::uint64_t Time = 0;
   };
 
   void Step();
   void BeginOperation(const std::filesystem::path& file, bool writes);
 
   std::map<std::filesystem::path, File> files_;
+  std::uint64_t changes_ = 0;
   int steps_ = 0;
   int stop_at_ = 0;
   int operations_ = 0;

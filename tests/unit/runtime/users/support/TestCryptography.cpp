@@ -27,6 +27,14 @@ void TestCryptography::DeriveKey(std::span<const std::uint8_t> password,
   }
 }
 
+runtime::Digest TestCryptography::Hash(std::span<const std::uint8_t> bytes) {
+  runtime::Digest digest{};
+  if (HashFails ||
+      EVP_Digest(bytes.data(), bytes.size(), digest.data(), nullptr, EVP_sha256(), nullptr) != 1)
+    throw runtime::KorvelError(runtime::kCryptographyFailure, u"the digest failed");
+  return digest;
+}
+
 void TestCryptography::FillRandom(std::span<std::uint8_t> bytes) {
   const std::lock_guard lock(random_guard);
   for (std::uint8_t& byte : bytes)

@@ -15,6 +15,7 @@ class TestCryptography : public runtime::Cryptography {
  public:
   void DeriveKey(std::span<const std::uint8_t> password, std::span<const std::uint8_t> salt,
                  std::uint32_t iterations, std::span<std::uint8_t> key) override;
+  runtime::Digest Hash(std::span<const std::uint8_t> bytes) override;
   void FillRandom(std::span<std::uint8_t> bytes) override;
 
   void Restart(std::uint32_t seed) { random_.seed(seed); }
@@ -22,6 +23,7 @@ class TestCryptography : public runtime::Cryptography {
   std::atomic<int> Derivations = 0;
   std::atomic<std::uint64_t> Iterations = 0;
   std::atomic<bool> Fails = false;
+  std::atomic<bool> HashFails = false;
   bool IsQuick = false;  // one iteration, whatever is asked for: where only the course matters
 
  private:

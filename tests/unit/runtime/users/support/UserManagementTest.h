@@ -10,7 +10,7 @@
 #include "runtime/users/administration/Provisioning.h"
 #include "runtime/users/administration/UserDirectory.h"
 #include "runtime/users/logon/LogOnService.h"
-#include "runtime/users/store/StoreFormat.h"
+#include "support/SimulatedDisk.h"
 #include "support/SimulatedFiles.h"
 #include "support/TestCryptography.h"
 
@@ -18,6 +18,15 @@ namespace krx::test {
 
 using runtime::StoredUser;
 using runtime::UserStore;
+
+// An event with its place in front of it: time, actor, action, subject and outcome.
+inline std::string LineOf(const runtime::AuditRecord& record) {
+  std::string line = runtime::TimeStamp(record.At);
+  const runtime::AuditEntry& entry = record.Entry;
+  for (const String* const text : {&entry.Actor, &entry.Action, &entry.Subject, &entry.Outcome})
+    line += "\t" + (text->empty() ? "-" : ToUtf8(*text));
+  return line + "\n";
+}
 
 inline Password Secret(StringView text) {
   return Password(text);
@@ -68,22 +77,46 @@ class UserManagementTest : public testing::Test {
     ASSERT_EQ(directory.CreateUser(record), host::CreateUserSucceeded);
   }
 
-  UserStore Stored() { return runtime::ParseStore(u"store", files.Content(StorePath())); }
-  StoredUser StoredRecord(StringView name) { return *Stored().Find(name); }
-  std::filesystem::path StorePath() const { return folder / "users.dat"; }
-
-  std::string LastAuditLine() {
-    const std::string& log = files.Content(folder / "audit.log");
-    const std::size_t start = log.rfind('\n', log.size() - 2);
-    return log.substr(start == log.npos ? 0 : start + 1);
+  // A further user management on the same folder, as other processes have it.
+  runtime::SystemServices System() {
+    return {files, crypto, clock, {u"panel 1", u"test", u"operator"}, {disk.Name(), kPatience}};
   }
 
+  StoredUser StoredRecord(StringView name) {
+    UserStore::Writing writing(management.Store);
+    return *writing.Users().Find(name);
+  }
+  // Changes a stored user past all rules.
+  void Store(const StoredUser& user) {
+    UserStore::Writing writing(management.Store);
+    writing.Users().Update(user, true);
+    writing.Commit();
+  }
+  const std::string database = (std::filesystem::path("users") / "users.db").string();
+  bool HasStore() const { return disk.Exists(database); }
+  std::string& StoreContent() { return disk.Content(database); }
+  // Gives the file back; the next operation opens it again.
+  void CloseStore() { const UserStore::Use use(management.Store); }
+
+  std::vector<runtime::AuditRecord> Records() {
+    UserStore::Reading reading(management.Store);
+    if (reading.Data() == nullptr) return {};
+    return runtime::AuditTrail(*reading.Data(), crypto).After(0, 1'000'000);
+  }
+  runtime::AuditVerdict VerifyAudit() {
+    UserStore::Reading reading(management.Store);
+    return runtime::AuditTrail(*reading.Data(), crypto).Verify();
+  }
+  std::string LastAuditLine() { return LineOf(Records().back()); }
+
+  static constexpr std::chrono::milliseconds kPatience{0};
   const std::filesystem::path folder = "users";
+  SimulatedDisk disk;
   SimulatedFiles files;
   TestCryptography crypto;
   TestClock clock;
   runtime::Session logged_on;
-  runtime::UserManagement management{{files, crypto, clock}, folder, logged_on};
+  runtime::UserManagement management{System(), folder, logged_on};
   runtime::LogOnService session{management};
   runtime::UserDirectory directory{management};
   runtime::ClassDirectory classes{management};

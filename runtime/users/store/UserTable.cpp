@@ -1,0 +1,149 @@
+#include "runtime/users/store/UserTable.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "runtime/users/rules/Names.h"
+
+namespace krx::runtime {
+namespace {
+
+#define KRX_USER_COLUMNS                                                               \
+  "SELECT id, name, full_name, comment, class, deactivated, must_renew, "              \
+  "remaining_log_ons, password_changed_on, failures, failures_in_a_row, last_failure " \
+  "FROM users "
+
+// The name without case, so that the bytes' order is the units' order.
+std::vector<std::uint8_t> KeyOf(StringView name) {
+  std::vector<std::uint8_t> key;
+  for (const char16_t unit : FoldedName(name)) {
+    key.push_back(static_cast<std::uint8_t>(unit >> 8));
+    key.push_back(static_cast<std::uint8_t>(unit & 0xFF));
+  }
+  return key;
+}
+
+StoredUser UserIn(const Query& query) {
+  StoredUser user;
+  user.Id = static_cast<std::uint32_t>(query.Number(0));
+  user.Name = query.Text(1);
+  user.FullName = query.Text(2);
+  user.Comment = query.Text(3);
+  user.ClassName = query.Text(4);
+  user.Deactivated = query.Flag(5);
+  user.MustRenew = query.Flag(6);
+  user.RemainingLogOns = static_cast<std::int32_t>(query.Number(7));
+  user.PasswordChangedOn = query.Number(8);
+  user.Failures = static_cast<std::int32_t>(query.Number(9));
+  user.FailuresInARow = static_cast<std::int32_t>(query.Number(10));
+  user.LastFailure = query.Number(11);
+  return user;
+}
+
+}  // namespace
+
+std::optional<StoredUser> UserTable::Whole(Query& query) {
+  if (!query.Next()) return std::nullopt;
+  StoredUser user = UserIn(query);
+  Query hashes(database_, "SELECT iterations, salt, key FROM passwords WHERE user = ? ORDER BY age",
+               user.Id);
+  while (hashes.Next()) {
+    user.Passwords.push_back(
+        {static_cast<std::uint32_t>(hashes.Number(0)), hashes.Bytes(1), hashes.Bytes(2)});
+  }
+  return user;
+}
+
+std::optional<StoredUser> UserTable::Find(StringView name) {
+  Query query(database_, KRX_USER_COLUMNS "WHERE name_key = ?", KeyOf(name));
+  std::optional<StoredUser> user = Whole(query);
+  return user && user->Name == name ? user : std::nullopt;
+}
+
+std::optional<StoredUser> UserTable::FindId(std::uint32_t id) {
+  Query query(database_, KRX_USER_COLUMNS "WHERE id = ?", id);
+  return Whole(query);
+}
+
+bool UserTable::HasOtherAdministrator(const UserRules& rules, std::uint32_t except) {
+  const bool is_healed = rules.LockOutMinutes > 0;
+  return std::any_of(rules.Classes.begin(), rules.Classes.end(), [&](const UserClass& one) {
+    if (!rules.IsAdministratorClass(one.Name)) return false;
+    Query query(database_,
+                "SELECT 1 FROM users WHERE class = ? AND id <> ? AND deactivated = 0 "
+                "AND failures_in_a_row < ? AND (? OR failures < ?) LIMIT 1",
+                one.Name, except, kEndOfGuessing, is_healed, rules.LockOutFailures);
+    return query.Next();
+  });
+}
+
+std::vector<StoredUser> UserTable::List() {
+  std::vector<StoredUser> users;
+  Query query(database_, KRX_USER_COLUMNS "ORDER BY name_key");
+  while (query.Next())
+    users.push_back(UserIn(query));
+  return users;
+}
+
+bool UserTable::HasAny() {
+  return Query(database_, "SELECT 1 FROM users LIMIT 1").Next();
+}
+
+bool UserTable::IsTaken(StringView name) {
+  return Query(database_, "SELECT 1 FROM users WHERE name_key = ?", KeyOf(name)).Next();
+}
+
+std::uint32_t UserTable::Add(const StoredUser& user) {
+  Query(database_,
+        "INSERT INTO users (name, name_key, full_name, comment, class, deactivated, must_renew, "
+        "remaining_log_ons, password_changed_on, failures, failures_in_a_row, last_failure) "
+        "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+        user.Name, KeyOf(user.Name), user.FullName, user.Comment, user.ClassName, user.Deactivated,
+        user.MustRenew, user.RemainingLogOns, user.PasswordChangedOn, user.Failures,
+        user.FailuresInARow, user.LastFailure)
+      .Run();
+  StoredUser added = user;
+  added.Id = static_cast<std::uint32_t>(database_.LastId());
+  AddPasswords(added);
+  return added.Id;
+}
+
+void UserTable::Update(const StoredUser& user, bool passwords) {
+  Query(database_,
+        "UPDATE users SET full_name = ?, comment = ?, class = ?, deactivated = ?, must_renew = ?, "
+        "remaining_log_ons = ?, password_changed_on = ?, failures = ?, failures_in_a_row = ?, "
+        "last_failure = ? WHERE id = ?",
+        user.FullName, user.Comment, user.ClassName, user.Deactivated, user.MustRenew,
+        user.RemainingLogOns, user.PasswordChangedOn, user.Failures, user.FailuresInARow,
+        user.LastFailure, user.Id)
+      .Run();
+  if (!passwords) return;
+  Query(database_, "DELETE FROM passwords WHERE user = ?", user.Id).Run();
+  AddPasswords(user);
+}
+
+void UserTable::AddPasswords(const StoredUser& user) {
+  std::int32_t age = 0;
+  for (const PasswordHash& hash : user.Passwords) {
+    Query(database_, "INSERT INTO passwords VALUES (?, ?, ?, ?, ?)", user.Id, age++,
+          hash.Iterations, hash.Salt, hash.Key)
+        .Run();
+  }
+}
+
+void UserTable::Remove(std::uint32_t id) {
+  Query(database_, "DELETE FROM users WHERE id = ?", id).Run();
+}
+
+void UserTable::UpdateAttempts(const StoredUser& user) {
+  Query(database_,
+        "UPDATE users SET failures = ?, failures_in_a_row = ?, last_failure = ? WHERE id = ?",
+        user.Failures, user.FailuresInARow, user.LastFailure, user.Id)
+      .Run();
+}
+
+void UserTable::CountUnknownAttempt() {
+  Query(database_, "UPDATE unknown_attempts SET count = count + 1").Run();
+}
+
+}  // namespace krx::runtime

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "runtime/users/store/Sqlite.h"
+#include "runtime/users/store/StoredUser.h"
+
+namespace krx::runtime {
+
+// The users and their passwords in the database, read and changed by key.
+class UserTable : public UserSource {
+ public:
+  explicit UserTable(Database& database) : database_(database) {}
+
+  // With passwords.
+  std::optional<StoredUser> Find(StringView name) override;
+  std::optional<StoredUser> FindId(std::uint32_t id) override;
+  bool HasOtherAdministrator(const UserRules& rules, std::uint32_t except) override;
+
+  // All users in the order of lists, without passwords.
+  std::vector<StoredUser> List();
+  bool HasAny();
+  // Whether a new user of this name would be mixed up with an existing one.
+  bool IsTaken(StringView name);
+
+  // Adds the user under a new id, which it returns.
+  std::uint32_t Add(const StoredUser& user);
+  // Everything but the name; with `passwords` these, too.
+  void Update(const StoredUser& user, bool passwords);
+  void Remove(std::uint32_t id);
+  // Stores what the user's attempts have come to; an attempt under an unknown name costs the same.
+  void UpdateAttempts(const StoredUser& user);
+  void CountUnknownAttempt();
+
+ private:
+  std::optional<StoredUser> Whole(Query& query);
+  void AddPasswords(const StoredUser& user);
+
+  Database& database_;
+};
+
+}  // namespace krx::runtime

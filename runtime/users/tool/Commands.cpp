@@ -1,0 +1,166 @@
+#include "runtime/users/tool/Commands.h"
+
+#include <fstream>
+#include <string>
+
+#include "base/Error.h"
+#include "runtime/core/KorvelError.h"
+#include "runtime/users/administration/Provisioning.h"
+#include "runtime/users/administration/Recovery.h"
+#include "runtime/users/administration/UserDirectory.h"
+#include "runtime/users/com/ProcessUsers.h"
+#include "runtime/users/store/AuditExport.h"
+#include "runtime/users/tool/Console.h"
+#include "runtime/users/win32/FolderRights.h"
+
+namespace krx::runtime {
+namespace {
+
+// Waits longer than a dialog may.
+UserManagement& Users() {
+  return ProcessUsers({nullptr, std::chrono::seconds(30)});
+}
+
+void PrintPassword(const Password& password) {
+  Print(u"Password, shown this once: ");
+  Print(password.View());
+  Print(u"\n");
+}
+
+Password ChoosePassword(bool generates) {
+  if (generates) return GeneratePassword(Users().System.Crypto, Users().Rules());
+  Password password = TypePassword(u"Password: ");
+  if (!(password == TypePassword(u"Password again: ")))
+    throw KorvelError(kUnableToProvision, u"the passwords differ");
+  return password;
+}
+
+int Provision(const Arguments& arguments) {
+  UserManagement& users = Users();
+  const std::filesystem::path& folder = users.Store.Folder();
+  PrepareFolder(folder);
+  if (UserStore::Reading(users.Store).Data() != nullptr)
+    throw KorvelError(kUnableToProvision, u"there are users already");
+  const Password password = ChoosePassword(arguments.Generates);
+  // Before there is anything to protect, and again when all files are there.
+  SetRights(folder, arguments.PanelAccount);
+  ProvisionFirstAdministrator(users, arguments.Names[0], password);
+  SetRights(folder, arguments.PanelAccount);
+  Print(u"Created the users in " + folder.u16string() + u".\n");
+  if (arguments.Generates) PrintPassword(password);
+  return kDone;
+}
+
+StringView StateText(std::int32_t state) {
+  switch (state) {
+    case host::UserDeactivated:
+      return u"deactivated";
+    case host::UserLocked:
+      return u"locked";
+    case host::UserActiveChangePassword:
+      return u"to renew";
+    default:
+      return u"active";
+  }
+}
+
+int List(const Arguments&) {
+  UserDirectory directory(Users());
+  for (const String& name : directory.GetUserNames(u"")) {
+    const host::UserInfo info = directory.GetUserInfo(name);
+    String line = name + u"\t" + directory.GetUserClass(name).ClassName + u"\t";
+    line.append(StateText(info.State)).append(u"\t").append(info.FullName);
+    for (char16_t& unit : line)
+      if (unit < u' ' && unit != u'\t') unit = u' ';
+    Print(line + u"\n");
+  }
+  return kDone;
+}
+
+int Unlock(const Arguments& arguments) {
+  UnlockUser(Users(), arguments.Names[0]);
+  Print(u"Unlocked.\n");
+  return kDone;
+}
+
+int Reset(const Arguments& arguments) {
+  PrintPassword(ResetPassword(Users(), arguments.Names[0]));
+  return kDone;
+}
+
+int Verify(const Arguments&) {
+  const std::vector<String> problems = CheckStore(Users());
+  for (const String& problem : problems)
+    Print(problem + u"\n");
+  if (problems.empty()) Print(u"The users and their audit records are whole.\n");
+  return problems.empty() ? kDone : kDamaged;
+}
+
+int BackUp(const Arguments& arguments) {
+  BackUpStore(Users(), std::filesystem::path(arguments.Names[0]));
+  Print(u"Backed up.\n");
+  return kDone;
+}
+
+int Restore(const Arguments& arguments) {
+  PrepareFolder(Users().Store.Folder());
+  const std::filesystem::path kept =
+      RestoreStore(Users(), std::filesystem::path(arguments.Names[0]));
+  Print(u"Restored.\n");
+  if (kept.empty()) return kDone;
+  Print(u"What was there before: " + kept.u16string() + u"\n");
+  SetAsideForAdministrators(kept);
+  return kDone;
+}
+
+int Export(const Arguments& arguments) {
+  const ExportFormat format =
+      arguments.Format == u"json" ? ExportFormat::JsonLines : ExportFormat::Csv;
+  UserStore::Reading reading(Users().Store);
+  if (reading.Data() == nullptr) throw KorvelError(kUnableToRecover, u"there are no users");
+  AuditTrail trail(*reading.Data(), Users().System.Crypto);
+  if (arguments.Names[0] == u"-") {
+    ExportAudit(trail, format, PrintBytes);
+    return kDone;
+  }
+  std::ofstream file(std::filesystem::path(arguments.Names[0]), std::ios::binary);
+  ExportAudit(trail, format, [&](std::string_view line) { file << line; });
+  if (!file.flush()) throw KorvelError(kFileFailure, u"the file cannot be written");
+  return kDone;
+}
+
+constexpr Command kCommands[] = {
+    {u"provision", u"USER [--generate] [--panel-account ACCOUNT]",
+     u"Creates the users of this machine with their first administrator, who has to renew his\n"
+     u"password at the first log-on. The password is typed, or generated and printed once. The\n"
+     u"folder gets explicit rights: administrators everything, the account that the panel runs\n"
+     u"under (this one unless it is named) what it needs.\n",
+     1, Provision},
+    {u"list", u"", u"Lists the users: name, class, state and full name between tabs.\n", 0, List},
+    {u"unlock", u"USER", u"Ends a lock-out and activates a user who is deactivated.\n", 1, Unlock},
+    {u"reset", u"USER",
+     u"Gives a user a new password, printed once, which he has to renew at the next log-on, and\n"
+     u"unlocks him.\n",
+     1, Reset},
+    {u"verify", u"",
+     u"Looks through the database and the chain of audit records and names the first record that\n"
+     u"does not hold. The exit code is 3 when something is wrong.\n",
+     0, Verify},
+    {u"backup", u"FILE",
+     u"Copies users and audit records into a new file; panels go on meanwhile.\n", 1, BackUp},
+    {u"restore", u"FILE",
+     u"Puts a backup that is whole in the place of the users. What was there is kept beside it.\n",
+     1, Restore},
+    {u"export-audit", u"FILE [--format csv|json]",
+     u"Writes all audit records, the oldest first, as comma-separated values or JSON lines; the\n"
+     u"file - is the standard output.\n",
+     1, Export},
+};
+
+}  // namespace
+
+std::span<const Command> Commands() {
+  return kCommands;
+}
+
+}  // namespace krx::runtime

@@ -1,0 +1,41 @@
+#include "runtime/users/win32/Win32Origin.h"
+
+#include <windows.h>
+
+#define SECURITY_WIN32  // the names that the next one is about
+#include <secext.h>
+
+#include <filesystem>
+#include <string>
+
+#include "com/Text.h"
+
+namespace krx::runtime {
+namespace {
+
+String Station() {
+  wchar_t name[256] = L"";
+  DWORD size = 256;
+  return GetComputerNameExW(ComputerNameDnsHostname, name, &size) ? com::FromWide(name) : String();
+}
+
+String Account() {
+  wchar_t name[512] = L"";
+  ULONG size = 512;
+  return GetUserNameExW(NameSamCompatible, name, &size) ? com::FromWide(name) : String();
+}
+
+String Process() {
+  wchar_t file[32768] = L"";
+  GetModuleFileNameW(nullptr, file, 32768);
+  return std::filesystem::path(file).filename().u16string() + u" (" +
+         ToString(static_cast<std::int32_t>(GetCurrentProcessId())) + u")";
+}
+
+}  // namespace
+
+AuditOrigin OriginOfProcess() {
+  return {Station(), Process(), Account()};
+}
+
+}  // namespace krx::runtime
