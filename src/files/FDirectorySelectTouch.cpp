@@ -49,11 +49,11 @@ void FDirectorySelectTouch::LoadLook() {
 void FDirectorySelectTouch::LayOut() {
   const std::array headings{&lbl[0], &lbl[1], &lbl[2]};
   const std::array combos{&cboDrives};
-  const std::array grids{&grdFolders};
+  const std::array<ui::KRXGrid*, 1> grids{&grdFolders};
   SizeParts(headings, combos, grids);
   const Twips width = FormWidth(kDirectoryFormWidth);
   const Twips inner = width - 2 * kMargin;
-  service::Skip([this] { txtDirectory.Height = 0; });
+  SizeField(txtDirectory);
   Twips end =
       Stack(lbl[0], txtDirectory, {kMargin, 0, inner, txtDirectory.Height()}, idxCaption.Height());
   end = Stack(lbl[1], cboDrives, {kMargin, 0, inner, cboDrives.Height()}, end);

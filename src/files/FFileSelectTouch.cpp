@@ -95,13 +95,13 @@ void FFileSelectTouch::LoadLook() {
 void FFileSelectTouch::LayOut() {
   const std::array headings{&lblPathName, &lblDrivers, &lblExtention};
   const std::array combos{&cboDrivers, &cboExtention};
-  const std::array grids{&grdFolders, &grdFiles};
+  const std::array<ui::KRXGrid*, 2> grids{&grdFolders, &grdFiles};
   SizeParts(headings, combos, grids);
   const Twips width = FormWidth(kFileFormWidth);
   const Twips inner = width - 2 * kMargin;
   const Twips column = (inner - kColumnGap) / 2;
   const Twips right = kMargin + column + kColumnGap;
-  service::Skip([this] { txtPath.Height = 0; });
+  SizeField(txtPath);
   const Twips path =
       Stack(lblPathName, txtPath, {kMargin, 0, inner, txtPath.Height()}, idxCaption.Height());
   txtFullPath.Place(txtPath.Bounds());

@@ -13,7 +13,9 @@ constexpr Twips kAboveHeading = 60;
 }  // namespace
 
 SelectionForm::SelectionForm(service::Apartment& apartment, String name)
-    : DialogForm(apartment, std::move(name), host::kDialogTexts) {}
+    : DialogForm(apartment, std::move(name), host::kDialogTexts) {
+  DefaultKey = &keyOK;
+}
 
 SelectionForm::KindTexts SelectionForm::TextsOf(std::int32_t file_dialog) {
   switch (file_dialog) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/Error.h"
+#include "files/FolderGrid.h"
 #include "files/SelectionForm.h"
 #include "ui/FolderReadings.h"
 #include "ui/Questions.h"
@@ -19,7 +20,7 @@ namespace krx::files {
 // rows come as they are read, and whatever else the operator does gives up what he waited for.
 class TouchForm : public SelectionForm, private ui::FolderReadings::Watcher {
  public:
-  ui::KRXGrid grdFolders{*this, u"grdFolders"};
+  FolderGrid grdFolders{*this, u"grdFolders"};
 
   bool Loaded = false;  // from the end of the load step on
   // Number of parts of the listed folder below its drive or share; 0 for such a root. While a
@@ -79,6 +80,8 @@ class TouchForm : public SelectionForm, private ui::FolderReadings::Watcher {
   // Steps of the layout, all lengths in twips.
   void SizeParts(std::span<ui::Label* const> headings, std::span<ui::KRXComboBox* const> combos,
                  std::span<ui::KRXGrid* const> grids);
+  // As high as the font needs, and as a finger does where the buttons are made for one.
+  void SizeField(ui::TextBox& field) const;
   // Height of a grid whose upper edge is `top`, so that the form fits the screen.
   Twips GridHeight(Twips top) const;
   Twips FormWidth(Twips wanted) const;

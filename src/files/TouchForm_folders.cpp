@@ -12,8 +12,6 @@ namespace {
 
 using service::Skip;
 
-constexpr StringView kHasFolders = u" +";
-
 // The path that is shown for a folder that is read.
 String ShownPath(const String& read) {
   return read.substr(0, read.size() - 1);

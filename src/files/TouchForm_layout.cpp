@@ -15,7 +15,8 @@ using service::Skip;
 // Lengths of these forms in twips.
 constexpr Twips kHighestRow = 600;  // rows grow with the buttons, but no further
 constexpr Twips kMarkerPadding = 240;
-constexpr Twips kGridRows = 9;  // in sight where the screen has room
+constexpr Twips kPictureInRow = 0.95f;  // of a row's height, with what is around the picture
+constexpr Twips kGridRows = 9;          // in sight where the screen has room
 constexpr Twips kFewestRows = 3;
 
 }  // namespace
@@ -41,7 +42,15 @@ void TouchForm::SizeParts(std::span<ui::Label* const> headings,
     grid->RowMinHeight = std::clamp(minimum, ui::KRXGrid::kLowestRow, kHighestRow);
   Skip([this] {
     const Twips marker = ThePlatform().MeasureText(grdFolders.Font(), u" +").Width;
-    grdFolders.SetColumnWidth(0, marker + kMarkerPadding);
+    grdFolders.SetColumnWidth(
+        0, std::max(marker + kMarkerPadding, kPictureInRow * grdFolders.RowMinHeight()));
+  });
+}
+
+void TouchForm::SizeField(ui::TextBox& field) const {
+  Skip([&] {
+    field.Height = 0;
+    field.Height = std::max(field.Height(), std::min(Shared().ButtonMinHeight, ui::kFingerRow));
   });
 }
 

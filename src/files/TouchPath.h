@@ -29,6 +29,7 @@ inline String UpToLast(StringView path) {
   return String(path.substr(0, std::min(path.rfind(folders::kSeparator), path.size())));
 }
 
-inline constexpr StringView kParent = u"..";
+inline constexpr StringView kParent = u"..";      // row that leads to the folder above
+inline constexpr StringView kHasFolders = u" +";  // marker of a folder with folders below
 
 }  // namespace krx::files

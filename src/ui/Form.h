@@ -44,6 +44,8 @@ class Form : public PropertyOwner {
   PanelSettings Panel;
   // The button that Esc presses; none: Esc does nothing.
   KRXKey* CancelKey = nullptr;
+  // The button that Enter leads to in the end; it is marked as long as no other one has the focus.
+  KRXKey* DefaultKey = nullptr;
 
   Event<> LoadStep;
   Event<> UnloadStep;

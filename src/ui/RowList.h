@@ -17,7 +17,7 @@ class RowList : public FontClassControl {
     String Tag = {};
     bool operator==(const Column&) const = default;
   };
-  enum class Image { None, Drive, Folder, OpenFolder, File };
+  enum class Image { None, Drive, Folder, OpenFolder, File, Parent };
   static constexpr int kNoRow = -1;
 
   // Columns with at least one title make the port show titles.
@@ -46,6 +46,10 @@ class RowList : public FontClassControl {
   virtual Image RowImage(int /*row*/) const { return Image::None; }
   virtual bool HasImages() const { return false; }
   virtual int Indent(int /*row*/) const { return 0; }
+  // Whether there is more below a row, which is marked at its end.
+  virtual bool LeadsOn(int /*row*/) const { return false; }
+  // What of a cell is seen as text: not what a picture shows already.
+  virtual StringView ShownCell(int row, int column) const { return Cell(row, column); }
   // The column that type-ahead goes by.
   virtual int MainColumn() const { return 0; }
 

@@ -112,6 +112,7 @@ void UserForm::HideOnAnswer(ui::KRXKey& ok, ui::KRXKey& cancel, bool& ok_pressed
 }
 
 void UserForm::ConfirmOnEnter(ui::Control& field, ui::KRXKey& ok, ui::Control& otherwise) {
+  DefaultKey = &ok;
   OnEnter(field, [&ok, &otherwise] {
     if (!ok.Enabled()) return otherwise.SetFocus();
     ok.SetFocus();

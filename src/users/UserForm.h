@@ -73,7 +73,7 @@ class UserForm : public service::DialogForm {
   // OK sets the flag; OK, Cancel and the close key hide the form.
   void HideOnAnswer(ui::KRXKey& ok, ui::KRXKey& cancel, bool& ok_pressed);
   // Enter in the last field presses OK, or leads to another field while OK is disabled.
-  static void ConfirmOnEnter(ui::Control& field, ui::KRXKey& ok, ui::Control& otherwise);
+  void ConfirmOnEnter(ui::Control& field, ui::KRXKey& ok, ui::Control& otherwise);
   static void SelectAllOnFocus(ui::EditBox& box);
 
   // A read-only field in the colours of a button, which Tab passes over.

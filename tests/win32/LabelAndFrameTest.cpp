@@ -6,6 +6,7 @@
 
 #include "ControlsForm.h"
 #include "Person.h"
+#include "ScreenPixels.h"
 #include "ports/win32/Texts.h"
 
 namespace krx::test {
@@ -104,9 +105,10 @@ std::vector<COLORREF> Drawn(const wchar_t* caption, const Font& font, const RECT
   const HGDIOBJ bitmap_before = SelectObject(dc, bitmap);
   const win32::FontHandle handle(font, win32::Scale{GetDeviceCaps(screen, LOGPIXELSX)});
   const HGDIOBJ font_before = SelectObject(dc, handle.Get());
-  FillRect(dc, &area, GetSysColorBrush(COLOR_BTNFACE));
+  SetBkColor(dc, kLight.Face);
+  ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &area, L"", 0, nullptr);
   SetBkMode(dc, TRANSPARENT);
-  SetTextColor(dc, GetSysColor(COLOR_BTNTEXT));
+  SetTextColor(dc, kLight.Text);
   DrawTextW(dc, caption, -1, &area, DT_WORDBREAK);
   std::vector<COLORREF> pixels;
   for (int y = 0; y < area.bottom; ++y) {
@@ -149,7 +151,7 @@ TEST_F(LabelAndFrame, WhereALabelWasTheFormComesIntoSight) {
           [&] {
             const auto pixels = Pixels(window, place);
             return std::all_of(pixels.begin(), pixels.end(),
-                               [](COLORREF color) { return color == GetSysColor(COLOR_BTNFACE); });
+                               [](COLORREF color) { return color == kLight.Face; });
           },
           "the form");
     };
@@ -170,17 +172,14 @@ TEST_F(LabelAndFrame, TheFrameLiesBehindItsFieldsAndHasTheFormsColor) {
       if (name == StringView(u"cboName")) person.Press(VK_ESCAPE);
     }
     const RECT frame = PlaceOf(form.fra);
-    person.Await(
-        [&] {
-          return ColorAt(window, frame.left + 20, frame.bottom - 20) == GetSysColor(COLOR_BTNFACE);
-        },
-        "the frame's inside");
+    person.Await([&] { return ColorAt(window, frame.left + 20, frame.bottom - 20) == kLight.Face; },
+                 "the frame's inside");
   });
   EXPECT_EQ(form.Cancels, 1);
 }
 
 TEST_F(LabelAndFrame, ACaptionStandsInTheUpperEdgeWhichIsHalfALineLower) {
-  const COLORREF face = GetSysColor(COLOR_BTNFACE);
+  const COLORREF face = kLight.Face;
   const auto blank = [&](const std::vector<COLORREF>& line) {
     return std::all_of(line.begin(), line.end(), [&](COLORREF c) { return c == face; });
   };
@@ -209,7 +208,7 @@ TEST_F(LabelAndFrame, ACaptionStandsInTheUpperEdgeWhichIsHalfALineLower) {
 }
 
 TEST_F(LabelAndFrame, TheFrameFollowsItsCaption) {
-  const COLORREF face = GetSysColor(COLOR_BTNFACE);
+  const COLORREF face = kLight.Face;
   form.Soon([&] { form.fra.Caption = u"&User"; });
   Work([&](Person& person, HWND window) {
     const RECT frame = PlaceOf(form.fra);
@@ -230,8 +229,8 @@ TEST_F(LabelAndFrame, ReadOnlyBoxesHaveTheColorOfButtons) {
   Work([](Person& person, HWND window) {
     const HWND shown = person.Control(window, u"txtShown");
     const HWND password = person.Control(window, u"txtPassword");
-    person.Await([&] { return Inside(shown) == GetSysColor(COLOR_BTNFACE); }, "the face");
-    person.Await([&] { return Inside(password) == GetSysColor(COLOR_WINDOW); }, "the window");
+    person.Await([&] { return Inside(shown) == kLight.Face; }, "the face");
+    person.Await([&] { return Inside(password) == kLight.Field; }, "the window");
     EXPECT_NE(GetWindowLongW(shown, GWL_STYLE) & ES_READONLY, 0);
     EXPECT_EQ(GetWindowLongW(password, GWL_STYLE) & ES_READONLY, 0);
   });

@@ -59,7 +59,8 @@ class HighContrast {
   const COLORREF before_[kCount] = {GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT)};
 };
 
-TEST_F(ListLooks, RowsFollowTheColorsOfTheSystem) {
+TEST_F(ListLooks, RowsOfHighContrastFollowTheColorsOfTheSystem) {
+  form.Panel.Theme = Theme::HighContrast;
   const COLORREF usual = GetSysColor(COLOR_WINDOW);
   WorkWith(form.lvw, [&](Person& person, const List& list) {
     AwaitGround(person, list, 1, usual);
@@ -82,9 +83,9 @@ TEST_F(ListLooks, TheHeaderHasOneGroundFromEndToEnd) {
     const RECT first{whole.left, whole.top, whole.left + list.ColumnWidth(0), whole.bottom};
     const RECT rest{first.right + list.ColumnWidth(1), whole.top, whole.right, whole.bottom};
     ASSERT_LT(rest.left + 10, rest.right);
-    const COLORREF face = GetSysColor(COLOR_BTNFACE);
+    const COLORREF face = kLight.Header;
     person.Await([&] { return GroundOf(ScreenPixels(first)) == face; }, "the title's ground");
-    EXPECT_TRUE(Contains(ScreenPixels(first), GetSysColor(COLOR_BTNTEXT)));
+    EXPECT_TRUE(Contains(ScreenPixels(first), kLight.Text));
     EXPECT_EQ(ScreenPixels(rest), std::vector<COLORREF>(ScreenPixels(rest).size(), face));
   });
 }
@@ -93,15 +94,15 @@ TEST_F(ListLooks, TheSelectedRowIsSeenWhereverTheKeyboardIs) {
   form.lvw.SelectRow(2);
   form.grd.SelectRow(2);
   form.lst.SelectRow(2);
-  const COLORREF highlight = GetSysColor(COLOR_HIGHLIGHT);
+  const COLORREF highlight = kLight.Selection;
   WorkWith(form.lvw, [&](Person& person, const List& list) {
     AwaitGround(person, list, 2, highlight);
-    AwaitGround(person, list, 1, GetSysColor(COLOR_WINDOW));
+    AwaitGround(person, list, 1, kLight.Field);
     // A touch panel has no keyboard to tell lists apart.
     AwaitGround(person, ListOf(person, form.grd), 2, highlight);
     const COLORREF elsewhere = Ground(ListOf(person, form.lst), 2);
     EXPECT_NE(elsewhere, highlight);
-    EXPECT_NE(elsewhere, GetSysColor(COLOR_WINDOW));
+    EXPECT_NE(elsewhere, kLight.Field);
     person.Press(VK_TAB);
     AwaitGround(person, list, 2, elsewhere);
   });
@@ -112,14 +113,14 @@ TEST_F(ListLooks, ADisabledListIsGrey) {
   form.grd.SelectRow(2);
   form.lst.Columns = {{u"Folder", 0}};
   form.Soon([this] { form.lst.Enabled = false; });
-  const COLORREF grey = GetSysColor(COLOR_GRAYTEXT);
-  const COLORREF black = GetSysColor(COLOR_WINDOWTEXT);
+  const COLORREF grey = kLight.DisabledText;
+  const COLORREF black = kLight.FieldText;
   WorkWith(form.lvw, [&](Person& person, const List& list) {
     EXPECT_TRUE(Shows(list, 1, black));
     for (const int row : {1, 2}) {
       const List grid = ListOf(person, form.grd);
       person.Await([&] { return Shows(grid, row, grey) && !Shows(grid, row, black); }, "grey");
-      EXPECT_NE(Ground(grid, row), GetSysColor(COLOR_HIGHLIGHT));
+      EXPECT_NE(Ground(grid, row), kLight.Selection);
     }
     const List plain = ListOf(person, form.lst);
     person.Await([&] { return Shows(plain, 2, grey); }, "grey, too");
@@ -135,7 +136,7 @@ TEST_F(ListLooks, TheRowWithTheKeyboardHasAFrame) {
       row.bottom = row.top + 1;
       const auto points = ScreenPixels(row);
       return std::count_if(points.begin(), points.end(),
-                           [](COLORREF c) { return c != GetSysColor(COLOR_WINDOW); });
+                           [](COLORREF c) { return c != kLight.Field; });
     };
     person.Await([&] { return edge(place) > 50; }, "the frame");
     EXPECT_LT(edge(list.RowBounds(3)), 10);
@@ -143,7 +144,7 @@ TEST_F(ListLooks, TheRowWithTheKeyboardHasAFrame) {
 }
 
 TEST_F(ListLooks, PicturesStandBeforeTheRowsAndFollowTheirIndent) {
-  constexpr COLORREF kFolder = RGB(255, 205, 96);
+  const COLORREF kFolder = kLight.Folder;
   WorkWith(form.lvw, [&](Person& person, const List&) {
     const List list = ListOf(person, form.lst);
     person.Await([&] { return Shows(list, 1, kFolder) && Shows(list, 2, kFolder); }, "folders");
@@ -190,7 +191,7 @@ TEST_F(ListLooks, RowsAreLaidOutBeforeTheFormIsSeen) {
   };
   form.lst.TabIndex = 0;
   WorkWith(form.lst, [&](Person& person, const List&) {
-    person.Await([&] { return Shows(ListOf(person, form.lst), 0, RGB(190, 196, 204)); }, "a drive");
+    person.Await([&] { return Shows(ListOf(person, form.lst), 0, kLight.Metal); }, "a drive");
   });
   EXPECT_TRUE(asked_unseen);
 }

@@ -8,7 +8,7 @@
 #include "Person.h"
 #include "ScreenPixels.h"
 
-// A combo box that is not for fingers looks like the system's own.
+// A combo box that is not for fingers is as low as the system's own.
 namespace krx::test {
 
 namespace {
@@ -52,6 +52,15 @@ class PlainComboBox : public testing::Test {
     RECT field = info.rcItem;
     MapWindowPoints(combo, nullptr, reinterpret_cast<POINT*>(&field), 2);
     return GroundOf(ScreenPixels(field));
+  }
+
+  // Of the middle of its left edge.
+  static COLORREF EdgeColor(HWND combo) {
+    RECT edge{};
+    GetWindowRect(combo, &edge);
+    InflateRect(&edge, 0, -5);
+    edge.right = edge.left + 1;
+    return GroundOf(ScreenPixels(edge));
   }
 
   win32::Win32Platform platform;
@@ -101,16 +110,19 @@ INSTANTIATE_TEST_SUITE_P(Entries, PlainList,
 TEST_F(PlainComboBox, IsGreyWhenItIsDisabled) {
   form.Soon([this] { form.cbo.Enabled = false; });
   Work([](Person& person, HWND combo) {
-    person.Await([&] { return FieldColor(combo) == GetSysColor(COLOR_BTNFACE); }, "grey");
+    person.Await([&] { return FieldColor(combo) == kLight.Face; }, "grey");
   });
 }
 
-TEST_F(PlainComboBox, IsWhiteBeforeAndHighlightedWithTheKeyboard) {
+TEST_F(PlainComboBox, IsWhiteAndHasARingWithTheKeyboard) {
   Work([](Person& person, HWND combo) {
-    person.Await([&] { return FieldColor(combo) == GetSysColor(COLOR_WINDOW); }, "white");
+    person.Await([&] { return FieldColor(combo) == kLight.Field; }, "white");
+    EXPECT_EQ(EdgeColor(combo), kLight.Border);
     person.Click(combo);
+    person.PointAway();
     person.Press(VK_ESCAPE);
-    person.Await([&] { return FieldColor(combo) == GetSysColor(COLOR_HIGHLIGHT); }, "highlighted");
+    person.Await([&] { return EdgeColor(combo) == kLight.Focus; }, "a ring");
+    EXPECT_EQ(FieldColor(combo), kLight.Field);
   });
 }
 

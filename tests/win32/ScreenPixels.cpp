@@ -4,6 +4,11 @@
 
 namespace krx::test {
 
+ui::Palette ColorsOf(Theme theme) {
+  return ui::PaletteOf(
+      theme, [](std::uint32_t index) -> ui::Color { return GetSysColor(static_cast<int>(index)); });
+}
+
 std::vector<COLORREF> ScreenPixels(const RECT& place) {
   const int width = place.right - place.left;
   const int height = place.bottom - place.top;

@@ -4,7 +4,13 @@
 
 #include <vector>
 
+#include "ui/Palette.h"
+
 namespace krx::test {
+
+// The colours of a theme, as a form shows them that asks for it.
+ui::Palette ColorsOf(Theme theme);
+inline const ui::Palette kLight = ColorsOf(Theme::Light);
 
 // The pixels of a part of the screen, line by line, as the operator sees them.
 std::vector<COLORREF> ScreenPixels(const RECT& place);

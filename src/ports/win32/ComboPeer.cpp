@@ -13,9 +13,13 @@ namespace {
 
 constexpr Twips kFingerRowPadding = 90;
 constexpr Twips kNarrowRowPadding = 30;
-constexpr Twips kIndent = 60;
 constexpr int kVisibleRows = 8;
 constexpr int kAroundField = 10;  // pixels that the system adds where it asks how high it is to be
+
+// Half as large as the square that it stands in, and clear at any size.
+int ArrowSize(int square) {
+  return std::max(8, square / 2);
+}
 
 }  // namespace
 
@@ -153,28 +157,83 @@ void ComboPeer::Choose() {
 }
 
 void ComboPeer::Draw(const DRAWITEMSTRUCT& item) {
-  const bool field = (item.itemState & ODS_COMBOBOXEDIT) != 0;
+  if ((item.itemState & ODS_COMBOBOXEDIT) != 0) return PaintCombo(item.hDC);
+  DrawRow(item);
+}
+
+// The field with its arrow, which is as large as the field is high.
+void ComboPeer::PaintCombo(HDC dc) const {
+  const Theme& theme = form_.Theme();
+  const Scale scale = form_.Scale();
+  RECT area;
+  GetClientRect(Window(), &area);
+  const bool enabled = box_.Enabled();
+  PaintField(dc, area, {enabled, GetFocus() == Window(), hovering_.Inside() || box_.DroppedDown});
+  const COLORREF ground = FieldGround(enabled);
+  const COLORREF ink = enabled ? theme(box_.ForeColor()) : theme->DisabledText;
+  const int height = area.bottom - area.top;
+  const RECT arrow{area.right - height, area.top, area.right, area.bottom};
+  toolkit_.Drawing.Picture(dc, arrow, ui::Picture::Down, ArrowSize(height),
+                           ui::InksOf(theme.Colors(), ink), ground);
+  RECT text{area.left, area.top, arrow.left, area.bottom};
+  const int ring = scale.Thickness(kFocusRing);
+  InflateRect(&text, -ring, -ring);
+  SetBkColor(dc, ground);
+  SetTextColor(dc, ink);
+  const int before = SaveDC(dc);
+  IntersectClipRect(dc, text.left, text.top, text.right, text.bottom);
+  toolkit_.Texts.Draw(dc, font_, box_.Text(), text, scale.Thickness(kFieldPadding) - ring);
+  RestoreDC(dc, before);
+}
+
+void ComboPeer::DrawRow(const DRAWITEMSTRUCT& item) const {
+  const Theme& theme = form_.Theme();
   const bool selected = (item.itemState & ODS_SELECTED) != 0;
-  const bool disabled = (item.itemState & ODS_DISABLED) != 0;
   const auto index = static_cast<std::size_t>(item.itemID);
-  const bool entry = !field && index < box_.Items().size();
-  const ui::Color back = selected   ? ui::SystemColor(COLOR_HIGHLIGHT)
-                         : disabled ? ui::kButtonFace
-                                    : box_.BackColor();
-  const ui::Color fore = selected ? ui::SystemColor(COLOR_HIGHLIGHTTEXT) : box_.ForeColor();
-  SetBkColor(item.hDC, ResolveColor(back));
-  SetTextColor(item.hDC, disabled ? GetSysColor(COLOR_GRAYTEXT) : ResolveColor(fore));
-  FillRect(item.hDC, &item.rcItem, BrushFor(item.hDC, back));
-  const String text = entry ? box_.Items()[index] : box_.Text();
-  toolkit_.Texts.Draw(item.hDC, font_, text, item.rcItem, form_.Scale().Pixels(kIndent));
-  if ((item.itemState & ODS_FOCUS) != 0) DrawFocusRect(item.hDC, &item.rcItem);
+  if (index >= box_.Items().size()) return;
+  SetBkColor(item.hDC, selected ? theme->Selection : theme->Field);
+  SetTextColor(item.hDC, selected ? theme->SelectionText : theme->FieldText);
+  toolkit_.Texts.Draw(item.hDC, font_, box_.Items()[index], item.rcItem,
+                      form_.Scale().Thickness(kFieldPadding));
+  if (!box_.ForFingers() || index + 1 == box_.Items().size()) return;
+  RECT line = item.rcItem;
+  line.top = line.bottom - form_.Scale().Thickness(1);
+  Flood(item.hDC, line, theme->Line);
+}
+
+LRESULT ComboPeer::ListColors(HDC dc) const {
+  const Theme& theme = form_.Theme();
+  SetTextColor(dc, theme->FieldText);
+  SetBkColor(dc, theme->Field);
+  return reinterpret_cast<LRESULT>(BrushFor(dc, theme->Field));
 }
 
 LRESULT ComboPeer::Handle(UINT message, WPARAM w, LPARAM l) {
-  if (message == WM_CANCELMODE) SendMessageW(Window(), CB_SHOWDROPDOWN, FALSE, 0);
-  // The shown text, for screen readers, whether it is an entry or not.
-  if (message == WM_GETTEXT) return AnswerText(box_.Text(), w, l);
-  if (message == WM_GETTEXTLENGTH) return static_cast<LRESULT>(box_.Text().size());
+  if (hovering_.Changes(Window(), message)) Invalidate();
+  switch (message) {
+    case WM_CANCELMODE:
+      SendMessageW(Window(), CB_SHOWDROPDOWN, FALSE, 0);
+      break;
+    case WM_GETTEXT:
+      // The shown text, for screen readers, whether it is an entry or not.
+      return AnswerText(box_.Text(), w, l);
+    case WM_GETTEXTLENGTH:
+      return static_cast<LRESULT>(box_.Text().size());
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_PAINT: {
+      const PaintScope paint(Window());
+      PaintCombo(paint.Dc());
+      return 0;
+    }
+    case WM_PRINTCLIENT:
+      PaintCombo(reinterpret_cast<HDC>(w));
+      return 0;
+    case WM_CTLCOLORLISTBOX:
+      return ListColors(reinterpret_cast<HDC>(w));
+    default:
+      break;
+  }
   return ControlPeer::Handle(message, w, l);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ports/win32/ControlPeer.h"
+#include "ports/win32/Hovering.h"
 #include "ui/ComboBox.h"
 
 namespace krx::win32 {
@@ -19,6 +20,7 @@ class ComboPeer final : public ControlPeer {
   void UpdateContent(ui::Aspect aspect) override;
   // The system would only measure by it, and anew each time; we draw and measure ourselves.
   void GiveFont() const override {}
+  void FocusChanged(bool) override { Invalidate(); }
   void Notified(WORD code) override;
   void Draw(const DRAWITEMSTRUCT& item) override;
 
@@ -33,8 +35,12 @@ class ComboPeer final : public ControlPeer {
   void FillUnlessOpen();
   void ShowSelection() const;
   void Choose();
+  void PaintCombo(HDC dc) const;
+  void DrawRow(const DRAWITEMSTRUCT& item) const;
+  LRESULT ListColors(HDC dc) const;
 
   ui::ComboBox& box_;
+  Hovering hovering_;
   bool cancelled_ = false;  // the open list is being left without a choice
   bool stale_ = false;      // the open list is to be filled anew when it closes
 };

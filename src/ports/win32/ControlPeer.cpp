@@ -122,6 +122,23 @@ void ControlPeer::Invalidate() const {
   InvalidateRect(Window(), nullptr, TRUE);
 }
 
+COLORREF ControlPeer::FieldGround(bool enabled) const {
+  return enabled ? form_.Theme()(control_.BackColor()) : form_.Theme()->Face;
+}
+
+void ControlPeer::PaintField(HDC dc, const RECT& place, const FieldState& state) const {
+  const Theme& theme = form_.Theme();
+  const Scale scale = form_.Scale();
+  const bool focused = state.Focused && form_.ShowsFocus();
+  const COLORREF border = !state.Enabled ? theme->Line
+                          : focused      ? theme->Focus
+                          : state.Hot    ? theme->Text
+                                         : theme->Border;
+  toolkit_.Drawing.Box(dc, place,
+                       {theme(form_.GroundOf(control_)), border, FieldGround(state.Enabled),
+                        scale.Thickness(focused ? kFocusRing : 1), scale.Thickness(kCornerRadius)});
+}
+
 void ControlPeer::SetText(const String& text) const {
   SetWindowTextW(Window(), Wide(text));
 }
@@ -147,9 +164,10 @@ LRESULT ControlPeer::FromParent(UINT message, WPARAM w, LPARAM l) {
       return TRUE;
     default: {  // asks for the colours
       const HDC dc = reinterpret_cast<HDC>(w);
-      SetTextColor(dc, ResolveColor(control_.ForeColor()));
-      SetBkColor(dc, ResolveColor(control_.BackColor()));
-      return reinterpret_cast<LRESULT>(BrushFor(dc, control_.BackColor()));
+      const COLORREF back = form_.Theme()(control_.BackColor());
+      SetTextColor(dc, form_.Theme()(control_.ForeColor()));
+      SetBkColor(dc, back);
+      return reinterpret_cast<LRESULT>(BrushFor(dc, back));
     }
   }
 }
@@ -159,7 +177,7 @@ LRESULT ControlPeer::Handle(UINT message, WPARAM w, LPARAM l) {
     case WM_SETFOCUS: {
       const LRESULT result = Default(message, w, l);
       FocusChanged(true);
-      form_.Form().FocusMovedTo(&control_);
+      form_.FocusCameTo(&control_);
       return result;
     }
     case WM_KILLFOCUS: {

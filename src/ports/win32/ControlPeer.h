@@ -65,6 +65,14 @@ class ControlPeer : public WindowPeer {
   bool IsFollowing() const { return following_; }
 
   void Invalidate() const;
+  // The box of a field, of whatever kind.
+  struct FieldState {
+    bool Enabled;
+    bool Focused;
+    bool Hot;
+  };
+  COLORREF FieldGround(bool enabled) const;
+  void PaintField(HDC dc, const RECT& place, const FieldState& state) const;
   void SetText(const String& text) const;
   // Answers WM_GETTEXT with a text that is not the window's own.
   static LRESULT AnswerText(StringView text, WPARAM capacity, LPARAM buffer);

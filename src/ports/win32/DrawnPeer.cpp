@@ -67,9 +67,4 @@ void DrawnPeer::PaintOn(HDC dc) const {
   RestoreDC(dc, before);
 }
 
-UINT DrawnPeer::CaptionFormat() const {
-  const LRESULT state = SendMessageW(form_.Window(), WM_QUERYUISTATE, 0, 0);
-  return (state & UISF_HIDEACCEL) != 0 ? DT_HIDEPREFIX : 0u;
-}
-
 }  // namespace krx::win32

@@ -28,17 +28,15 @@ class DrawnPeer : public ui::Peer {
 
   // With its font selected and texts transparent; leaves nothing of the area out.
   virtual void Paint(HDC dc, const RECT& area) const = 0;
-  // How a caption with an access key is drawn: the key is marked once somebody uses the keyboard.
-  UINT CaptionFormat() const;
 
   FormPeer& form_;
+  Toolkit& toolkit_;
 
  private:
   void Move();
   void TakeFont();
   void Tell(ui::Aspect aspect) const;
 
-  Toolkit& toolkit_;
   ui::Control& control_;
   SharedFont font_;
   RECT place_;  // pixels of the form's client area

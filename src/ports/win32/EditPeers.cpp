@@ -1,5 +1,6 @@
 #include "ports/win32/EditPeers.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -16,9 +17,23 @@ EditBoxPeer::EditBoxPeer(Toolkit& toolkit, FormPeer& form, ui::EditBox& box)
 
 void EditBoxPeer::CreateEdit(DWORD style, const String& text) {
   style |= ES_LEFT | ES_AUTOHSCROLL | (box_.Locked() ? ES_READONLY : 0);
-  CreateChild(L"EDIT", style, WS_EX_CLIENTEDGE, text);
+  CreateChild(L"EDIT", style, 0, text);
   SendMessageW(Window(), EM_SETLIMITTEXT, 0, 0);  // as much as the system allows
   UpdateSelection();
+}
+
+void EditBoxPeer::Update(ui::Aspect aspect) {
+  ControlPeer::Update(aspect);
+  if (Window() && (aspect == ui::Aspect::Enabled || aspect == ui::Aspect::Colors))
+    RedrawWindow(Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
+}
+
+// The room that the text gets depends on the font; the rest is border.
+void EditBoxPeer::GiveFont() const {
+  ControlPeer::GiveFont();
+  SendMessageW(Window(), EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
+  SetWindowPos(Window(), nullptr, 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
 }
 
 void EditBoxPeer::UpdateContent(ui::Aspect aspect) {
@@ -60,7 +75,65 @@ void EditBoxPeer::Notified(WORD code) {
   AdoptText();
 }
 
+// One line in the middle of the field, however high that is.
+void EditBoxPeer::LeaveRoomForText(RECT& area) const {
+  const int line = toolkit_.Texts.Measure(font_, StringView()).cy;
+  const int border = form_.Scale().Thickness(1);
+  const int spare = std::max<int>(area.bottom - area.top - line, 2 * border);
+  area.top += spare / 2;
+  area.bottom -= spare - spare / 2;
+  InflateRect(&area, -form_.Scale().Thickness(kFieldPadding), 0);
+}
+
+void EditBoxPeer::PaintBorder() const {
+  const HDC dc = GetWindowDC(Window());
+  if (!dc) return;
+  RECT whole{};
+  RECT text{};
+  GetWindowRect(Window(), &whole);
+  GetClientRect(Window(), &text);
+  MapWindowPoints(Window(), nullptr, reinterpret_cast<POINT*>(&text), 2);
+  OffsetRect(&text, -whole.left, -whole.top);
+  OffsetRect(&whole, -whole.left, -whole.top);
+  ExcludeClipRect(dc, text.left, text.top, text.right, text.bottom);
+  const FieldState state{box_.Enabled(), GetFocus() == Window(), hovering_.Inside()};
+  PaintField(dc, whole, state);
+  ReleaseDC(Window(), dc);
+}
+
+// The system would take a colour of its own, which may hardly be seen in the theme.
+void EditBoxPeer::PaintDisabled() const {
+  const PaintScope paint(Window());
+  const HDC dc = paint.Dc();
+  RECT area;
+  GetClientRect(Window(), &area);
+  Flood(dc, area, form_.Theme()->Face);
+  SetBkMode(dc, TRANSPARENT);
+  SetTextColor(dc, form_.Theme()->DisabledText);
+  const HGDIOBJ before = SelectObject(dc, font_->Get());
+  DrawTextW(dc, Wide(box_.DisplayedText()), -1, &area, DT_SINGLELINE | DT_NOPREFIX);
+  SelectObject(dc, before);
+}
+
 LRESULT EditBoxPeer::Handle(UINT message, WPARAM w, LPARAM l) {
+  if (hovering_.Changes(Window(), message)) PaintBorder();
+  switch (message) {
+    case WM_NCCALCSIZE:
+      // Both forms of the message start with the window's rectangle.
+      LeaveRoomForText(*reinterpret_cast<RECT*>(l));
+      return 0;
+    case WM_NCHITTEST:
+      return HTCLIENT;  // a press beside the text is meant for it
+    case WM_NCPAINT:
+      PaintBorder();
+      return 0;
+    case WM_PAINT:
+      if (box_.Enabled()) break;
+      PaintDisabled();
+      return 0;
+    default:
+      break;
+  }
   // One line of input has no use for these; the system's edit control would beep.
   if (message == WM_CHAR && (w == VK_RETURN || w == VK_ESCAPE || w == VK_TAB)) return 0;
   // Not every version of it knows this key.

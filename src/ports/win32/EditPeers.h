@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ports/win32/ControlPeer.h"
+#include "ports/win32/Hovering.h"
 #include "ui/EditBoxes.h"
 
 namespace krx::win32 {
@@ -13,7 +14,10 @@ class EditBoxPeer : public ControlPeer {
 
   void CreateEdit(DWORD style, const String& text);
   LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
+  void Update(ui::Aspect aspect) override;
   void UpdateContent(ui::Aspect aspect) override;
+  void FocusChanged(bool) override { PaintBorder(); }
+  void GiveFont() const override;
   void Notified(WORD code) override;
 
   // Brings the model's text into the window, and the operator's edit into the model.
@@ -23,8 +27,12 @@ class EditBoxPeer : public ControlPeer {
 
  private:
   void UpdateSelection() const;
+  void LeaveRoomForText(RECT& area) const;
+  void PaintBorder() const;
+  void PaintDisabled() const;
 
   ui::EditBox& box_;
+  Hovering hovering_;
 };
 
 class TextBoxPeer final : public EditBoxPeer {

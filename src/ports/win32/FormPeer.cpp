@@ -18,7 +18,8 @@ constexpr DWORD kStyle = WS_POPUP | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
 
 }  // namespace
 
-FormPeer::FormPeer(Toolkit& toolkit, ui::Form& form) : toolkit_(toolkit), form_(form) {
+FormPeer::FormPeer(Toolkit& toolkit, ui::Form& form)
+    : toolkit_(toolkit), form_(form), theme_(form.Panel.Theme) {
   const Screen& screen = toolkit.OpeningScreen();
   scale_ = screen.Scale;
   place_ = Centred(screen.WorkArea, WindowSize());
@@ -126,12 +127,23 @@ void FormPeer::FocusOn(ControlPeer& child) {
   if (GetActiveWindow() == Window()) {
     ::SetFocus(child.Window());
   } else {
-    form_.FocusMovedTo(&child.TheControl());
+    FocusCameTo(&child.TheControl());
+  }
+}
+
+void FormPeer::FocusCameTo(ui::Control* control) {
+  const ui::Control* const before = DefaultKey();
+  form_.FocusMovedTo(control);
+  const ui::Control* const now = DefaultKey();
+  if (before == now) return;
+  for (const ui::Control* const key : {before, now}) {
+    const ControlPeer* const peer = key ? Child(*key) : nullptr;
+    if (peer && peer->Window()) InvalidateRect(peer->Window(), nullptr, FALSE);
   }
 }
 
 void FormPeer::FocusElsewhere() {
-  form_.FocusMovedTo(nullptr);
+  FocusCameTo(nullptr);
   ::SetFocus(FocusWindow());
 }
 

@@ -24,6 +24,15 @@ class FormPeer final : public WindowPeer {
 
   ui::Form& Form() const { return form_; }
   win32::Scale Scale() const { return scale_; }
+  const win32::Theme& Theme() const { return theme_; }
+  // What lies behind a control: the colour of a caption line or a frame that it stands on, or else
+  // the form's.
+  ui::Color GroundOf(const ui::Control& control) const;
+  // The button that Enter presses, in the end: the one with the keyboard, or else the form's own.
+  const ui::Control* DefaultKey() const;
+  // How access keys are drawn: they are marked once somebody uses the keyboard.
+  UINT CaptionFormat() const;
+  bool ShowsFocus() const;
 
   // Shows and paints the form and gives it the focus.
   void Show();
@@ -43,6 +52,8 @@ class FormPeer final : public WindowPeer {
 
   // Moves the focus to the control; while another window is active, as soon as this one is again.
   void FocusOn(ControlPeer& child);
+  // The focus came to a control; the form's default button looks like it as long as it is.
+  void FocusCameTo(ui::Control* control);
   // Leads the focus away from a control that is about to be hidden or disabled.
   void FocusElsewhere();
   // The window of the control before this one in the tab order, among those that lie below none.
@@ -96,6 +107,7 @@ class FormPeer final : public WindowPeer {
   Toolkit& toolkit_;
   ui::Form& form_;
   win32::Scale scale_;
+  win32::Theme theme_;
   RECT place_{};  // of the window, in pixels of the screen
   std::vector<ControlPeer*> children_;
   std::vector<DrawnPeer*> parts_;

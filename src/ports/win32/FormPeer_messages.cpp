@@ -27,8 +27,7 @@ LRESULT FormPeer::Handle(UINT message, WPARAM w, LPARAM l) {
     case WM_ERASEBKGND: {
       RECT area;
       GetClientRect(Window(), &area);
-      FillRect(reinterpret_cast<HDC>(w), &area,
-               BrushFor(reinterpret_cast<HDC>(w), form_.BackColor()));
+      Flood(reinterpret_cast<HDC>(w), area, theme_(form_.BackColor()));
       return 1;
     }
     case WM_PAINT:
@@ -44,7 +43,7 @@ LRESULT FormPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       ComeToTheFront(w != 0);
       return 0;
     case WM_SETFOCUS:
-      form_.FocusMovedTo(nullptr);
+      FocusCameTo(nullptr);
       return 0;
     case WM_COMMAND:
       return ToChild(reinterpret_cast<HWND>(l), message, w, l);
@@ -106,7 +105,7 @@ void FormPeer::PaintEdge() const {
   if (!dc) return;
   RECT edge{0, 0, place_.right - place_.left, place_.bottom - place_.top};
   for (int i = scale_.Thickness(kEdge); i > 0; --i) {
-    FrameRect(dc, &edge, GetSysColorBrush(COLOR_WINDOWFRAME));
+    FrameRect(dc, &edge, BrushFor(dc, theme_->Border));
     InflateRect(&edge, -1, -1);
   }
   ReleaseDC(Window(), dc);
@@ -161,6 +160,7 @@ void FormPeer::LayOutAnew() {
 }
 
 void FormPeer::ChangeLook(UINT message, WPARAM w, LPARAM l) {
+  theme_ = win32::Theme(form_.Panel.Theme);
   // Only top-level windows are told by the system; they pass it on. Some controls keep colours.
   for (ControlPeer* const child : children_) {
     SendMessageW(child->Window(), message, w, l);

@@ -4,6 +4,7 @@
 #include "ports/win32/ControlPeer.h"
 #include "ports/win32/DrawnPeer.h"
 #include "ports/win32/FormPeer.h"
+#include "ui/KRXKey.h"
 
 namespace krx::win32 {
 
@@ -11,6 +12,32 @@ RECT FormPeer::PlaceOf(const ui::Control& control) const {
   const int left = scale_.Pixels(control.Left());
   const int top = scale_.Pixels(control.Top());
   return {left, top, left + scale_.Pixels(control.Width()), top + scale_.Pixels(control.Height())};
+}
+
+ui::Color FormPeer::GroundOf(const ui::Control& control) const {
+  const double x = control.Left() + control.Width() / 2;
+  const double y = control.Top() + control.Height() / 2;
+  for (const ui::Control* const below : form_.TabOrder()) {
+    if (!below->LiesBelow() || !below->Visible()) continue;
+    const Rect area = below->Bounds();
+    if (x >= area.Left && x < area.Left + area.Width && y >= area.Top && y < area.Top + area.Height)
+      return below->BackColor();
+  }
+  return form_.BackColor();
+}
+
+const ui::Control* FormPeer::DefaultKey() const {
+  const ui::Control* const active = form_.ActiveControl();
+  return active && active->Kind() == ui::Kind::Key ? active : form_.DefaultKey;
+}
+
+UINT FormPeer::CaptionFormat() const {
+  const LRESULT state = SendMessageW(Window(), WM_QUERYUISTATE, 0, 0);
+  return (state & UISF_HIDEACCEL) != 0 ? DT_HIDEPREFIX : 0u;
+}
+
+bool FormPeer::ShowsFocus() const {
+  return (SendMessageW(Window(), WM_QUERYUISTATE, 0, 0) & UISF_HIDEFOCUS) == 0;
 }
 
 void FormPeer::Invalidate(const RECT& place, bool bare) const {

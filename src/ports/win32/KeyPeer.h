@@ -1,11 +1,12 @@
 #pragma once
 
 #include "ports/win32/ControlPeer.h"
+#include "ports/win32/Hovering.h"
 #include "ui/KRXKey.h"
 
 namespace krx::win32 {
 
-// A push button of the system; one with a cross is drawn by us.
+// A push button of the system, drawn by us.
 class KeyPeer final : public ControlPeer {
  public:
   KeyPeer(Toolkit& toolkit, FormPeer& form, ui::KRXKey& key);
@@ -13,16 +14,23 @@ class KeyPeer final : public ControlPeer {
  protected:
   LRESULT Handle(UINT message, WPARAM w, LPARAM l) override;
   void UpdateContent(ui::Aspect aspect) override;
-  void FocusChanged(bool focused) override;
+  void FocusChanged(bool) override { Invalidate(); }
   void Notified(WORD code) override;
   void Draw(const DRAWITEMSTRUCT& item) override;
 
  private:
+  struct Look {
+    COLORREF Fill;
+    COLORREF Border;
+    COLORREF Text;
+    COLORREF Ring;  // around the one with the keyboard
+  };
   bool HasCross() const { return key_.Picture().Pixels > 0; }
-  DWORD Style(bool focused) const;
-  void DrawCross(HDC dc, const RECT& area, COLORREF color) const;
+  Look LookOf(bool pressed, bool disabled, ui::Color ground) const;
+  void DrawCaption(HDC dc, RECT area, COLORREF color) const;
 
   ui::KRXKey& key_;
+  Hovering hovering_;
 };
 
 }  // namespace krx::win32

@@ -75,7 +75,10 @@ void ListPeer::Update(ui::Aspect aspect) {
   if (!Window()) return;
   if (aspect == ui::Aspect::Bounds) SizeColumns();
   if (aspect == ui::Aspect::Colors) ShowColors();
-  if (aspect == ui::Aspect::Enabled) Invalidate();  // rows and titles have other colours
+  if (aspect == ui::Aspect::Enabled) {  // rows and titles have other colours
+    ShowColors();
+    Invalidate();
+  }
 }
 
 void ListPeer::UpdateContent(ui::Aspect aspect) {
@@ -107,10 +110,10 @@ void ListPeer::UpdateContent(ui::Aspect aspect) {
 }
 
 void ListPeer::ShowColors() const {
-  const auto back = static_cast<LPARAM>(ResolveColor(list_.BackColor()));
+  const auto back = static_cast<LPARAM>(Ground());
   Send(LVM_SETBKCOLOR, 0, back);
   Send(LVM_SETTEXTBKCOLOR, 0, back);
-  Send(LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(ResolveColor(list_.ForeColor())));
+  Send(LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(form_.Theme()(list_.ForeColor())));
 }
 
 // Rows
@@ -182,6 +185,10 @@ void ListPeer::MarkFocus() {
 }
 
 void ListPeer::FocusChanged(bool focused) {
+  PaintBorder();
+  // Some systems leave rows alone that look the same to them.
+  if (list_.SelectedRow() >= 0)
+    Send(LVM_REDRAWITEMS, static_cast<WPARAM>(list_.SelectedRow()), list_.SelectedRow());
   if (!focused) return;
   MarkFocus();
   const int row = RowWith(LVNI_FOCUSED);

@@ -56,7 +56,24 @@ class ListPeer final : public ControlPeer {
   void Describe(LVITEMW& item) const;
   void ItemChanged(const NMLISTVIEW& change);
   void TellRow(const NMLISTVIEW& change) const;
-  LRESULT DrawRow(NMLVCUSTOMDRAW& drawing) const;
+
+  // How it looks.
+  struct RowLook {
+    COLORREF Ground;
+    COLORREF Text;
+  };
+  COLORREF Ground() const;
+  LRESULT Draw(const NMLVCUSTOMDRAW& drawing) const;
+  RowLook LookOf(int row) const;
+  void DrawRow(HDC dc, int row) const;
+  void DrawCells(HDC dc, int row, const RECT& place, const RowLook& look) const;
+  int DrawPicture(HDC dc, int row, const RECT& text, const RowLook& look) const;
+  int DrawMark(HDC dc, int row, const RECT& text, const RowLook& look) const;
+  int PictureSize() const;
+  int CellPadding() const;
+  void PaintBorder() const;
+  LRESULT PaintFrame(HRGN region);
+
   LRESULT HeaderReported(WPARAM w, LPARAM l);
   HWND HeaderWindow() const;
   LRESULT DrawHeader(const NMCUSTOMDRAW& drawing) const;

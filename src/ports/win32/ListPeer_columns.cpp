@@ -95,22 +95,24 @@ LRESULT ListPeer::DrawHeader(const NMCUSTOMDRAW& drawing) const {
 }
 
 void ListPeer::DrawTitle(HDC dc, RECT place, std::size_t column) const {
+  const Theme& theme = form_.Theme();
   const int line = DrawTitleGround(dc, place);
-  const RECT right{place.right - line, place.top, place.right, place.bottom};
-  FillRect(dc, &right, GetSysColorBrush(COLOR_BTNSHADOW));
+  if (column + 1 < list_.Columns().size() || list_.Columns().size() == 1)
+    Flood(dc, {place.right - line, place.top, place.right, place.bottom}, theme->Line);
   if (column >= list_.Columns().size()) return;
-  InflateRect(&place, -3 * form_.Scale().Metric(SM_CXEDGE), 0);
+  place.left += CellPadding();
+  place.right -= CellPadding() / 2;
   SetBkMode(dc, TRANSPARENT);
-  SetTextColor(dc, GetSysColor(list_.Enabled() ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+  SetTextColor(dc, list_.Enabled() ? theme->Text : theme->DisabledText);
   DrawTextW(dc, Wide(list_.Columns()[column].Title), -1, &place,
             DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
 }
 
 int ListPeer::DrawTitleGround(HDC dc, const RECT& place) const {
+  const Theme& theme = form_.Theme();
   const int line = form_.Scale().Thickness(1);
-  FillRect(dc, &place, GetSysColorBrush(COLOR_BTNFACE));
-  const RECT below{place.left, place.bottom - line, place.right, place.bottom};
-  FillRect(dc, &below, GetSysColorBrush(COLOR_BTNSHADOW));
+  Flood(dc, place, theme->Header);
+  Flood(dc, {place.left, place.bottom - line, place.right, place.bottom}, theme->Border);
   return line;
 }
 

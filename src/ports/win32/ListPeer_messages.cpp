@@ -10,13 +10,6 @@ namespace krx::win32 {
 
 namespace {
 
-// A quarter of the one colour in the other.
-COLORREF Mixed(COLORREF quarter, COLORREF rest) {
-  const auto part = [](int a, int b) { return (a + 3 * b) / 4; };
-  return RGB(part(GetRValue(quarter), GetRValue(rest)), part(GetGValue(quarter), GetGValue(rest)),
-             part(GetBValue(quarter), GetBValue(rest)));
-}
-
 bool Walks(WPARAM key) {
   return key == VK_UP || key == VK_DOWN || key == VK_HOME || key == VK_END;
 }
@@ -47,7 +40,7 @@ LRESULT ListPeer::Reported(NMHDR& header) {
       TellRow(reinterpret_cast<const NMLISTVIEW&>(header));
       return 0;
     case NM_CUSTOMDRAW:
-      return DrawRow(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
+      return Draw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
     default:
       return 0;
   }
@@ -60,8 +53,7 @@ void ListPeer::Describe(LVITEMW& item) const {
     AnswerText(text, static_cast<WPARAM>(item.cchTextMax), reinterpret_cast<LPARAM>(item.pszText));
   }
   const bool first = exists && item.iSubItem == 0;
-  if ((item.mask & LVIF_IMAGE) != 0)
-    item.iImage = first ? RowImages::Index(list_.RowImage(item.iItem)) : I_IMAGENONE;
+  if ((item.mask & LVIF_IMAGE) != 0) item.iImage = I_IMAGENONE;  // drawn with the rows
   if ((item.mask & LVIF_INDENT) != 0) item.iIndent = first ? list_.Indent(item.iItem) : 0;
 }
 
@@ -77,25 +69,6 @@ void ListPeer::TellRow(const NMLISTVIEW& change) const {
   if ((gained & LVIS_SELECTED) != 0) Tell(EVENT_OBJECT_SELECTION, Window(), change.iItem + 1);
   if ((gained & LVIS_FOCUSED) != 0 && GetFocus() == Window())
     Tell(EVENT_OBJECT_FOCUS, Window(), change.iItem + 1);
-}
-
-// The system draws a list that is disabled like any other, and while the keyboard is elsewhere a
-// selected row hardly differs from the others: too little for a button that acts on it.
-LRESULT ListPeer::DrawRow(NMLVCUSTOMDRAW& drawing) const {
-  if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
-  if (drawing.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
-  const bool selected = static_cast<int>(drawing.nmcd.dwItemSpec) == list_.SelectedRow();
-  const bool own = selected && (list_.DragScrolls || !list_.Enabled() || GetFocus() != Window());
-  if (own) {
-    drawing.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
-    const bool strong = list_.DragScrolls && list_.Enabled();
-    drawing.clrText = strong ? GetSysColor(COLOR_HIGHLIGHTTEXT) : ResolveColor(list_.ForeColor());
-    drawing.clrTextBk = strong
-                            ? GetSysColor(COLOR_HIGHLIGHT)
-                            : Mixed(GetSysColor(COLOR_HIGHLIGHT), ResolveColor(list_.BackColor()));
-  }
-  if (!list_.Enabled()) drawing.clrText = GetSysColor(COLOR_GRAYTEXT);
-  return CDRF_DODEFAULT;
 }
 
 // Mouse and keyboard
@@ -131,6 +104,8 @@ LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       return KeyDown(w, l);
     case WM_NOTIFY:
       return HeaderReported(w, l);
+    case WM_NCPAINT:
+      return PaintFrame(reinterpret_cast<HRGN>(w));
     default:
       break;
   }

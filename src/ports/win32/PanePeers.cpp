@@ -77,9 +77,9 @@ LRESULT IndexPeer::Handle(UINT message, WPARAM w, LPARAM l) {
 }
 
 void IndexPeer::Paint(HDC dc, const RECT& area) {
-  SetBkColor(dc, ResolveColor(index_.BackColor()));
-  SetTextColor(dc,
-               index_.Enabled() ? ResolveColor(index_.ForeColor()) : GetSysColor(COLOR_GRAYTEXT));
+  const Theme& theme = form_.Theme();
+  SetBkColor(dc, theme(index_.BackColor()));
+  SetTextColor(dc, index_.Enabled() ? theme(index_.ForeColor()) : theme->DisabledText);
   if (index_.Scrolls()) {
     PaintLinesInSight(dc, area);
   } else {
@@ -100,7 +100,8 @@ void IndexPeer::PaintLinesInSight(HDC dc, const RECT& area) {
   toolkit_.Texts.Draw(dc, font_, part, rows, form_.Scale().Pixels(index_.Indent()));
   const RECT rest{area.left, rows.bottom, area.right, area.bottom};
   ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &rest, L"", 0, nullptr);
-  if (GetFocus() == Window()) DrawFocusRect(dc, &area);
+  if (GetFocus() == Window() && form_.ShowsFocus())
+    FrameRect(dc, &area, BrushFor(dc, form_.Theme()->Focus));
 }
 
 PicturePeer::PicturePeer(Toolkit& toolkit, FormPeer& form, ui::PictureBox& box)
@@ -109,8 +110,7 @@ PicturePeer::PicturePeer(Toolkit& toolkit, FormPeer& form, ui::PictureBox& box)
 }
 
 void PicturePeer::Paint(HDC dc, const RECT& area) {
-  const HBRUSH background = BrushFor(dc, box_.BackColor());
-  FillRect(dc, &area, background);
+  Flood(dc, area, form_.Theme()(box_.BackColor()));
   const auto& picture = box_.Picture();
   const HICON icon = picture ? StockIcon(picture->Icon) : nullptr;
   if (!icon) return;

@@ -8,24 +8,23 @@
 #include <type_traits>
 
 #include "ports/win32/Screen.h"
-#include "ui/RowList.h"
 
 namespace krx::win32 {
 
-// The pictures before the rows of lists. Their height is that of a row: it is how the system's
-// list learns how high its rows are to be.
+// The room for pictures before the rows of a list, which are drawn with the rows. Its height is
+// that of a row: it is how the system's list learns how high its rows are to be.
 class RowImages {
  public:
-  // Pictures for rows of this height in pixels, with room for them where `visible` asks for it.
+  static constexpr int kPicture = 16;  // pixels at 96 dpi, in both directions
+
+  // Room for rows of this height in pixels, for pictures where `visible` asks for it.
   RowImages(Scale scale, int row_height, bool visible);
-  // Whether these are the pictures that would be made so.
+  // Whether these are the images that would be made so.
   bool Are(Scale scale, int row_height, bool visible) const {
     return scale == scale_ && row_height == row_height_ && visible == visible_;
   }
 
   HIMAGELIST List() const { return list_.get(); }
-  // Number of a picture in the list; I_IMAGENONE without one.
-  static int Index(ui::RowList::Image image);
 
  private:
   struct Destroyer {

@@ -11,7 +11,6 @@ namespace krx::win32 {
 namespace {
 
 constexpr ULONGLONG kScreenKnown = 50;  // milliseconds
-constexpr ui::Color kSystemColorFlag = 0x80000000u;
 
 String ReadCloseWord() {
   // Only a window with a system menu knows the word; one that is never shown will do.
@@ -60,18 +59,6 @@ HWND Toolkit::FormInUse() const {
   if (Loops.empty()) return nullptr;
   const HWND innermost = Loops.back()->Peer().Window();
   return innermost && IsWindowVisible(innermost) ? innermost : nullptr;
-}
-
-COLORREF ResolveColor(ui::Color color) {
-  if ((color & kSystemColorFlag) == 0) return color;
-  return GetSysColor(static_cast<int>(color & ~kSystemColorFlag));
-}
-
-HBRUSH BrushFor(HDC dc, ui::Color color) {
-  if ((color & kSystemColorFlag) != 0)
-    return GetSysColorBrush(static_cast<int>(color & ~kSystemColorFlag));
-  SetDCBrushColor(dc, color);
-  return static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
 }
 
 }  // namespace krx::win32

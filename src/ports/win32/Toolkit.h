@@ -3,11 +3,11 @@
 #include <vector>
 
 #include "ports/win32/CommonControls.h"
+#include "ports/win32/Drawing.h"
 #include "ports/win32/KeyFilter.h"
 #include "ports/win32/RowImages.h"
 #include "ports/win32/Texts.h"
 #include "ports/win32/WindowClasses.h"
-#include "ui/Color.h"
 
 namespace krx::win32 {
 
@@ -20,6 +20,7 @@ class Toolkit {
 
   const CommonControls Controls;
   win32::Texts Texts;
+  win32::Drawing Drawing;
   KeyFilter Keys;
   std::vector<ModalLoop*> Loops;  // running now, the innermost one last
   HCURSOR Pointer = nullptr;      // null: every window shows its own
@@ -59,11 +60,6 @@ class Toolkit {
   Screen screen_;
   ULONGLONG screen_known_until_ = 0;  // in ticks of the system
 };
-
-// Red-green-blue value of a colour; system colours are looked up now.
-COLORREF ResolveColor(ui::Color color);
-// A brush of that colour, ready for use on `dc`; it belongs to the system.
-HBRUSH BrushFor(HDC dc, ui::Color color);
 
 // Paints a window between its begin and its end.
 class PaintScope {

@@ -170,7 +170,7 @@ void Win32Platform::SetPointer(ui::Pointer pointer) {
 }
 
 ui::Color Win32Platform::ResolveColor(ui::Color color) {
-  return win32::ResolveColor(color);
+  return PlainColor(color);
 }
 
 void Win32Platform::SendKeys(StringView keys) {
