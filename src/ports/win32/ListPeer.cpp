@@ -57,6 +57,9 @@ ListPeer::ListPeer(Toolkit& toolkit, FormPeer& form, ui::RowList& list)
 // A constructor that is left by an error never shows the list.
 void ListPeer::Created() {
   Send(WM_SETREDRAW, FALSE);
+  if (list_.DragScrolls)
+    SetWindowPos(Window(), nullptr, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
 }
 
 // The system lays rows and header out when it first draws them, and every step of that costs much
@@ -151,6 +154,7 @@ void ListPeer::CountRows() {
   Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list_.RowCount()),
        LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
   SizeColumns();
+  if (list_.DragScrolls && IsWindowVisible(Window())) PaintBorder();
 }
 
 void ListPeer::ShowRows() {

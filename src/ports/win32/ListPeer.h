@@ -9,6 +9,7 @@
 
 #include "ports/win32/ControlPeer.h"
 #include "ports/win32/FingerScroll.h"
+#include "ports/win32/Hovering.h"
 #include "ports/win32/RowImages.h"
 #include "ui/RowList.h"
 
@@ -71,8 +72,12 @@ class ListPeer final : public ControlPeer {
   int DrawMark(HDC dc, int row, const RECT& text, const RowLook& look) const;
   int PictureSize() const;
   int CellPadding() const;
+  int StripWidth() const;
+  LRESULT SizeFrame(WPARAM w, LPARAM l);
   void PaintBorder() const;
+  void PaintStrip(HDC dc, const RECT& strip) const;
   LRESULT PaintFrame(HRGN region);
+  void Hover(UINT message, LPARAM point);
 
   LRESULT HeaderReported(WPARAM w, LPARAM l);
   HWND HeaderWindow() const;
@@ -82,8 +87,9 @@ class ListPeer final : public ControlPeer {
   int DrawTitleGround(HDC dc, const RECT& place) const;
   void DrawRest(HDC dc) const;
   void ColumnResized(const NMHDR& header);
-  void AdoptTop() { list_.TopRow.Adopt(TopRow()); }
+  void AdoptTop();
 
+  LRESULT TurnWheel(int delta);
   LRESULT KeyDown(WPARAM key, LPARAM l);
   bool BeginWalk(WPARAM key);
   void Select(int row) const;
@@ -101,6 +107,9 @@ class ListPeer final : public ControlPeer {
   int columns_ = 0;  // that the window has
 
   FingerScroll finger_;
+  Hovering hovering_;
+  int wheel_rest_ = 0;             // turns of the wheel that make no whole row yet
+  int hot_ = ui::RowList::kNoRow;  // row under the pointer
   // A row by which the left button went down.
   struct Pressed {
     int Row;     // that the press belongs to

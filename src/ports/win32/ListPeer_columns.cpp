@@ -41,7 +41,11 @@ std::vector<int> ListPeer::ColumnWidths() const {
   GetWindowRect(Window(), &window);
   int rest = window.right - window.left - 2 * form_.Scale().Metric(SM_CXEDGE);
   // The scroll bar comes after the columns have been sized, so it is expected here.
-  if (list_.RowCount() > Send(LVM_GETCOUNTPERPAGE)) rest -= form_.Scale().Metric(SM_CXVSCROLL);
+  if (list_.DragScrolls) {
+    rest -= StripWidth();
+  } else if (list_.RowCount() > Send(LVM_GETCOUNTPERPAGE)) {
+    rest -= form_.Scale().Metric(SM_CXVSCROLL);
+  }
   int sharing = 0;
   for (const ui::RowList::Column& column : columns) {
     rest -= form_.Scale().Pixels(column.Width);

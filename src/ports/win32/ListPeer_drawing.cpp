@@ -42,8 +42,8 @@ ListPeer::RowLook ListPeer::LookOf(int row) const {
   const Theme& theme = form_.Theme();
   const bool selected = row == list_.SelectedRow();
   if (!list_.Enabled()) return {selected ? theme->DisabledKey : Ground(), theme->DisabledText};
-  const COLORREF text = theme(list_.ForeColor());
-  if (!selected) return {Ground(), text};
+  if (!selected && row == hot_) return {theme->Hot, theme->FieldText};
+  if (!selected) return {Ground(), theme(list_.ForeColor())};
   // A touch panel has no keyboard that would tell one list from another.
   if (list_.DragScrolls || GetFocus() == Window()) return {theme->Selection, theme->SelectionText};
   return {theme->Quiet, theme->QuietText};
@@ -111,7 +111,8 @@ int ListPeer::DrawPicture(HDC dc, int row, const RECT& text, const RowLook& look
   const int indent = list_.Indent(row) * size;
   const int left = static_cast<int>(text.left) + indent;
   const Theme& theme = form_.Theme();
-  const COLORREF ink = look.Ground == Ground() && list_.Enabled() ? theme->Ink : look.Text;
+  const bool plain = look.Ground == Ground() || look.Ground == theme->Hot;
+  const COLORREF ink = plain && list_.Enabled() ? theme->Ink : look.Text;
   toolkit_.Drawing.Picture(dc, {left, text.top, left + size, text.bottom}, PictureOf(image), size,
                            ui::InksOf(theme.Colors(), ink), look.Ground);
   return indent + size + CellPadding() / 2;
@@ -125,35 +126,6 @@ int ListPeer::DrawMark(HDC dc, int row, const RECT& text, const RowLook& look) c
   toolkit_.Drawing.Picture(dc, place, ui::Picture::Inside, size,
                            ui::InksOf(form_.Theme().Colors(), look.Text), look.Ground);
   return size + CellPadding();
-}
-
-void ListPeer::PaintBorder() const {
-  const HDC dc = GetWindowDC(Window());
-  if (!dc) return;
-  RECT whole{};
-  GetWindowRect(Window(), &whole);
-  OffsetRect(&whole, -whole.left, -whole.top);
-  const int edge = GetSystemMetrics(SM_CXEDGE);
-  ExcludeClipRect(dc, edge, edge, whole.right - edge, whole.bottom - edge);
-  PaintField(dc, whole, {list_.Enabled(), GetFocus() == Window(), false});
-  ReleaseDC(Window(), dc);
-}
-
-// The scroll bars are the system's, the border is ours.
-LRESULT ListPeer::PaintFrame(HRGN region) {
-  const auto style = GetWindowLongPtrW(Window(), GWL_STYLE);
-  if ((style & (WS_VSCROLL | WS_HSCROLL)) != 0) {
-    RECT inner{};
-    GetWindowRect(Window(), &inner);
-    const int edge = GetSystemMetrics(SM_CXEDGE);
-    InflateRect(&inner, -edge, -edge);
-    const HRGN within = CreateRectRgnIndirect(&inner);
-    if (reinterpret_cast<WPARAM>(region) > 1) CombineRgn(within, within, region, RGN_AND);
-    Default(WM_NCPAINT, reinterpret_cast<WPARAM>(within), 0);
-    DeleteObject(within);
-  }
-  PaintBorder();
-  return 0;
 }
 
 }  // namespace krx::win32

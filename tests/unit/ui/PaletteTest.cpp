@@ -117,8 +117,8 @@ TEST_P(Palettes, ReplaceTheColoursOfTheModel) {
 INSTANTIATE_TEST_SUITE_P(All, Palettes,
                          testing::Values(Theme::Light, Theme::Dark, Theme::Grey,
                                          Theme::HighContrast),
-                         [](const auto& info) {
-                           std::string name = ToUtf8(NameOf(info.param));
+                         [](const auto& theme) {
+                           std::string name = ToUtf8(NameOf(theme.param));
                            std::erase(name, '-');
                            return name;
                          });

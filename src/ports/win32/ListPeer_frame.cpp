@@ -1,0 +1,100 @@
+// What is around the rows: the border and, where a finger drags the rows, a strip that shows how
+// far they are dragged. A scroll bar would take the finger's room.
+
+#include <algorithm>
+
+#include "ports/win32/ListPeer.h"
+
+namespace krx::win32 {
+
+namespace {
+
+constexpr int kStrip = 6;  // pixels at 96 dpi
+constexpr int kSliderMargin = 1;
+constexpr int kLowestSlider = 24;
+
+}  // namespace
+
+int ListPeer::StripWidth() const {
+  return list_.DragScrolls ? form_.Scale().Thickness(kStrip) : 0;
+}
+
+// The system's list shows its scroll bar by its style, anew whenever its rows change.
+LRESULT ListPeer::SizeFrame(WPARAM w, LPARAM l) {
+  if (list_.DragScrolls) {
+    const auto style = GetWindowLongPtrW(Window(), GWL_STYLE);
+    if ((style & (WS_VSCROLL | WS_HSCROLL)) != 0)
+      SetWindowLongPtrW(Window(), GWL_STYLE, style & ~LONG_PTR{WS_VSCROLL | WS_HSCROLL});
+  }
+  const LRESULT result = Default(WM_NCCALCSIZE, w, l);
+  // Both forms of the message start with what is to be the client area.
+  RECT& client = *reinterpret_cast<RECT*>(l);
+  const bool mirrored = (GetWindowLongPtrW(Window(), GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0;
+  (mirrored ? client.left : client.right) += mirrored ? StripWidth() : -StripWidth();
+  return result;
+}
+
+void ListPeer::PaintBorder() const {
+  const HDC dc = GetWindowDC(Window());
+  if (!dc) return;
+  RECT whole{};
+  GetWindowRect(Window(), &whole);
+  OffsetRect(&whole, -whole.left, -whole.top);
+  const int edge = GetSystemMetrics(SM_CXEDGE);
+  const RECT strip{whole.right - edge - StripWidth(), edge, whole.right - edge,
+                   whole.bottom - edge};
+  PaintStrip(dc, strip);
+  ExcludeClipRect(dc, edge, edge, whole.right - edge, whole.bottom - edge);
+  PaintField(dc, whole, {list_.Enabled(), GetFocus() == Window(), hovering_.Inside()});
+  ReleaseDC(Window(), dc);
+}
+
+void ListPeer::PaintStrip(HDC dc, const RECT& strip) const {
+  if (strip.left == strip.right) return;
+  Flood(dc, strip, Ground());
+  const int rows = list_.RowCount();
+  const int page = static_cast<int>(Send(LVM_GETCOUNTPERPAGE));
+  if (page <= 0 || rows <= page) return;
+  const Scale scale = form_.Scale();
+  RECT slider = strip;
+  InflateRect(&slider, -scale.Thickness(kSliderMargin), -scale.Thickness(kSliderMargin));
+  const int room = slider.bottom - slider.top;
+  const int height =
+      std::min(room, std::max(MulDiv(room, page, rows), scale.Thickness(kLowestSlider)));
+  slider.top += MulDiv(room - height, std::min(TopRow(), rows - page), rows - page);
+  slider.bottom = slider.top + height;
+  Flood(dc, slider, form_.Theme()->Border);
+}
+
+// The system's scroll bars are its own, the rest is ours.
+LRESULT ListPeer::PaintFrame(HRGN region) {
+  const auto style = GetWindowLongPtrW(Window(), GWL_STYLE);
+  if ((style & (WS_VSCROLL | WS_HSCROLL)) != 0) {
+    RECT inner{};
+    GetWindowRect(Window(), &inner);
+    const int edge = GetSystemMetrics(SM_CXEDGE);
+    InflateRect(&inner, -edge, -edge);
+    const HRGN within = CreateRectRgnIndirect(&inner);
+    if (reinterpret_cast<WPARAM>(region) > 1) CombineRgn(within, within, region, RGN_AND);
+    Default(WM_NCPAINT, reinterpret_cast<WPARAM>(within), 0);
+    DeleteObject(within);
+  }
+  PaintBorder();
+  return 0;
+}
+
+void ListPeer::AdoptTop() {
+  if (list_.TopRow.Adopt(TopRow()) && list_.DragScrolls) PaintBorder();
+}
+
+// The pointer is over another row, or over none.
+void ListPeer::Hover(UINT message, LPARAM point) {
+  if (hovering_.Changes(Window(), message)) PaintBorder();
+  if (message != WM_MOUSEMOVE && message != WM_MOUSELEAVE) return;
+  const int row = hovering_.Inside() && !pressed_ ? RowAt(point) : ui::RowList::kNoRow;
+  if (row == hot_) return;
+  for (const int other : {std::exchange(hot_, row), row})
+    if (other >= 0) Send(LVM_REDRAWITEMS, static_cast<WPARAM>(other), other);
+}
+
+}  // namespace krx::win32
