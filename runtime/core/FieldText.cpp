@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "runtime/core/Utf8.h"
+#include "base/Utf8.h"
 
 namespace krx::runtime {
 namespace {

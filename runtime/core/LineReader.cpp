@@ -4,8 +4,8 @@
 #include <optional>
 #include <utility>
 
+#include "base/Utf8.h"
 #include "runtime/core/KorvelError.h"
-#include "runtime/core/Utf8.h"
 
 namespace krx::runtime {
 namespace {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/Error.h"
+#include "panel/ScreenKeyboard.h"
 #include "service/MKRXDialog.h"
 #include "ui/Keyboard.h"
 
@@ -32,6 +33,7 @@ DialogForm::DialogForm(Apartment& apartment, String name, std::int32_t text_grou
   idxCaption.Height = kSmallestCaption;  // should its text not be measurable
 
   Skip([this] { Panel = apartment_.Runtime.ReadPanelSettings(); });
+  if (Panel.Keyboard != KeyboardUse::Never) PutKeyboardBeside();
   ScreenChanged = [this] { CalcPositions(); };
   FontClassResolver = [this](StringView font_class) { return ClassFont(font_class); };
   UnloadStep = [this] {
@@ -49,6 +51,13 @@ DialogForm::DialogForm(Apartment& apartment, String name, std::int32_t text_grou
   idxCaption.MouseUp = [this](int button, int, Twips, Twips) {
     if (button == ui::kLeftButton) drag_from_.reset();
   };
+}
+
+void DialogForm::PutKeyboardBeside() {
+  Beside = std::make_unique<panel::ScreenKeyboard>(
+      *this, panel::ScreenKeyboard::Source{
+                 [this] { return Texts().GetText(u"KeyboardLayout", host::kDialogTexts); },
+                 [this] { return ClassFont(Shared().FontClassButton); }});
 }
 
 String DialogForm::Text(StringView key) {

@@ -85,6 +85,7 @@ class DialogForm : public ui::Form {
   void PlaceCaption();
 
  private:
+  void PutKeyboardBeside();
   void SizeCloseKey();
   void CaptionMouseMove(int button, Twips x, Twips y);
   void PaintStep();

@@ -13,6 +13,7 @@ enum class Kind {
   Timer,
   Index,
   Key,
+  BoardKey,
   Label,
   TextBox,
   PasswordBox,

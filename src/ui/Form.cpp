@@ -11,6 +11,26 @@ namespace krx::ui {
 
 Form::Form(Platform& platform, String name) : platform_(platform), name_(std::move(name)) {}
 
+namespace {
+
+// While a form is shown modally, the one that was in use before has no use for a companion.
+class Turn {
+ public:
+  explicit Turn(Form& form)
+      : platform_(form.ThePlatform()), outer_(std::exchange(platform_.InUse, &form)) {
+    if (outer_ && outer_->Beside) outer_->Beside->Leave();
+  }
+  ~Turn() { platform_.InUse = outer_; }
+  Turn(const Turn&) = delete;
+  Turn& operator=(const Turn&) = delete;
+
+ private:
+  Platform& platform_;
+  Form* const outer_;
+};
+
+}  // namespace
+
 // The controls are members of the derived form and are gone by now; only the form's peer is left.
 Form::~Form() = default;
 
@@ -29,6 +49,7 @@ void Form::ShowModal() {
   Load();
   if (!loaded_) return;  // its own load step has unloaded it
   showing_ = visible_ = true;
+  const Turn turn(*this);
   try {
     GivePeers();
     Appear();
@@ -45,11 +66,19 @@ void Form::ShowModal() {
 void Form::EndShowing() {
   showing_ = visible_ = false;
   active_ = nullptr;
+  if (Beside) Beside->Leave();
+}
+
+void Form::ShowBeside() {
+  if (std::exchange(visible_, true)) return;
+  GivePeers();
+  Changed(Aspect::Visible);
 }
 
 void Form::Hide() {
   if (!std::exchange(visible_, false)) return;
   Changed(Aspect::Visible);
+  if (Beside) Beside->Leave();
 }
 
 void Form::Unload() {
@@ -131,6 +160,7 @@ void Form::GivePeer(Component& component) {
 }
 
 void Form::DropPeers() {
+  if (Beside) Beside->Drop();
   active_ = nullptr;
   for (Component* component : components_)
     component->peer_.reset();

@@ -8,6 +8,7 @@
 #include "base/Geometry.h"
 #include "base/PanelSettings.h"
 #include "ui/Color.h"
+#include "ui/Companion.h"
 #include "ui/Component.h"
 
 namespace krx::ui {
@@ -42,6 +43,13 @@ class Form : public PropertyOwner {
   // The plant's choice of look, keyboard on the screen and answers; read by the port when the form
   // is shown.
   PanelSettings Panel;
+  // What stands beside the form while it is shown; none: nothing does.
+  std::unique_ptr<Companion> Beside;
+  // The form beside which this one stands. Such a form is shown by ShowBeside, never has the focus,
+  // and no modal form disables it.
+  Form* Attached = nullptr;
+  // Whether the port keeps the form on the screen when it is moved.
+  bool KeptInReach = true;
   // The button that Esc presses; none: Esc does nothing.
   KRXKey* CancelKey = nullptr;
   // The button that Enter leads to in the end; it is marked as long as no other one has the focus.
@@ -59,6 +67,8 @@ class Form : public PropertyOwner {
   // Loads if need be, shows the form and returns when it is hidden or unloaded. An error raised in
   // a handler ends the showing and is thrown here.
   void ShowModal();
+  // Shows an attached form where its bounds say, until it is hidden.
+  void ShowBeside();
   void Hide();
   void Unload();
   bool Loaded() const { return loaded_; }

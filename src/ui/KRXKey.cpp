@@ -4,7 +4,10 @@
 
 namespace krx::ui {
 
-KRXKey::KRXKey(Form& parent, String name) : FontClassControl(parent, std::move(name), Kind::Key) {
+KRXKey::KRXKey(Form& parent, String name) : KRXKey(parent, std::move(name), Kind::Key) {}
+
+KRXKey::KRXKey(Form& parent, String name, ui::Kind kind)
+    : FontClassControl(parent, std::move(name), kind) {
   TabStop = true;
 }
 

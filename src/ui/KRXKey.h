@@ -22,6 +22,9 @@ class KRXKey : public FontClassControl {
 
   String DisplayedText() const override { return NormalizeLineBreaks(WithoutAccessKey(Caption())); }
   char16_t AccessKey() const override { return AccessKeyOf(Caption()); }
+
+ protected:
+  KRXKey(Form& parent, String name, ui::Kind kind);
 };
 
 }  // namespace krx::ui

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "base/CaseFolding.h"
 #include "base/Font.h"
@@ -13,6 +14,8 @@
 #include "ui/StandardControls.h"
 
 namespace krx::ui {
+
+struct Keystroke;
 
 // The screen's mouse pointers that the dialogs use.
 enum class Pointer { Default = 0, Hourglass = 11 };
@@ -61,8 +64,16 @@ class Platform {
   virtual Color ResolveColor(Color color) = 0;
   // Sends keystrokes to whatever window has the focus; notation: see ParseKeystrokes.
   virtual void SendKeys(StringView keys) = 0;
+  // One key or character, as if it had been typed, to whatever window has the focus.
+  virtual void PressKey(const Keystroke& stroke) = 0;
+  // Text of a keyboard layout by its name, in UTF-8: one that the plant has added, or else one that
+  // the dialogs bring along. Empty: there is none of this name.
+  virtual std::string KeyboardLayout(StringView name) = 0;
   // The platform's own message box with the standard style and result values.
   virtual int ShowMessageBox(StringView text, int style, StringView title) = 0;
+
+  // The innermost form that is shown modally.
+  Form* InUse = nullptr;
 
  private:
   const CaseFolding folding_{[this](char32_t character) { return FoldCase(character); }};

@@ -26,6 +26,22 @@ std::size_t CodePoints(StringView line) {
       line.begin(), line.end(), [](char16_t unit) { return (unit & 0xFC00) != 0xDC00; }));
 }
 
+// Makes an attached form known as long as it has its peer.
+class AttachedPeer final : public ui::Peer {
+ public:
+  AttachedPeer(HeadlessPlatform& platform, ui::Form& form) : platform_(platform), form_(form) {}
+  ~AttachedPeer() override {
+    if (platform_.Attached == &form_) platform_.Attached = nullptr;
+  }
+  void Update(ui::Aspect) override {
+    if (form_.Visible()) platform_.Attached = &form_;
+  }
+
+ private:
+  HeadlessPlatform& platform_;
+  ui::Form& form_;
+};
+
 }  // namespace
 
 void HeadlessPlatform::Expect(String form, Script script) {
@@ -84,8 +100,9 @@ Twips HeadlessPlatform::TextBoxHeight(const Font& font) {
   return kLinePerPoint * font.Size + kInputBorder;
 }
 
-std::unique_ptr<ui::Peer> HeadlessPlatform::CreatePeer(ui::Form&) {
-  return nullptr;
+std::unique_ptr<ui::Peer> HeadlessPlatform::CreatePeer(ui::Form& form) {
+  if (!form.Attached) return nullptr;
+  return std::make_unique<AttachedPeer>(*this, form);
 }
 
 std::unique_ptr<ui::Peer> HeadlessPlatform::CreatePeer(ui::Component& component) {
@@ -114,6 +131,7 @@ void HeadlessPlatform::RunModal(ui::Form& form) {
   if (ui::Control* const first = form.FirstFocus()) first->SetFocus();
   if (!form.Visible()) return;  // closed by the handler of its first focus
   form.Paint();
+  if (form.Visible() && form.Beside) form.Beside->Settle();
   Operator person(*this, form);
   (*script)(person);
   if (form.Visible()) complaints_.push_back("form left open: " + ToUtf8(form.Name()));
@@ -127,6 +145,21 @@ ui::Color HeadlessPlatform::ResolveColor(ui::Color color) {
 void HeadlessPlatform::SendKeys(StringView keys) {
   ui::ParseKeystrokes(keys);
   SentKeys.emplace_back(keys);
+}
+
+void HeadlessPlatform::PressKey(const ui::Keystroke& stroke) {
+  if (!InUse) throw std::logic_error("no form takes keys");
+  Operator keys(*this, *InUse);
+  if (stroke.Code != 0) {
+    keys.Press(stroke.Code, stroke.Shift);
+  } else {
+    keys.Type(StringView(&stroke.Character, 1));
+  }
+}
+
+std::string HeadlessPlatform::KeyboardLayout(StringView name) {
+  const auto found = Layouts.find(String(name));
+  return found == Layouts.end() ? std::string() : found->second;
 }
 
 int HeadlessPlatform::ShowMessageBox(StringView text, int style, StringView title) {

@@ -82,7 +82,15 @@ class HeadlessPlatform : public ui::Platform {
   void SetPointer(ui::Pointer pointer) override { Pointers.push_back(pointer); }
   ui::Color ResolveColor(ui::Color color) override;
   void SendKeys(StringView keys) override;
+  // Reaches the focused control of the form in use.
+  void PressKey(const ui::Keystroke& stroke) override;
+  std::string KeyboardLayout(StringView name) override;
   int ShowMessageBox(StringView text, int style, StringView title) override;
+
+  // Keyboard layouts by their names.
+  std::map<String, std::string> Layouts;
+  // The form that was shown last beside another one, until its windows are gone.
+  ui::Form* Attached = nullptr;
 
  private:
   friend class TimerPeer;

@@ -41,15 +41,50 @@ void Operator::Click(StringView key) {
   auto& button = dynamic_cast<ui::KRXKey&>(Reachable(key));
   if (button.TabStop()) button.SetFocus();
   button.Click();
+  Rest();
+}
+
+void Operator::Rest() {
+  if (form_.Visible() && form_.Beside) form_.Beside->Settle();
+}
+
+void Operator::Touch(StringView name) {
+  ui::Control& control = Reachable(name);
+  if (form_.Beside) form_.Beside->Pressed(control, true);
+  if (control.Kind() == ui::Kind::Key) return Click(name);
+  control.SetFocus();
+  Rest();
+}
+
+ui::BoardKey* Operator::BoardKey(StringView caption) {
+  const ui::Form* const board = platform_.Attached;
+  if (!board || !board->Visible() || board->Attached != &form_) return nullptr;
+  for (ui::Control* const control : board->TabOrder()) {
+    if (control->Visible() && control->DisplayedText() == caption)
+      return static_cast<ui::BoardKey*>(control);
+  }
+  return nullptr;
+}
+
+void Operator::Tap(StringView caption, std::chrono::milliseconds time) {
+  ui::BoardKey* const key = BoardKey(caption);
+  if (!key) throw std::logic_error("no key of the keyboard says " + ToUtf8(caption));
+  key->MouseDown(ui::kLeftButton, 0, 0, 0);
+  Wait(time);
+  key->MouseUp(ui::kLeftButton, 0, 0, 0);
+  Rest();
 }
 
 void Operator::Type(StringView text) {
   NeedOpenForm();
   ui::Control* const focused = form_.ActiveControl();
-  if (focused && focused->Kind() == ui::Kind::RowList)
-    return LookUp(static_cast<ui::RowList&>(*focused), text);
-  for (const char16_t character : text)
-    TypeCharacter(character);
+  if (focused && focused->Kind() == ui::Kind::RowList) {
+    LookUp(static_cast<ui::RowList&>(*focused), text);
+  } else {
+    for (const char16_t character : text)
+      TypeCharacter(character);
+  }
+  Rest();
 }
 
 // Handlers hear of the key going down, of its character, and of its release.
@@ -87,6 +122,7 @@ void Operator::Press(int key, int shift) {
 void Operator::KeyDown(int key, int shift) {
   NeedOpenForm();
   if (!ui::DispatchKey(form_, key, shift)) PressFocused(key, shift);
+  Rest();
 }
 
 // The release goes to whichever control has the focus by then.
@@ -116,6 +152,26 @@ void Operator::PressFocused(int key, int shift) {
     focused->KeyPress(character);
   } else if (focused->Kind() == ui::Kind::RowList) {
     MoveSelection(static_cast<ui::RowList&>(*focused), key);
+  } else if (auto* const box = dynamic_cast<ui::EditBox*>(focused)) {
+    EditByKey(*box, key);
+  }
+}
+
+void Operator::EditByKey(ui::EditBox& box, int key) {
+  const int start = box.SelStart();
+  const int length = box.SelLength();
+  const int step = key == ui::kKeyLeft || key == ui::kKeyBack ? -1 : 1;
+  const int end = static_cast<int>(box.TextLength());
+  if (key == ui::kKeyLeft || key == ui::kKeyRight) {
+    box.SelLength = 0;
+    box.SelStart = std::clamp(start + step, 0, end);
+  } else if ((key == ui::kKeyBack || key == ui::kKeyDelete) && !box.Locked()) {
+    const int from = length > 0 || step > 0 ? start : std::max(start - 1, 0);
+    const int to = length > 0 ? start + length : step > 0 ? std::min(start + 1, end) : start;
+    box.SelStart = from;
+    box.SelLength = 0;
+    if (to > from)
+      box.Edited(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from), u"");
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ports/headless/HeadlessPlatform.h"
+#include "ui/BoardKey.h"
 #include "ui/Controls.h"
 
 namespace krx::headless {
@@ -35,6 +36,12 @@ class Operator {
   void MouseDown(StringView control, int button, Twips x, Twips y);
   void MouseMove(StringView control, int button, Twips x, Twips y);
   void MouseUp(StringView control, int button, Twips x, Twips y);
+  // Touches a control with a finger; a button is clicked by it.
+  void Touch(StringView control);
+  // On the keyboard that stands beside the form: presses the key that bears this caption, and holds
+  // it for so long. Fails when there is no such key in sight.
+  void Tap(StringView caption, std::chrono::milliseconds time = {});
+  ui::BoardKey* BoardKey(StringView caption);  // null when it is not in sight
   void Wait(std::chrono::milliseconds time) { platform_.Advance(time); }
   // Another window covered the form and went away.
   void Uncover();
@@ -44,6 +51,8 @@ class Operator {
   ui::Control& Find(StringView name);
   ui::Control& Reachable(StringView name);
   void NeedOpenForm() const;
+  // The operator is done with an act, and the form's companion follows.
+  void Rest();
   // The control that hears of keys; null when nothing does.
   ui::Control* UsableFocus() const;
   void PressFocused(int key, int shift);
@@ -53,6 +62,7 @@ class Operator {
   // False when that closes the form, puts other rows in place or selects another one.
   bool Release(ui::RowList& list, int row);
   static void MoveSelection(ui::RowList& list, int key);
+  static void EditByKey(ui::EditBox& box, int key);
   void LookUp(ui::RowList& list, StringView beginning);
   // Tells the focused control of a key and its character; false when a handler takes it.
   bool HearsOf(char16_t& character);

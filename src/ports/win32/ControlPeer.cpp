@@ -4,6 +4,7 @@
 #include <cstring>
 #include <utility>
 
+#include "ports/win32/Finger.h"
 #include "ui/Keyboard.h"
 
 namespace krx::win32 {
@@ -45,7 +46,7 @@ void ControlPeer::StandInOrder() const {
 void ControlPeer::Update(ui::Aspect aspect) {
   if (!Window()) return;
   Adapt(aspect);
-  TellChange(aspect);
+  if (!Silent()) TellChange(aspect);
 }
 
 void ControlPeer::Adapt(ui::Aspect aspect) {
@@ -193,10 +194,19 @@ LRESULT ControlPeer::Handle(UINT message, WPARAM w, LPARAM l) {
   }
 }
 
+// Before the control takes the focus for it.
+void ControlPeer::TellPress() const {
+  ui::Companion* const beside = form_.Form().Beside.get();
+  if (!beside) return;
+  beside->Pressed(control_, EnteredByFinger());
+  form_.Disturbed();
+}
+
 void ControlPeer::HandleMouse(UINT message, WPARAM w, LPARAM l) {
   switch (message) {
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
+      TellPress();
       return MouseEvent(control_.MouseDown, ui::kLeftButton, w, l);
     case WM_RBUTTONDOWN:
     case WM_RBUTTONDBLCLK:

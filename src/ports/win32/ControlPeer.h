@@ -41,6 +41,8 @@ class ControlPeer : public WindowPeer {
   // Text or picture changed.
   virtual void UpdateContent(ui::Aspect aspect) = 0;
   virtual void FocusChanged(bool /*focused*/) {}
+  // Whether assistive programs hear nothing of changes.
+  virtual bool Silent() const { return false; }
   // What the system's control tells, and asks to be drawn.
   virtual void Notified(WORD /*code*/) {}
   virtual void Draw(const DRAWITEMSTRUCT&) {}
@@ -86,6 +88,7 @@ class ControlPeer : public WindowPeer {
  private:
   void Adapt(ui::Aspect aspect);
   void TellChange(ui::Aspect aspect) const;
+  void TellPress() const;
   void StandInOrder() const;
   void UpdateBounds();
   void UpdateFont();

@@ -15,22 +15,33 @@ namespace krx::win32 {
 namespace {
 
 constexpr DWORD kStyle = WS_POPUP | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
+constexpr DWORD kAttachedStyle = WS_EX_NOACTIVATE | WS_EX_TOPMOST | WS_EX_TOOLWINDOW;
+
+HWND OwnerOf(const ui::Form& form) {
+  return form.Attached ? static_cast<const FormPeer*>(form.Attached->ThePeer())->Window() : nullptr;
+}
 
 }  // namespace
 
 FormPeer::FormPeer(Toolkit& toolkit, ui::Form& form)
     : toolkit_(toolkit), form_(form), theme_(form.Panel.Theme) {
-  const Screen& screen = toolkit.OpeningScreen();
-  scale_ = screen.Scale;
-  place_ = Centred(screen.WorkArea, WindowSize());
+  scale_ = toolkit.OpeningScreen().Scale;
+  place_ = FirstPlace();
+  const DWORD ex_style = form.Attached ? kAttachedStyle : WS_EX_CONTROLPARENT;
   Create(toolkit.Controls,
-         {kFormClass, kStyle, WS_EX_CONTROLPARENT, Wide(form.Caption()), place_, nullptr},
-         form.Name());
+         {kFormClass, kStyle, ex_style, Wide(form.Caption()), place_, OwnerOf(form)}, form.Name());
   AdoptPosition(place_);
   // Keyboard users see the focus and the access keys from the start.
   if (SendMessageW(Window(), WM_QUERYUISTATE, 0, 0) != 0)
     SendMessageW(Window(), WM_UPDATEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS | UISF_HIDEACCEL),
                  0);
+}
+
+RECT FormPeer::FirstPlace() const {
+  const SIZE size = WindowSize();
+  if (!form_.Attached) return Centred(toolkit_.OpeningScreen().WorkArea, size);
+  const POINT at{scale_.Pixels(form_.Left()), scale_.Pixels(form_.Top())};
+  return {at.x, at.y, at.x + size.cx, at.y + size.cy};
 }
 
 void FormPeer::Update(ui::Aspect aspect) {
@@ -46,6 +57,7 @@ void FormPeer::Update(ui::Aspect aspect) {
       SetWindowTextW(Window(), Wide(form_.Caption()));
       return;
     case ui::Aspect::Visible:
+      if (form_.Attached) return ShowAttached();
       return ModalLoop::Hidden(toolkit_, *this);
     default:
       return;
@@ -82,7 +94,7 @@ void FormPeer::UpdateBounds() {
   const SIZE size = WindowSize();
   const POINT at{scale_.Pixels(form_.Left()), scale_.Pixels(form_.Top())};
   const RECT asked{at.x, at.y, at.x + size.cx, at.y + size.cy};
-  const RECT wanted = KeptInReach(asked);
+  const RECT wanted = form_.KeptInReach ? KeptInReach(asked) : asked;
   if (!EqualRect(&wanted, &asked)) TellPosition(wanted);
   if (EqualRect(&wanted, &place_)) return;
   const bool resized =
@@ -118,6 +130,8 @@ void FormPeer::Remove() {
 }
 
 void FormPeer::Fail(std::exception_ptr error) noexcept {
+  if (form_.Attached)
+    return static_cast<FormPeer*>(form_.Attached->ThePeer())->Fail(std::move(error));
   if (error_) return;
   error_ = std::move(error);
   ModalLoop::Wake(toolkit_, *this);
@@ -134,6 +148,7 @@ void FormPeer::FocusOn(ControlPeer& child) {
 void FormPeer::FocusCameTo(ui::Control* control) {
   const ui::Control* const before = DefaultKey();
   form_.FocusMovedTo(control);
+  Disturbed();
   const ui::Control* const now = DefaultKey();
   if (before == now) return;
   for (const ui::Control* const key : {before, now}) {

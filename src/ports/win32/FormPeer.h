@@ -14,6 +14,9 @@ class ControlPeer;
 class DrawnPeer;
 class TimerPeer;
 
+// Message to a form that its focus has moved or that it is pressed.
+inline constexpr UINT kSettle = WM_USER + 2;
+
 // The window of a form: borderless, with a thin edge around a client area of exactly the form's
 // size. It is created hidden, in its place. It paints the parts that have no windows.
 class FormPeer final : public WindowPeer {
@@ -50,6 +53,10 @@ class FormPeer final : public WindowPeer {
   void Add(TimerPeer& timer) { timers_.push_back(&timer); }
   void Leave(TimerPeer& timer) { std::erase(timers_, &timer); }
 
+  // Focus or shape of the form have changed, so what stands beside it follows as soon as the form
+  // is at rest.
+  void Disturbed() const;
+
   // Moves the focus to the control; while another window is active, as soon as this one is again.
   void FocusOn(ControlPeer& child);
   // The focus came to a control; the form's default button looks like it as long as it is.
@@ -82,7 +89,8 @@ class FormPeer final : public WindowPeer {
   std::unique_ptr<Spoken> Speak() override { return win32::Speak(*this); }
 
  private:
-  static constexpr int kEdge = 1;  // pixels at 96 dpi
+  static constexpr int kEdge = 1;                   // pixels at 96 dpi
+  static constexpr UINT_PTR kSettleTimer = 0x4B53;  // no address of a timer's peer
 
   ControlPeer* Child(HWND window) const;
   ControlPeer* Child(const ui::Control& control) const;
@@ -101,6 +109,9 @@ class FormPeer final : public WindowPeer {
   void Tick(UINT_PTR id);
   void ChangeResolution(int dpi, const RECT& suggested);
   void LayOutAnew();
+  RECT FirstPlace() const;
+  void SettleBeside();
+  void ShowAttached();
   void ChangeLook(UINT message, WPARAM w, LPARAM l);
   LRESULT ToChild(HWND child, UINT message, WPARAM w, LPARAM l);
 

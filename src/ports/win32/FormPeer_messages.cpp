@@ -33,7 +33,15 @@ LRESULT FormPeer::Handle(UINT message, WPARAM w, LPARAM l) {
     case WM_PAINT:
       PaintForm();
       return 0;
+    case WM_MOUSEACTIVATE:
+    case WM_POINTERACTIVATE:
+      if (!form_.Attached) break;
+      return MA_NOACTIVATE;
+    case kSettle:
+      SettleBeside();
+      return 0;
     case WM_ACTIVATE:
+      if (LOWORD(w) == WA_INACTIVE && form_.Beside) form_.Beside->Leave();
       if (LOWORD(w) != WA_INACTIVE && HIWORD(w) == 0) ::SetFocus(FocusWindow());
       return 0;
     case WM_MOUSEWHEEL:
@@ -61,7 +69,7 @@ LRESULT FormPeer::Handle(UINT message, WPARAM w, LPARAM l) {
     case WM_CTLCOLORBTN:
       return ToChild(reinterpret_cast<HWND>(l), message, w, l);
     case WM_TIMER:
-      Tick(w);
+      w == kSettleTimer ? SettleBeside() : Tick(w);
       return 0;
     case WM_CLOSE:
       // An open list would take Esc for itself.
@@ -96,6 +104,7 @@ LRESULT FormPeer::Handle(UINT message, WPARAM w, LPARAM l) {
 }
 
 LRESULT FormPeer::GiveObject(WPARAM w, LPARAM l) {
+  if (form_.Attached) return WindowPeer::GiveObject(w, l);
   const LRESULT element = provider_.Answer(Window(), w, l);
   return element != 0 ? element : WindowPeer::GiveObject(w, l);
 }
@@ -152,6 +161,7 @@ void FormPeer::LayOutAnew() {
   for (DrawnPeer* const part : parts_)
     part->Rescale();
   form_.ScreenChanged();
+  Disturbed();
   const RECT wanted = MovedInside(screen.WorkArea, place_);
   if (EqualRect(&wanted, &place_)) return;
   AdoptPosition(wanted);

@@ -1,5 +1,6 @@
 #include "ports/win32/PeerFactory.h"
 
+#include "ports/win32/BoardKeyPeer.h"
 #include "ports/win32/ComboPeer.h"
 #include "ports/win32/EditPeers.h"
 #include "ports/win32/KeyPeer.h"
@@ -23,6 +24,8 @@ std::unique_ptr<ui::Peer> MakePeer(Toolkit& toolkit, FormPeer& form, ui::Compone
       return std::make_unique<IndexPeer>(toolkit, form, static_cast<ui::KRXIndex&>(component));
     case ui::Kind::Key:
       return std::make_unique<KeyPeer>(toolkit, form, static_cast<ui::KRXKey&>(component));
+    case ui::Kind::BoardKey:
+      return std::make_unique<BoardKeyPeer>(toolkit, form, static_cast<ui::BoardKey&>(component));
     case ui::Kind::Label:
       return std::make_unique<LabelPeer>(toolkit, form, static_cast<ui::Label&>(component));
     case ui::Kind::TextBox:

@@ -3,11 +3,12 @@
 #include <vector>
 
 #include "ports/win32/KeyFilter.h"
-#include "ui/Keyboard.h"
 
 namespace krx::win32 {
 
 namespace {
+
+constexpr ULONG_PTR kOperatorsKeys = 0;  // no mark: the operator pressed them himself
 
 struct Modifier {
   int Shift;
@@ -18,6 +19,8 @@ constexpr Modifier kModifiers[] = {
 
 class Keyboard {
  public:
+  explicit Keyboard(ULONG_PTR mark) : mark_(mark) {}
+
   // Modifiers that the operator still holds (Alt of an access key) would change what arrives.
   void ReleaseModifiers() {
     for (const Modifier& modifier : kModifiers) {
@@ -38,6 +41,14 @@ class Keyboard {
     }
   }
 
+  // A character that no plain key of this keyboard gives.
+  void Type(const ui::Keystroke& stroke) {
+    Hold(stroke.Shift, 0);
+    Add(0, stroke.Character, KEYEVENTF_UNICODE);
+    Add(0, stroke.Character, KEYEVENTF_UNICODE | KEYEVENTF_KEYUP);
+    Hold(stroke.Shift, KEYEVENTF_KEYUP);
+  }
+
   void Send() {
     const auto count = static_cast<UINT>(inputs_.size());
     if (count != 0 && SendInput(count, inputs_.data(), sizeof(INPUT)) != count)
@@ -50,14 +61,6 @@ class Keyboard {
     Add(key, 0, 0);
     Add(key, 0, KEYEVENTF_KEYUP);
     Hold(shift, KEYEVENTF_KEYUP);
-  }
-
-  // A character that no plain key of this keyboard gives.
-  void Type(const ui::Keystroke& stroke) {
-    Hold(stroke.Shift, 0);
-    Add(0, stroke.Character, KEYEVENTF_UNICODE);
-    Add(0, stroke.Character, KEYEVENTF_UNICODE | KEYEVENTF_KEYUP);
-    Hold(stroke.Shift, KEYEVENTF_KEYUP);
   }
 
   void Hold(int shift, DWORD flags) {
@@ -74,20 +77,32 @@ class Keyboard {
     input.ki.wScan = key != 0 ? static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC))
                               : static_cast<WORD>(character);
     input.ki.dwFlags = flags | (extended ? KEYEVENTF_EXTENDEDKEY : 0u);
-    input.ki.dwExtraInfo = kOwnKeys;
+    input.ki.dwExtraInfo = mark_;
     inputs_.push_back(input);
   }
 
+  const ULONG_PTR mark_;
   std::vector<INPUT> inputs_;
 };
 
 }  // namespace
 
 void SendKeys(StringView notation) {
-  Keyboard keyboard;
+  Keyboard keyboard(kOwnKeys);
   keyboard.ReleaseModifiers();
   for (const ui::Keystroke& stroke : ui::ParseKeystrokes(notation))
     keyboard.Press(stroke);
+  keyboard.Send();
+}
+
+void PressKey(const ui::Keystroke& stroke) {
+  Keyboard keyboard(kOperatorsKeys);
+  keyboard.ReleaseModifiers();
+  if (stroke.Code != 0) {
+    keyboard.Press(stroke);
+  } else {
+    keyboard.Type(stroke);
+  }
   keyboard.Send();
 }
 

@@ -2,6 +2,7 @@
 
 #include "ports/win32/SpokenForm.h"
 #include "ports/win32/SpokenList.h"
+#include "ui/BoardKey.h"
 #include "ui/ComboBox.h"
 #include "ui/EditBoxes.h"
 #include "ui/KRXKey.h"
@@ -41,6 +42,26 @@ class SpokenKey final : public SpokenControl {
   bool Act(int) override {
     return IsWindowEnabled(Window()) && PostMessageW(Window(), BM_CLICK, 0, 0);
   }
+};
+
+// Pressing it by an assistive program types, as pressing it does.
+class SpokenBoardKey final : public SpokenControl {
+ public:
+  SpokenBoardKey(HWND window, ui::BoardKey& key) : SpokenControl(window, key), key_(key) {}
+
+  long Role(int) const override { return ROLE_SYSTEM_PUSHBUTTON; }
+  long State(int part) const override {
+    return SpokenControl::State(part) | (key_.Latched() ? STATE_SYSTEM_PRESSED : 0);
+  }
+  bool TakesFocus() const override { return false; }
+  String Action(int) const override { return kPress; }
+  bool Act(int) override {
+    return PostMessageW(Window(), WM_LBUTTONDOWN, MK_LBUTTON, 0) &&
+           PostMessageW(Window(), WM_LBUTTONUP, 0, 0);
+  }
+
+ private:
+  ui::BoardKey& key_;
 };
 
 class SpokenEdit final : public SpokenControl {
@@ -108,6 +129,8 @@ std::unique_ptr<Spoken> Speak(HWND window, ui::Control& control) {
   switch (control.Kind()) {
     case ui::Kind::Key:
       return std::make_unique<SpokenKey>(window, control);
+    case ui::Kind::BoardKey:
+      return std::make_unique<SpokenBoardKey>(window, static_cast<ui::BoardKey&>(control));
     case ui::Kind::TextBox:
     case ui::Kind::PasswordBox:
       return std::make_unique<SpokenEdit>(window, static_cast<ui::EditBox&>(control));

@@ -40,6 +40,8 @@ bool IsForm(HWND window) {
 
 BOOL CALLBACK FindFormInUse(HWND window, LPARAM data) {
   if (!IsWindowVisible(window) || !IsWindowEnabled(window) || !IsForm(window)) return TRUE;
+  // A form that stands beside another one is never the one in use.
+  if ((GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_NOACTIVATE) != 0) return TRUE;
   *reinterpret_cast<HWND*>(data) = window;
   return FALSE;
 }

@@ -3,6 +3,7 @@
 #include <array>
 #include <exception>
 
+#include "ports/win32/Layouts.h"
 #include "ports/win32/ModalLoop.h"
 #include "ports/win32/PeerFactory.h"
 #include "ports/win32/SendKeys.h"
@@ -175,6 +176,14 @@ ui::Color Win32Platform::ResolveColor(ui::Color color) {
 
 void Win32Platform::SendKeys(StringView keys) {
   win32::SendKeys(keys);
+}
+
+void Win32Platform::PressKey(const ui::Keystroke& stroke) {
+  win32::PressKey(stroke);
+}
+
+std::string Win32Platform::KeyboardLayout(StringView name) {
+  return ReadLayout(name);
 }
 
 int Win32Platform::ShowMessageBox(StringView text, int style, StringView title) {

@@ -32,6 +32,8 @@ class Win32Platform : public ui::Platform {
   void SetPointer(ui::Pointer pointer) override;
   ui::Color ResolveColor(ui::Color color) override;
   void SendKeys(StringView keys) override;
+  void PressKey(const ui::Keystroke& stroke) override;
+  std::string KeyboardLayout(StringView name) override;
   int ShowMessageBox(StringView text, int style, StringView title) override;
 
  private:

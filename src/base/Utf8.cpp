@@ -1,6 +1,6 @@
-#include "runtime/core/Utf8.h"
+#include "base/Utf8.h"
 
-namespace krx::runtime {
+namespace krx {
 namespace {
 
 // What the first byte of a sequence says: how many bytes follow, the bits it brings itself and the
@@ -53,4 +53,4 @@ std::optional<String> FromUtf8(std::string_view bytes) {
   return text;
 }
 
-}  // namespace krx::runtime
+}  // namespace krx
