@@ -25,21 +25,17 @@ std::vector<Window> KeysOf(const Window& board) {
 
 Board::Board() : window_(WaitForForm(kBoard)) {}
 
-bool Board::HasKey(const std::wstring& caption) const {
-  const std::vector<Window> keys = KeysOf(window_);
-  return std::any_of(keys.begin(), keys.end(),
-                     [&](const Window& key) { return key.Text() == caption; });
+std::optional<Window> Board::Find(const std::wstring& caption) const {
+  for (const Window& key : window_.Descendants())
+    if (key.Text() == caption && key.Visible()) return key;
+  return std::nullopt;
 }
 
 Window Board::Key(const std::wstring& caption) const {
-  Window found(nullptr);
-  const auto there = [&] {
-    for (const Window& key : KeysOf(window_))
-      if (key.Text() == caption) found = key;
-    return found.Handle() != nullptr;
-  };
-  if (!Within(kPatience, there)) throw std::runtime_error("no key " + krx::drive::Narrow(caption));
-  return found;
+  std::optional<Window> found;
+  if (!Within(kPatience, [&] { return (found = Find(caption)).has_value(); }))
+    throw std::runtime_error("no key " + krx::drive::Narrow(caption));
+  return *found;
 }
 
 std::wstring Board::Captions() const {
@@ -64,6 +60,7 @@ void Board::Change(const Window& key) const {
 // The page key is the first one of the last row, where Shift stands one row above it.
 Window Board::PageKey() const {
   const std::vector<Window> keys = KeysOf(window_);
+  if (keys.empty()) throw std::runtime_error("the keyboard has gone");
   return *std::max_element(keys.begin(), keys.end(), [](const Window& a, const Window& b) {
     const RECT one = a.Bounds();
     const RECT other = b.Bounds();
@@ -71,22 +68,18 @@ Window Board::PageKey() const {
   });
 }
 
-Window Board::ShiftKey() const {
-  for (const wchar_t* const name : {L"Umschalttaste", L"Shift"})
-    if (HasKey(name)) return Key(name);
-  return Window(nullptr);
+std::optional<Window> Board::ShiftKey() const {
+  const auto german = Find(L"Umschalttaste");
+  return german ? german : Find(L"Shift");
 }
 
 void Board::TypeOne(const std::wstring& character) const {
   for (int page = 0; page < kPages; ++page) {
-    if (HasKey(character)) return Press(character);
-    if (const Window shift = ShiftKey(); shift.Handle()) {
-      Change(shift);
-      if (HasKey(character)) {
-        Change(Key(character));  // which lets Shift go
-        return;
-      }
-      Change(shift);
+    if (const auto key = Find(character)) return key->Click();
+    if (const auto shift = ShiftKey()) {
+      Change(*shift);
+      if (const auto key = Find(character)) return Change(*key);  // which lets Shift go
+      Change(*shift);
     }
     Change(PageKey());
   }
@@ -96,11 +89,11 @@ void Board::TypeOne(const std::wstring& character) const {
 void Board::Type(const std::wstring& text) const {
   for (const wchar_t character : text) {
     if (character == L' ') {
-      Press(HasKey(L"Leertaste") ? L"Leertaste" : L"Space");
+      Press(Find(L"Leertaste") ? L"Leertaste" : L"Space");
     } else {
       TypeOne(std::wstring(1, character));
     }
-    while (!HasKey(L"a"))
+    while (!Find(L"a"))
       Change(PageKey());
   }
 }

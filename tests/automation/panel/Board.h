@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "driver/Window.h"
@@ -19,7 +20,7 @@ class Board {
   // Looks for each character on all pages, with Shift and without, and goes back to the first page.
   void Type(const std::wstring& text) const;
   void WaitUntilHidden() const;
-  bool HasKey(const std::wstring& caption) const;
+  std::optional<Window> Find(const std::wstring& caption) const;
 
  private:
   std::wstring Captions() const;
@@ -27,7 +28,7 @@ class Board {
   void Change(const Window& key) const;
   void TypeOne(const std::wstring& character) const;
   Window PageKey() const;
-  Window ShiftKey() const;
+  std::optional<Window> ShiftKey() const;
 
   Window window_;
 };
