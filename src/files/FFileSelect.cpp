@@ -33,6 +33,7 @@ FFileSelect::FFileSelect(service::Apartment& apartment)
   filSelect.SelectionChanged = [this] { FileClick(); };
   filSelect.RowClick = [this](int) { FileClick(); };
   filSelect.RowDoubleClick = [this](int) { ChooseFile(); };
+  txtFileName.LeftToRight = true;
   OnEnter(txtFileName, [this] { PressOK(); });
   OnEnter(filSelect, [this] { ChooseFile(); });
 }

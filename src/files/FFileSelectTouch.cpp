@@ -35,6 +35,7 @@ FFileSelectTouch::FFileSelectTouch(service::Apartment& apartment)
   OrderTabs(std::array<ui::Control*, 9>{&lblPathName, &txtPath, &txtFullPath, &lblDrivers,
                                         &cboDrivers, &grdFolders, &lblExtention, &cboExtention,
                                         &grdFiles});
+  txtFullPath.LeftToRight = true;
   txtFullPath.Visible = false;
   idxFileListBox.Visible = false;
   cboExtention.SelectionChanged = [this] { ReadExtention(cboExtention.Text()); };

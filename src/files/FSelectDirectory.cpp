@@ -18,6 +18,7 @@ FSelectDirectory::FSelectDirectory(service::Apartment& apartment)
   lbl[2].Tag = u"Directories";
   OrderTabs(std::array<ui::Control*, 6>{&lbl[0], &txtDirectory, &lbl[1], &drvSelect, &lbl[2],
                                         &dirSelect});
+  txtDirectory.LeftToRight = true;
   OnEnter(txtDirectory, [this] { PressOK(); });
   FocusControl = &dirSelect;
 }

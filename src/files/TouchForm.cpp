@@ -33,6 +33,7 @@ TouchForm::TouchForm(service::Apartment& apartment, String name, String drives, 
       path_(*this, std::move(path)),
       tmrMarkers_(*this, u"tmrMarkers") {
   grdFolders.Columns = {{.Title = {}, .Width = 0}, {.Title = {}, .Width = 0}};
+  path_.LeftToRight = true;
   tmrMarkers_.Interval = kMarkerInterval;
   tmrMarkers_.Tick = [this] { TakeMarkers(folders::kNoPatience); };
   Appear = [this] {

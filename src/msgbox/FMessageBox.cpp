@@ -122,7 +122,7 @@ void FMessageBox::SetTextsEx(const String& sButton1, const String& sButton2, con
     keyButton[i].Tag = ToString(service::kFirstFreeButton + static_cast<std::int32_t>(i));
   }
   if (lAutoActivation > 0) {
-    seconds_left_ = lAutoActivation;
+    seconds_left_ = seconds_at_first_ = lAutoActivation;
     tmrAutoActivation.Enabled = true;
   }
 }
@@ -171,6 +171,7 @@ void FMessageBox::SetDefault(std::int32_t style) {
                                       [](const ui::KRXKey& k) { return k.Visible(); });
   // A box that nobody can answer is shown all the same; without a code its result is 0.
   Result = answerable || !key.Tag.empty() ? ToLong(key.Tag) : 0;
+  if (Panel.ShowCountdown && tmrAutoActivation.Enabled() && key.Visible()) BeginSeconds(key);
 }
 
 ui::KRXKey& FMessageBox::DefaultKey(std::int32_t style) {
@@ -227,6 +228,8 @@ void FMessageBox::SizeMessage(Twips below) {
 
 // Returns the height of the row, 0 for none.
 Twips FMessageBox::SizeButtons() {
+  // Wide enough for every second to come, so that no button ever moves.
+  if (counting_) ShowSeconds(String(ToString(seconds_at_first_).size(), u'0'));
   Twips height = 0;
   for (ui::KRXKey* const key : Row()) {
     if (!key->Visible()) continue;
@@ -234,6 +237,7 @@ Twips FMessageBox::SizeButtons() {
     height = MaxValue({height, needed});
     key->Width = MaxValue({MeasureTextWidth(*key) + service::kButtonPadding, kNarrowestButton});
   }
+  if (counting_) ShowSeconds(ToString(seconds_left_));
   for (ui::KRXKey* const key : Row())
     key->Height = height;
   return height;
@@ -249,12 +253,6 @@ Twips FMessageBox::PlaceButtons(Twips top) {
 
 void FMessageBox::Answer(const ui::KRXKey& key) {
   Result = ToLong(key.Tag);
-  Unload();
-}
-
-void FMessageBox::CountDown() {
-  if (--seconds_left_ > 0) return;
-  tmrAutoActivation.Enabled = false;
   Unload();
 }
 

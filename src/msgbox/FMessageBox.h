@@ -38,11 +38,16 @@ class FMessageBox : public service::DialogForm {
   void CalcPositions() override;
 
   String Announcement() const override { return idxMessage.WholeText(); }
+  // Caption, text and buttons between lines of dashes, as the platform's own box copies them.
+  String CopiedText() const override;
 
   // Result code of the button that closed the box; before any click the default button's.
   std::int32_t Result = 0;
 
  private:
+  std::array<const ui::KRXKey*, 4> Row() const {
+    return {&keyButton[0], &keyButton[1], &keyButton[2], &keyHelp};
+  }
   std::array<ui::KRXKey*, 4> Row() {
     return {&keyButton[0], &keyButton[1], &keyButton[2], &keyHelp};
   }
@@ -55,7 +60,13 @@ class FMessageBox : public service::DialogForm {
   void Answer(const ui::KRXKey& key);
   void CountDown();
 
+  void BeginSeconds(ui::KRXKey& key);
+  void ShowSeconds(StringView seconds);
+
   std::int32_t seconds_left_ = 0;
+  std::int32_t seconds_at_first_ = 0;
+  ui::KRXKey* counting_ = nullptr;  // shows the seconds behind its caption
+  String counted_caption_;
 };
 
 }  // namespace krx::msgbox

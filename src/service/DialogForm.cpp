@@ -35,6 +35,11 @@ DialogForm::DialogForm(Apartment& apartment, String name, std::int32_t text_grou
   Skip([this] { Panel = apartment_.Runtime.ReadPanelSettings(); });
   if (Panel.Keyboard != KeyboardUse::Never) PutKeyboardBeside();
   ScreenChanged = [this] { CalcPositions(); };
+  AsksRightToLeft = [this] { return AsciiUpper(OptionalText(u"TextDirection")) == u"RTL"; };
+  CapsLockWords = [this, known = std::optional<String>()]() mutable {
+    if (!known) known = OptionalText(u"CapsLockOn");
+    return *known;
+  };
   FontClassResolver = [this](StringView font_class) { return ClassFont(font_class); };
   UnloadStep = [this] {
     texts_.reset();
@@ -62,6 +67,12 @@ void DialogForm::PutKeyboardBeside() {
 
 String DialogForm::Text(StringView key) {
   return Texts().GetText(key, text_group_);
+}
+
+String DialogForm::OptionalText(StringView key) {
+  String text(key);
+  Skip([&] { text = Texts().GetText(key, host::kDialogTexts); });
+  return text == key ? String() : text;
 }
 
 String DialogForm::Resolved(const String& text) {

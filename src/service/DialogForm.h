@@ -86,6 +86,8 @@ class DialogForm : public ui::Form {
 
  private:
   void PutKeyboardBeside();
+  // A text that a runtime need not have: empty where it knows nothing but the key.
+  String OptionalText(StringView key);
   void SizeCloseKey();
   void CaptionMouseMove(int button, Twips x, Twips y);
   void PaintStep();

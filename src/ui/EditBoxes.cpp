@@ -37,7 +37,9 @@ void TextBox::Edited(String text) {
 }
 
 PasswordBox::PasswordBox(Form& parent, String name)
-    : EditBox(parent, std::move(name), Kind::PasswordBox) {}
+    : EditBox(parent, std::move(name), Kind::PasswordBox) {
+  LeftToRight = true;
+}
 
 void PasswordBox::Edited(std::size_t start, std::size_t length, StringView replacement) {
   Edited(Text().With(start, length, replacement));

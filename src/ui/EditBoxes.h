@@ -12,6 +12,10 @@ class EditBox : public Control {
   Property<int> SelStart{*this, Aspect::Selection, 0};
   Property<int> SelLength{*this, Aspect::Selection, 0};
 
+  // Whether what is entered is written from left to right in every language, as paths, numbers and
+  // passwords are.
+  bool LeftToRight = false;
+
   Event<> Change;
 
   bool TakesText() const override { return true; }

@@ -48,6 +48,8 @@ void Form::ShowModal() {
   if (showing_) throw RuntimeError(400, u"Form already displayed; can't show modally");
   Load();
   if (!loaded_) return;  // its own load step has unloaded it
+  if (!right_to_left_) right_to_left_ = AsksRightToLeft && AsksRightToLeft();
+  came_up_.reset();
   showing_ = visible_ = true;
   const Turn turn(*this);
   try {
@@ -96,6 +98,17 @@ void Form::UnloadAfterFailure() {
     // The failure that ended the showing is the one to report.
   }
   DropPeers();
+}
+
+void Form::CameUp() {
+  if (Panel.FirstAnswerDelay > 0) came_up_ = platform_.Ticks();
+}
+
+// A form that is not on the screen yet has seen no operator.
+bool Form::TakesAnswers() const {
+  if (Panel.FirstAnswerDelay <= 0 || !showing_) return true;
+  constexpr double kSecond = 1000;
+  return came_up_ && platform_.Ticks() - *came_up_ >= Panel.FirstAnswerDelay * kSecond;
 }
 
 void Form::Move(Twips left, Twips top) {

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "base/Font.h"
@@ -40,6 +41,8 @@ class Form : public PropertyOwner {
   Property<String> Caption{*this, Aspect::Caption};
   // What is announced when the form opens, besides its caption; empty where that says all.
   virtual String Announcement() const { return {}; }
+  // What Ctrl+C copies where the form as a whole has something to say; empty for nothing.
+  virtual String CopiedText() const { return {}; }
   // The plant's choice of look, keyboard on the screen and answers; read by the port when the form
   // is shown.
   PanelSettings Panel;
@@ -74,6 +77,11 @@ class Form : public PropertyOwner {
   bool Loaded() const { return loaded_; }
   bool Visible() const { return visible_; }
 
+  // The port has put the form on the screen; from here Panel.FirstAnswerDelay counts.
+  void CameUp();
+  // Whether what the operator presses counts as an answer. What a dialog does by itself is none.
+  bool TakesAnswers() const;
+
   void Move(Twips left, Twips top);
 
   const std::vector<Component*>& Components() const { return components_; }
@@ -90,6 +98,14 @@ class Form : public PropertyOwner {
   // The font of a font class of the runtime; without a resolver the default font.
   krx::Font FontOfClass(StringView name) const;
   std::function<krx::Font(StringView)> FontClassResolver;
+
+  // Whether the language is written from right to left: then the port mirrors the form as a whole.
+  // Positions stay as they are worked out, from the left. It is asked before the form is shown for
+  // the first time.
+  std::function<bool()> AsksRightToLeft;
+  bool RightToLeft() const { return right_to_left_.value_or(false); }
+  // The words for Caps Lock, asked for when they are needed; without them nothing is told.
+  std::function<String()> CapsLockWords;
 
   void Changed(Aspect aspect) override;
 
@@ -117,6 +133,8 @@ class Form : public PropertyOwner {
   bool loaded_ = false;
   bool visible_ = false;
   bool showing_ = false;  // the modal call is still on the stack
+  std::optional<bool> right_to_left_;
+  std::optional<double> came_up_;  // in ticks of the platform
 };
 
 }  // namespace krx::ui

@@ -19,6 +19,8 @@ class KRXKey : public FontClassControl {
   Property<CrossPicture> Picture{*this, Aspect::Picture};
 
   Event<> Click;
+  // The operator's press, by whatever means: a click, once his form takes answers.
+  void Press();
 
   String DisplayedText() const override { return NormalizeLineBreaks(WithoutAccessKey(Caption())); }
   char16_t AccessKey() const override { return AccessKeyOf(Caption()); }

@@ -59,16 +59,33 @@ bool ScrollText(const Form& form, int key) {
 
 bool Press(KRXKey* key) {
   if (!key || !key->Visible() || !key->Enabled()) return false;
-  key->Click();
+  key->Press();
   return true;
+}
+
+bool Copy(Form& form, int key, int shift) {
+  if (shift != kControl || (key != u'C' && key != kKeyInsert)) return false;
+  const String text = form.CopiedText();
+  if (text.empty()) return false;
+  form.ThePlatform().CopyText(text);
+  return true;
+}
+
+// Buttons in a row are walked through as they are seen.
+int StepTo(const Form& form, int key) {
+  const bool on = key == kKeyDown || key == (form.RightToLeft() ? kKeyLeft : kKeyRight);
+  return on ? 1 : -1;
 }
 
 }  // namespace
 
 bool DispatchKey(Form& form, int key, int shift) {
+  if (Copy(form, key, shift)) return true;
   if ((shift & (kControl | kAlt)) != 0) return false;
   if (form.ActiveControl() && form.ActiveControl()->UsesKey(key)) return false;
   if (ScrollText(form, key)) return true;
+  // Handlers answer by Enter, too, in the last field above all.
+  if (key == kKeyEnter && !form.TakesAnswers()) return true;
   switch (key) {
     case kKeyTab:
       return FocusNext(form, (shift & kShift) != 0 ? -1 : 1);
@@ -78,13 +95,24 @@ bool DispatchKey(Form& form, int key, int shift) {
       return Press(AsKey(form.ActiveControl()));
     case kKeyLeft:
     case kKeyUp:
-      return WalkButtons(form, -1);
     case kKeyRight:
     case kKeyDown:
-      return WalkButtons(form, 1);
+      return WalkButtons(form, StepTo(form, key));
     default:
       return false;
   }
+}
+
+int KeyInDirection(const Control& focused, int key) {
+  const bool turned = focused.Kind() == Kind::RowList && focused.Parent().RightToLeft();
+  if (!turned || (key != kKeyLeft && key != kKeyRight)) return key;
+  return key == kKeyLeft ? kKeyRight : kKeyLeft;
+}
+
+String CapsLockHint(const Control& focused, bool caps_lock) {
+  const Form& form = focused.Parent();
+  const bool hides = focused.Kind() == Kind::PasswordBox && focused.Enabled();
+  return hides && caps_lock && form.CapsLockWords ? form.CapsLockWords() : String();
 }
 
 bool DispatchAccessKey(Form& form, char16_t character, bool alt) {
@@ -101,7 +129,7 @@ bool DispatchAccessKey(Form& form, char16_t character, bool alt) {
     key->SetFocus();
     // Where the mark is ambiguous the operator chooses by walking to the button.
     const bool only = NextInTabOrder(form, found, 1, marked) == found;
-    if (only) key->Click();
+    if (only) key->Press();
     return true;
   }
   // A display field, which Tab passes over, is reached by its label all the same.

@@ -6,6 +6,7 @@
 
 namespace krx::ui {
 
+class Control;
 class Form;
 
 // Key codes that the forms know by name; letters and digits are their upper-case characters.
@@ -37,13 +38,22 @@ inline constexpr int kAlt = 4;
 
 // Tab and Shift+Tab walk the tab order, Esc presses the form's cancel key, Enter presses the
 // focused button, arrows walk from button to button, and a text that can be scrolled follows the
-// page keys, Home and End, and the arrows while it has the focus.
+// page keys, Home and End, and the arrows while it has the focus. Ctrl+C copies what the form as a
+// whole has to say. Enter does nothing as long as the form takes no answers.
 bool DispatchKey(Form& form, int key, int shift);
 
 // An access key: presses the button or leads to the field that it marks; where several controls
 // share it, the focus walks through them. Without Alt it counts only while the focused control
 // takes no text.
 bool DispatchAccessKey(Form& form, char16_t character, bool alt);
+
+// The key as the control's handlers understand it: in the lists of a mirrored form, whose folders
+// open to the left, the arrows to the sides change places.
+int KeyInDirection(const Control& focused, int key);
+
+// What the operator is told while the control has the focus: the form's words for Caps Lock in a
+// password field as long as it is on, else nothing.
+String CapsLockHint(const Control& focused, bool caps_lock);
 
 // A keystroke to be sent: a character to be typed, or a named key (Code not 0).
 struct Keystroke {

@@ -56,6 +56,8 @@ class Platform {
   // Handles the events that are pending now, paints included, and returns whatever comes meanwhile.
   // The operator's input waits until the handler that called has returned.
   virtual void ProcessEvents() = 0;
+  // Milliseconds of a clock that does not go back; for gestures and delays.
+  virtual double Ticks() = 0;
 
   // A stock icon of the system by its identifier.
   virtual StockIcon LoadStockIcon(int id) = 0;
@@ -69,6 +71,9 @@ class Platform {
   // Text of a keyboard layout by its name, in UTF-8: one that the plant has added, or else one that
   // the dialogs bring along. Empty: there is none of this name.
   virtual std::string KeyboardLayout(StringView name) = 0;
+  // Puts a text on the clipboard as it is; where another program keeps that to itself, nothing
+  // happens.
+  virtual void CopyText(StringView text) = 0;
   // The platform's own message box with the standard style and result values.
   virtual int ShowMessageBox(StringView text, int style, StringView title) = 0;
 

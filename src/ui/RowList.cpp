@@ -145,7 +145,7 @@ void RowList::OperatorClicked(int row) {
 }
 
 void RowList::OperatorDoubleClicked(int row) {
-  if (row >= 0 && row < RowCount()) RowDoubleClick(row);
+  if (row >= 0 && row < RowCount() && Parent().TakesAnswers()) RowDoubleClick(row);
 }
 
 void RowList::RowsChanged() {

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "Disk.h"
 #include "base/String.h"
@@ -9,6 +10,18 @@
 #include "ui/Platform.h"
 
 namespace krx::test {
+
+// A recorded touch of a list: each act so many milliseconds after the one before, at a height in
+// rows from the first one in sight.
+struct TouchAct {
+  enum class What { Down, Move, Up, Cancel };
+  What Act;
+  double After = 0;
+  double Rows = 0;
+};
+using Touching = std::vector<TouchAct>;
+// As the system tells of it: by messages of a pointer, or, on some panels, by those of the mouse.
+enum class ToldAs { Pointer, Mouse };
 
 class Hand;
 using HandScript = std::function<void(Hand&)>;
@@ -27,6 +40,9 @@ class Hand {
   virtual void DoubleClickRow(StringView list, int row) = 0;
   // Presses on a row and lets go outside the list.
   virtual void PressRowAndLeave(StringView list, int row) = 0;
+  // Plays a touch by its own clock, which stands still between such acts.
+  virtual void Touch(StringView list, ToldAs told, const Touching& acts) = 0;
+  virtual void PassTime(double milliseconds) = 0;
   // Clicks a button whose handler shows another form, in which the script works until it is gone.
   virtual void Open(StringView key, StringView form, const HandScript& script) = 0;
   virtual void AwaitFocus(StringView control) = 0;

@@ -1,4 +1,9 @@
+#include <windows.h>
+
+#include <commctrl.h>  // builds on the one above
+
 #include <algorithm>
+#include <atomic>
 
 #include "Person.h"
 #include "RealDisk.h"
@@ -15,10 +20,84 @@ WORD KeyOf(char16_t letter) {
   return static_cast<WORD>(letter >= u'a' && letter <= u'z' ? letter - u'a' + u'A' : letter);
 }
 
+// Its clock stands still once a touch is played, and moves as the touch says.
+class TimedPlatform : public win32::Win32Platform {
+ public:
+  double Ticks() override {
+    const double played = played_;
+    return played > 0 ? played : Win32Platform::Ticks();
+  }
+  void Pass(double milliseconds) { played_ = Ticks() + milliseconds; }
+
+ private:
+  std::atomic<double> played_{0};
+};
+
+// Plays a touch on a list by messages, as the system sends them.
+class PlayedFinger {
+ public:
+  PlayedFinger(const drive::List& list, ToldAs told) : list_(list), told_(told) {
+    first_ = list.RowBounds(static_cast<int>(SendMessageW(Window(), LVM_GETTOPINDEX, 0, 0)));
+  }
+
+  void Act(const TouchAct& act) const {
+    const POINT at{(first_.left + first_.right) / 2,
+                   first_.top + static_cast<LONG>(act.Rows * (first_.bottom - first_.top))};
+    if (told_ == ToldAs::Pointer) {
+      Point(act.Act, at);
+    } else {
+      Click(act.Act, at);
+    }
+  }
+
+ private:
+  HWND Window() const { return list_.TheWindow().Handle(); }
+
+  void Point(TouchAct::What what, POINT at) const {
+    constexpr WORD kKnown = POINTER_MESSAGE_FLAG_PRIMARY | POINTER_MESSAGE_FLAG_INRANGE;
+    constexpr WORD kTouching =
+        kKnown | POINTER_MESSAGE_FLAG_INCONTACT | POINTER_MESSAGE_FLAG_FIRSTBUTTON;
+    const auto send = [&](UINT message, WORD flags) {
+      SendMessageW(Window(), message, MAKEWPARAM(1, flags), MAKELPARAM(at.x, at.y));
+    };
+    switch (what) {
+      case TouchAct::What::Down:
+        return send(WM_POINTERDOWN, kTouching | POINTER_MESSAGE_FLAG_NEW);
+      case TouchAct::What::Move:
+        return send(WM_POINTERUPDATE, kTouching);
+      case TouchAct::What::Up:
+        return send(WM_POINTERUP, kKnown);
+      case TouchAct::What::Cancel:
+        return send(WM_POINTERUP, kKnown | POINTER_MESSAGE_FLAG_CANCELED);
+    }
+  }
+
+  void Click(TouchAct::What what, POINT at) const {
+    ScreenToClient(Window(), &at);
+    const auto send = [&](UINT message, WPARAM keys) {
+      SendMessageW(Window(), message, keys, MAKELPARAM(at.x, at.y));
+    };
+    switch (what) {
+      case TouchAct::What::Down:
+        return send(WM_LBUTTONDOWN, MK_LBUTTON);
+      case TouchAct::What::Move:
+        return send(WM_MOUSEMOVE, MK_LBUTTON);
+      case TouchAct::What::Up:
+        return send(WM_LBUTTONUP, 0);
+      case TouchAct::What::Cancel:
+        return send(WM_CANCELMODE, 0);
+    }
+  }
+
+  const drive::List& list_;
+  const ToldAs told_;
+  RECT first_{};
+};
+
 class RealHand final : public Hand {
  public:
-  RealHand(Person& person, StringView form)
-      : person_(person), form_(form), window_(person.AwaitForm(form)) {}
+  RealHand(Person& person, TimedPlatform& platform, StringView form)
+      : person_(person), platform_(platform), form_(form), window_(person.AwaitForm(form)) {}
 
   void Press(int key, int shift) override {
     person_.Press(static_cast<WORD>(key), (shift & ui::kShift) != 0 ? VK_SHIFT : WORD{0});
@@ -38,9 +117,18 @@ class RealHand final : public Hand {
     const RECT form = drive::Window(window_).Bounds();
     person_.DragTo({at.left + 20, (at.top + at.bottom) / 2}, {form.left + 3, form.top + 3});
   }
+  void Touch(StringView list, ToldAs told, const Touching& acts) override {
+    const drive::List rows = ListNamed(list);
+    const PlayedFinger finger(rows, told);
+    for (const TouchAct& act : acts) {
+      PassTime(act.After);
+      finger.Act(act);
+    }
+  }
+  void PassTime(double milliseconds) override { platform_.Pass(milliseconds); }
   void Open(StringView key, StringView form, const HandScript& script) override {
     Click(key);
-    RealHand inside(person_, form);
+    RealHand inside(person_, platform_, form);
     script(inside);
     person_.AwaitForm(form_);
   }
@@ -57,6 +145,7 @@ class RealHand final : public Hand {
   }
 
   Person& person_;
+  TimedPlatform& platform_;
   const String form_;
   const HWND window_;
 };
@@ -67,13 +156,13 @@ class Win32Port final : public Port {
   std::unique_ptr<Disk> MakeDisk() override { return std::make_unique<RealDisk>(); }
   void Show(ui::Form& form, const HandScript& script) override {
     ShowWith(form, [&](Person& person) {
-      RealHand hand(person, form.Name());
+      RealHand hand(person, platform_, form.Name());
       script(hand);
     });
   }
 
  private:
-  win32::Win32Platform platform_;
+  TimedPlatform platform_;
 };
 
 }  // namespace

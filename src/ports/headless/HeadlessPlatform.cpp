@@ -131,6 +131,7 @@ void HeadlessPlatform::RunModal(ui::Form& form) {
   if (ui::Control* const first = form.FirstFocus()) first->SetFocus();
   if (!form.Visible()) return;  // closed by the handler of its first focus
   form.Paint();
+  form.CameUp();
   if (form.Visible() && form.Beside) form.Beside->Settle();
   Operator person(*this, form);
   (*script)(person);

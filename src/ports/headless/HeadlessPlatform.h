@@ -54,6 +54,7 @@ class HeadlessPlatform : public ui::Platform {
   int BoxAnswer = 1;
   std::vector<Box> Boxes;
   std::vector<String> SentKeys;
+  String Clipboard;
   std::vector<ui::Pointer> Pointers;
   int EventsProcessed = 0;
   Twips PixelSize = 15;
@@ -78,6 +79,7 @@ class HeadlessPlatform : public ui::Platform {
   void RunModal(ui::Form& form) override;
   folders::FileSystem& Files() override { return Machine; }
   void ProcessEvents() override { ++EventsProcessed; }
+  double Ticks() override { return static_cast<double>(now_.count()); }
   ui::StockIcon LoadStockIcon(int id) override { return {id}; }
   void SetPointer(ui::Pointer pointer) override { Pointers.push_back(pointer); }
   ui::Color ResolveColor(ui::Color color) override;
@@ -85,6 +87,7 @@ class HeadlessPlatform : public ui::Platform {
   // Reaches the focused control of the form in use.
   void PressKey(const ui::Keystroke& stroke) override;
   std::string KeyboardLayout(StringView name) override;
+  void CopyText(StringView text) override { Clipboard = text; }
   int ShowMessageBox(StringView text, int style, StringView title) override;
 
   // Keyboard layouts by their names.

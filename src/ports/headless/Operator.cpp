@@ -40,7 +40,7 @@ ui::Control& Operator::Reachable(StringView name) {
 void Operator::Click(StringView key) {
   auto& button = dynamic_cast<ui::KRXKey&>(Reachable(key));
   if (button.TabStop()) button.SetFocus();
-  button.Click();
+  button.Press();
   Rest();
 }
 
@@ -131,7 +131,7 @@ void Operator::KeyUp(int key, int shift) {
   const bool pressed = key == ui::kKeySpace && std::exchange(space_down_, nullptr) == focused;
   if (!focused) return;
   focused->KeyUp(key, shift);
-  if (pressed && UsableFocus() == focused) static_cast<ui::KRXKey*>(focused)->Click();
+  if (pressed && UsableFocus() == focused) static_cast<ui::KRXKey*>(focused)->Press();
 }
 
 ui::Control* Operator::UsableFocus() const {
@@ -142,6 +142,7 @@ ui::Control* Operator::UsableFocus() const {
 void Operator::PressFocused(int key, int shift) {
   ui::Control* const focused = UsableFocus();
   if (!focused) return;
+  key = ui::KeyInDirection(*focused, key);
   focused->KeyDown(key, shift);
   if (key == ui::kKeySpace && focused->Kind() == ui::Kind::Key) {
     char16_t character = u' ';

@@ -3,6 +3,9 @@
 #include "ports/headless/HeadlessPlatform.h"
 #include "ui/BoardKey.h"
 #include "ui/Controls.h"
+#include "ui/DoubleTouch.h"
+#include "ui/DragScroll.h"
+#include "ui/RowList.h"
 
 namespace krx::headless {
 
@@ -42,7 +45,13 @@ class Operator {
   // it for so long. Fails when there is no such key in sight.
   void Tap(StringView caption, std::chrono::milliseconds time = {});
   ui::BoardKey* BoardKey(StringView caption);  // null when it is not in sight
-  void Wait(std::chrono::milliseconds time) { platform_.Advance(time); }
+  // A finger on a list, at heights in rows from the first one in sight.
+  void TouchDown(StringView list, double rows);
+  void TouchMove(StringView list, double rows);
+  void TouchUp(StringView list, double rows);
+  void TouchCancelled(StringView list);
+  // What glides goes on meanwhile.
+  void Wait(std::chrono::milliseconds time);
   // Another window covered the form and went away.
   void Uncover();
   String Focus() const;  // name of the focused control, empty without one
@@ -68,8 +77,20 @@ class Operator {
   bool HearsOf(char16_t& character);
   void TypeCharacter(char16_t character);
 
+  struct Finger {
+    ui::DragScroll Drag;
+    ui::DoubleTouch Touches;
+    bool Down = false;
+    int Row = ui::RowList::kNoRow;
+    bool Twice = false;
+    double Began = 0;
+    int Rows = 0;  // RowList::Replacements of the touch before
+  };
+  ui::RowList& Touched(StringView list);
+
   HeadlessPlatform& platform_;
   ui::Form& form_;
+  std::map<ui::RowList*, Finger> fingers_;
   const ui::Control* space_down_ = nullptr;  // the button that Space holds down
 };
 

@@ -6,18 +6,18 @@ namespace krx::win32 {
 
 namespace {
 
-constexpr int kCorner = 6;  // pixels at 96 dpi, across a rounded corner
+constexpr int kCorner = 4;  // pixels at 96 dpi, the radius of a rounded corner
 
 // How a key is filled and written on.
 struct Paints {
-  int Face;
-  int Ink;
+  COLORREF Face;
+  COLORREF Ink;
 };
 
-Paints PaintsOf(const ui::BoardKey& key, bool pressed) {
-  if (pressed || key.Latched()) return {COLOR_HIGHLIGHT, COLOR_HIGHLIGHTTEXT};
-  if (!key.Types) return {COLOR_BTNFACE, COLOR_BTNTEXT};
-  return {COLOR_WINDOW, COLOR_WINDOWTEXT};
+Paints PaintsOf(const ui::BoardKey& key, const Theme& theme, bool pressed) {
+  if (pressed || key.Latched()) return {theme->Accent, theme->AccentText};
+  if (!key.Types) return {theme->Key, theme->KeyText};
+  return {theme->Field, theme->FieldText};
 }
 
 }  // namespace
@@ -71,16 +71,13 @@ void BoardKeyPeer::ShowPressed(bool pressed) {
 }
 
 void BoardKeyPeer::Paint(HDC dc, const RECT& area) {
-  const Paints paints = PaintsOf(key_, pressed_ && !key_.Discreet);
-  FillRect(dc, &area, BrushFor(dc, form_.Form().BackColor()));
-  const int corner = form_.Scale().Thickness(kCorner);
-  const HGDIOBJ brush = SelectObject(dc, GetSysColorBrush(paints.Face));
-  const HGDIOBJ pen = SelectObject(dc, GetStockObject(DC_PEN));
-  SetDCPenColor(dc, GetSysColor(COLOR_BTNSHADOW));
-  RoundRect(dc, area.left, area.top, area.right, area.bottom, corner, corner);
-  SelectObject(dc, pen);
-  SelectObject(dc, brush);
-  const COLORREF ink = GetSysColor(paints.Ink);
+  const Theme& theme = form_.Theme();
+  const Paints paints = PaintsOf(key_, theme, pressed_ && !key_.Discreet);
+  const COLORREF ink = paints.Ink;
+  const Scale scale = form_.Scale();
+  toolkit_.Drawing.Box(dc, area,
+                       {theme(form_.Form().BackColor()), theme->Border, paints.Face,
+                        scale.Thickness(1), scale.Thickness(kCorner)});
   if (key_.Sign() != ui::KeySign::None) return DrawKeySign(dc, area, key_.Sign(), ink);
   const HGDIOBJ font = SelectObject(dc, font_->Get());
   SetBkMode(dc, TRANSPARENT);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/Direction.h"
 #include "ui/Platform.h"
 
 namespace krx::win32 {
@@ -161,6 +162,10 @@ void ComboPeer::Draw(const DRAWITEMSTRUCT& item) {
   DrawRow(item);
 }
 
+String ComboPeer::Shown(const String& text) const {
+  return form_.Mirrored() ? ui::InsideRightToLeft(text) : text;
+}
+
 // The field with its arrow, which is as large as the field is high.
 void ComboPeer::PaintCombo(HDC dc) const {
   const Theme& theme = form_.Theme();
@@ -182,7 +187,7 @@ void ComboPeer::PaintCombo(HDC dc) const {
   SetTextColor(dc, ink);
   const int before = SaveDC(dc);
   IntersectClipRect(dc, text.left, text.top, text.right, text.bottom);
-  toolkit_.Texts.Draw(dc, font_, box_.Text(), text, scale.Thickness(kFieldPadding) - ring);
+  toolkit_.Texts.Draw(dc, font_, Shown(box_.Text()), text, scale.Thickness(kFieldPadding) - ring);
   RestoreDC(dc, before);
 }
 
@@ -193,7 +198,7 @@ void ComboPeer::DrawRow(const DRAWITEMSTRUCT& item) const {
   if (index >= box_.Items().size()) return;
   SetBkColor(item.hDC, selected ? theme->Selection : theme->Field);
   SetTextColor(item.hDC, selected ? theme->SelectionText : theme->FieldText);
-  toolkit_.Texts.Draw(item.hDC, font_, box_.Items()[index], item.rcItem,
+  toolkit_.Texts.Draw(item.hDC, font_, Shown(box_.Items()[index]), item.rcItem,
                       form_.Scale().Thickness(kFieldPadding));
   if (!box_.ForFingers() || index + 1 == box_.Items().size()) return;
   RECT line = item.rcItem;

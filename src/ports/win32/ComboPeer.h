@@ -36,6 +36,8 @@ class ComboPeer final : public ControlPeer {
   void ShowSelection() const;
   void Choose();
   void PaintCombo(HDC dc) const;
+  // As it reads in a form of either direction.
+  String Shown(const String& text) const;
   void DrawRow(const DRAWITEMSTRUCT& item) const;
   LRESULT ListColors(HDC dc) const;
 

@@ -1,5 +1,7 @@
 #include "ports/win32/ControlPeer.h"
 
+#include <tpcshrd.h>
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -8,6 +10,16 @@
 #include "ui/Keyboard.h"
 
 namespace krx::win32 {
+
+namespace {
+
+constexpr LRESULT kOnlyPresses = TABLET_DISABLE_PRESSANDHOLD | TABLET_DISABLE_FLICKS;
+
+bool IsField(ui::Kind kind) {
+  return kind == ui::Kind::TextBox || kind == ui::Kind::PasswordBox;
+}
+
+}  // namespace
 
 ControlPeer::ControlPeer(Toolkit& toolkit, FormPeer& form, ui::Control& control)
     : toolkit_(toolkit),
@@ -27,6 +39,7 @@ void ControlPeer::CreateChild(const wchar_t* window_class, DWORD style, DWORD ex
   style |= WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS;
   if (!control_.Enabled()) style |= WS_DISABLED;
   if (control_.TabStop()) style |= WS_TABSTOP;
+  if (form_.Mirrored()) ex_style |= MirrorStyle();
   Create(toolkit_.Controls, {window_class, style, ex_style, Wide(text), place_, form_.Window()},
          control_.Name());
   Created();
@@ -160,9 +173,13 @@ LRESULT ControlPeer::FromParent(UINT message, WPARAM w, LPARAM l) {
       return 0;
     case WM_NOTIFY:
       return 0;
-    case WM_DRAWITEM:
-      Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(l));
+    case WM_DRAWITEM: {
+      const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(l);
+      // The list that drops from a mirrored field is a window without a mirror of its own.
+      const MirroredDrawing mirrored(item.hDC, form_.Mirrored());
+      Draw(item);
       return TRUE;
+    }
     default: {  // asks for the colours
       const HDC dc = reinterpret_cast<HDC>(w);
       const COLORREF back = form_.Theme()(control_.BackColor());
@@ -188,6 +205,9 @@ LRESULT ControlPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       FocusChanged(false);
       return result;
     }
+    case WM_TABLET_QUERYSYSTEMGESTURESTATUS:
+      // A finger that stays on a button or a row for long means nothing else than a short one.
+      return IsField(control_.Kind()) ? Default(message, w, l) : kOnlyPresses;
     default:
       HandleMouse(message, w, l);
       return Default(message, w, l);
@@ -200,6 +220,16 @@ void ControlPeer::TellPress() const {
   if (!beside) return;
   beside->Pressed(control_, EnteredByFinger());
   form_.Disturbed();
+}
+
+std::optional<LRESULT> ControlPeer::HandleTouch(UINT message, WPARAM w, LPARAM l) {
+  const std::optional<Touch> touch = TouchOf(Window(), message, w, l);
+  if (!touch) return {};
+  if (touch->Message == 0) return 0;
+  const bool before = std::exchange(touching_, true);
+  const LRESULT result = Handle(touch->Message, touch->Keys, touch->Point);
+  touching_ = before;
+  return result;
 }
 
 void ControlPeer::HandleMouse(UINT message, WPARAM w, LPARAM l) {
@@ -231,8 +261,14 @@ void ControlPeer::MouseEvent(const ui::Event<int, int, Twips, Twips>& event, int
                     ((w & MK_CONTROL) != 0 ? ui::kControl : 0) |
                     (GetKeyState(VK_MENU) < 0 ? ui::kAlt : 0);
   const Scale scale = form_.Scale();
-  event(button, shift, scale.ToTwips(static_cast<short>(LOWORD(l))),
-        scale.ToTwips(static_cast<short>(HIWORD(l))));
+  int x = static_cast<short>(LOWORD(l));
+  // A mirrored window counts from its right edge, the model from the left one.
+  if (form_.Mirrored() && (MirrorStyle() & WS_EX_LAYOUTRTL) != 0) {
+    RECT area{};
+    GetClientRect(Window(), &area);
+    x = static_cast<int>(area.right) - 1 - x;
+  }
+  event(button, shift, scale.ToTwips(x), scale.ToTwips(static_cast<short>(HIWORD(l))));
 }
 
 }  // namespace krx::win32

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <utility>
 
 #include "ports/win32/FormPeer.h"
+#include "ports/win32/PointerInput.h"
 #include "ui/Control.h"
 
 namespace krx::win32 {
@@ -38,6 +40,8 @@ class ControlPeer : public WindowPeer {
   void Fail(std::exception_ptr error) noexcept override { form_.Fail(std::move(error)); }
   std::unique_ptr<Spoken> Speak() override { return win32::Speak(Window(), control_); }
 
+  // The window's styles on a mirrored form; as a rule it is mirrored, too.
+  virtual DWORD MirrorStyle() const { return WS_EX_LAYOUTRTL; }
   // Text or picture changed.
   virtual void UpdateContent(ui::Aspect aspect) = 0;
   virtual void FocusChanged(bool /*focused*/) {}
@@ -78,6 +82,10 @@ class ControlPeer : public WindowPeer {
   void SetText(const String& text) const;
   // Answers WM_GETTEXT with a text that is not the window's own.
   static LRESULT AnswerText(StringView text, WPARAM capacity, LPARAM buffer);
+  // Handles a touch of a window whose mouse is ours as that of the mouse; none for other messages.
+  std::optional<LRESULT> HandleTouch(UINT message, WPARAM w, LPARAM l);
+  // Whether a finger or a pen is behind the message that is being handled.
+  bool ByFinger() const { return touching_ || FromFinger(); }
   // Raises the control's mouse event that belongs to a message.
   void HandleMouse(UINT message, WPARAM w, LPARAM l);
 
@@ -97,6 +105,7 @@ class ControlPeer : public WindowPeer {
   ui::Control& control_;
   RECT place_{};  // pixels of the form's client area
   bool following_ = false;
+  bool touching_ = false;  // what is handled as the mouse's is a finger's
 };
 
 }  // namespace krx::win32

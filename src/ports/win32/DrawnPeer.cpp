@@ -60,10 +60,12 @@ void DrawnPeer::TakeFont() {
 void DrawnPeer::PaintOn(HDC dc) const {
   if (!control_.Visible() || !RectVisible(dc, &place_)) return;
   const int before = SaveDC(dc);
-  IntersectClipRect(dc, place_.left, place_.top, place_.right, place_.bottom);
+  const MirroredDrawing mirrored(dc, form_.Mirrored());
+  const RECT place = form_.Mirrored() ? form_.Opposite(place_) : place_;
+  IntersectClipRect(dc, place.left, place.top, place.right, place.bottom);
   SelectObject(dc, font_->Get());
   SetBkMode(dc, TRANSPARENT);
-  Paint(dc, place_);
+  Paint(dc, place);
   RestoreDC(dc, before);
 }
 

@@ -16,7 +16,8 @@ EditBoxPeer::EditBoxPeer(Toolkit& toolkit, FormPeer& form, ui::EditBox& box)
     : ControlPeer(toolkit, form, box), box_(box) {}
 
 void EditBoxPeer::CreateEdit(DWORD style, const String& text) {
-  style |= ES_LEFT | ES_AUTOHSCROLL | (box_.Locked() ? ES_READONLY : 0);
+  const bool mirrored = form_.Mirrored() && !box_.LeftToRight;
+  style |= (mirrored ? ES_RIGHT : ES_LEFT) | ES_AUTOHSCROLL | (box_.Locked() ? ES_READONLY : 0);
   CreateChild(L"EDIT", style, 0, text);
   SendMessageW(Window(), EM_SETLIMITTEXT, 0, 0);  // as much as the system allows
   UpdateSelection();
@@ -34,6 +35,10 @@ void EditBoxPeer::GiveFont() const {
   SendMessageW(Window(), EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
   SetWindowPos(Window(), nullptr, 0, 0, 0, 0,
                SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+}
+
+DWORD EditBoxPeer::MirrorStyle() const {
+  return box_.LeftToRight ? 0u : WS_EX_RTLREADING | WS_EX_RIGHT | WS_EX_LEFTSCROLLBAR;
 }
 
 void EditBoxPeer::UpdateContent(ui::Aspect aspect) {

@@ -19,6 +19,7 @@ class EditBoxPeer : public ControlPeer {
   void FocusChanged(bool) override { PaintBorder(); }
   void GiveFont() const override;
   void Notified(WORD code) override;
+  DWORD MirrorStyle() const override;
 
   // Brings the model's text into the window, and the operator's edit into the model.
   virtual void ShowText() = 0;

@@ -6,31 +6,24 @@ namespace {
 
 constexpr UINT kStep = 15;  // milliseconds
 
-double Now() {
-  return static_cast<double>(GetTickCount64());
-}
-
 }  // namespace
 
-void FingerScroll::Begin(HWND window, const ui::DragScroll::List& list, int top, Twips y) {
+void FingerScroll::Begin(HWND window, const ui::DragScroll::List& list, int top, Twips y,
+                         double now) {
   window_ = window;
   KillTimer(window_, kTimer);
-  drag_.Begin(list, top, y, Now());
+  drag_.Begin(list, top, y, now);
 }
 
-int FingerScroll::Move(Twips y) {
-  return drag_.Move(y, Now());
-}
-
-bool FingerScroll::End() {
-  const bool click = drag_.End(Now());
+bool FingerScroll::End(double now) {
+  const bool click = drag_.End(now);
   if (drag_.Gliding()) SetTimer(window_, kTimer, kStep, nullptr);
   return click;
 }
 
-std::optional<int> FingerScroll::Glide() {
+std::optional<int> FingerScroll::Glide(double now) {
   if (!drag_.Gliding()) return {};
-  const int top = drag_.Glide(Now());
+  const int top = drag_.Glide(now);
   if (!drag_.Gliding()) KillTimer(window_, kTimer);
   return top;
 }

@@ -14,14 +14,15 @@ class FingerScroll {
  public:
   static constexpr UINT_PTR kTimer = 0x4B52;  // far from the numbers of the system's list
 
-  // The window is touched, in twips from its upper edge; `top` is the row at the top.
-  void Begin(HWND window, const ui::DragScroll::List& list, int top, Twips y);
+  // The window is touched, in twips from its upper edge; `top` is the row at the top. Times are
+  // ticks of the platform.
+  void Begin(HWND window, const ui::DragScroll::List& list, int top, Twips y, double now);
   // The row that belongs at the top now that the touch has moved.
-  int Move(Twips y);
+  int Move(Twips y, double now) { return drag_.Move(y, now); }
   // The touch is over; true when it was a click.
-  bool End();
+  bool End(double now);
   // What the window's timer does: the row that belongs at the top, none when nothing glides.
-  std::optional<int> Glide();
+  std::optional<int> Glide(double now);
 
   // The touch ends without a click.
   void LetGo();

@@ -102,6 +102,7 @@ void FormPeer::UpdateBounds() {
   place_ = wanted;
   SetWindowPos(Window(), nullptr, wanted.left, wanted.top, size.cx, size.cy,
                SWP_NOZORDER | SWP_NOACTIVATE | (resized ? 0u : SWP_NOSIZE));
+  if (resized && Mirrored()) PlaceChildrenAnew();
 }
 
 void FormPeer::Show() {
@@ -112,6 +113,7 @@ void FormPeer::Show() {
   Tell(EVENT_SYSTEM_DIALOGSTART, Window());
   // Everything is painted in one go instead of window by window as the queue runs empty.
   RedrawWindow(Window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+  form_.CameUp();
 }
 
 void FormPeer::ComeToTheFront(bool called) {

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "ports/win32/CapsLockHint.h"
 #include "ports/win32/DialogProvider.h"
 #include "ports/win32/Screen.h"
 #include "ports/win32/Toolkit.h"
@@ -42,8 +43,13 @@ class FormPeer final : public WindowPeer {
   // Takes the window off the screen; the windows of an unloaded form are destroyed.
   void Remove();
 
-  // Where a control belongs, in pixels of the client area.
+  // Where a control belongs, in pixels of the client area; mirrored where the form is.
   RECT PlaceOf(const ui::Control& control) const;
+  bool Mirrored() const { return form_.RightToLeft(); }
+  // A place on the other side of the client area.
+  RECT Opposite(const RECT& place) const;
+  // Tells of Caps Lock, or no more, as the focus and the key are now.
+  void FollowCapsLock();
 
   // The control peers, parts and timers of the form enter and leave themselves.
   void Add(ControlPeer& child) { children_.push_back(&child); }
@@ -101,6 +107,7 @@ class FormPeer final : public WindowPeer {
   void TellPosition(const RECT& window);
   void FollowWindow();
   void UpdateBounds();
+  void PlaceChildrenAnew();
   void ComeToTheFront(bool called);
   bool TurnWheel(int delta);
   void PaintEdge() const;
@@ -126,6 +133,7 @@ class FormPeer final : public WindowPeer {
   int wheel_rest_ = 0;  // turns of the wheel that make no whole line yet
   std::exception_ptr error_;
   DialogProvider provider_{form_};
+  std::unique_ptr<CapsLockHint> caps_lock_;
 };
 
 }  // namespace krx::win32

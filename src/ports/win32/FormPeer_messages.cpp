@@ -83,6 +83,7 @@ LRESULT FormPeer::Handle(UINT message, WPARAM w, LPARAM l) {
     case WM_WINDOWPOSCHANGED: {
       const LRESULT result = Default(message, w, l);
       FollowWindow();
+      if (caps_lock_) FollowCapsLock();
       return result;
     }
     case WM_DISPLAYCHANGE:

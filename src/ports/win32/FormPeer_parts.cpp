@@ -5,13 +5,41 @@
 #include "ports/win32/DrawnPeer.h"
 #include "ports/win32/FormPeer.h"
 #include "ui/KRXKey.h"
+#include "ui/Keyboard.h"
 
 namespace krx::win32 {
 
 RECT FormPeer::PlaceOf(const ui::Control& control) const {
   const int left = scale_.Pixels(control.Left());
   const int top = scale_.Pixels(control.Top());
-  return {left, top, left + scale_.Pixels(control.Width()), top + scale_.Pixels(control.Height())};
+  const RECT place{left, top, left + scale_.Pixels(control.Width()),
+                   top + scale_.Pixels(control.Height())};
+  return Mirrored() ? Opposite(place) : place;
+}
+
+RECT FormPeer::Opposite(const RECT& place) const {
+  const int width = scale_.Pixels(form_.Width());
+  return {width - place.right, place.top, width - place.left, place.bottom};
+}
+
+// Mirrored places count from the form's other edge.
+void FormPeer::PlaceChildrenAnew() {
+  for (ControlPeer* const child : children_)
+    child->Update(ui::Aspect::Bounds);
+  for (DrawnPeer* const part : parts_)
+    part->Update(ui::Aspect::Bounds);
+}
+
+void FormPeer::FollowCapsLock() {
+  const ControlPeer* const field = Child(GetFocus());
+  const bool on = (GetKeyState(VK_CAPITAL) & 1) != 0;
+  const String words = field ? ui::CapsLockHint(field->TheControl(), on) : String();
+  if (words.empty()) {
+    if (caps_lock_) caps_lock_->Hide();
+    return;
+  }
+  if (!caps_lock_) caps_lock_ = std::make_unique<CapsLockHint>(toolkit_, *this);
+  caps_lock_->Show(words, *field);
 }
 
 ui::Color FormPeer::GroundOf(const ui::Control& control) const {

@@ -2,6 +2,9 @@
 
 #include <windowsx.h>
 
+#include "ui/Form.h"
+#include "ui/Platform.h"
+
 namespace krx::win32 {
 
 namespace {
@@ -26,18 +29,19 @@ void IndexScroll::Show(HWND window) const {
 
 void IndexScroll::Hear(HWND window, Scale scale, UINT message, WPARAM w, LPARAM l) {
   const Twips y = scale.ToTwips(GET_Y_LPARAM(l));
+  const double now = index_.Parent().ThePlatform().Ticks();
   switch (message) {
     case WM_LBUTTONDOWN:
-      return Touch(window, y);
+      return Press(window, y, now);
     case WM_MOUSEMOVE:
-      if (finger_.Touched()) index_.ScrollTo(finger_.Move(y));
+      if (finger_.Touched() && (w & MK_LBUTTON) != 0) index_.ScrollTo(finger_.Move(y, now));
       return;
     case WM_LBUTTONUP:
-      if (finger_.Touched()) finger_.End();
+      if (finger_.Touched()) finger_.End(now);
       return;
     case WM_TIMER:
       if (w != FingerScroll::kTimer) return;
-      if (const auto line = finger_.Glide()) index_.ScrollTo(*line);
+      if (const auto line = finger_.Glide(now)) index_.ScrollTo(*line);
       return;
     case WM_CAPTURECHANGED:
       return finger_.LetGo();
@@ -48,10 +52,10 @@ void IndexScroll::Hear(HWND window, Scale scale, UINT message, WPARAM w, LPARAM 
   }
 }
 
-void IndexScroll::Touch(HWND window, Twips y) {
+void IndexScroll::Press(HWND window, Twips y, double now) {
   if (GetFocus() != window) SetFocus(window);
   finger_.Begin(window, {index_.LineHeight(), index_.LineCount(), index_.LinesInSight()},
-                index_.TopLine(), y);
+                index_.TopLine(), y, now);
 }
 
 void IndexScroll::ScrollByBar(HWND window, int what) {

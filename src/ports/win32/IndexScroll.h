@@ -20,7 +20,7 @@ class IndexScroll {
   static void Turn(ui::KRXIndex& index, int delta, int& rest);
 
  private:
-  void Touch(HWND window, Twips y);
+  void Press(HWND window, Twips y, double now);
   void ScrollByBar(HWND window, int what);
 
   ui::KRXIndex& index_;

@@ -67,9 +67,10 @@ bool KeyFilter::Down(FormPeer& peer, MSG& message) {
   if (ui::DispatchKey(form, key, shift)) return true;
   ui::Control* const control = form.ActiveControl();
   if (!control) return false;
+  key = ui::KeyInDirection(*control, key);
   control->KeyDown(key, shift);
   if (key == 0 || !form.Visible()) return true;
-  message.wParam = static_cast<WPARAM>(key);
+  message.wParam = static_cast<WPARAM>(ui::KeyInDirection(*control, key));
   return false;
 }
 

@@ -31,7 +31,7 @@ LRESULT KeyPeer::Handle(UINT message, WPARAM w, LPARAM l) {
 }
 
 void KeyPeer::Notified(WORD code) {
-  if (code == BN_CLICKED && form_.Form().Visible()) key_.Click();
+  if (code == BN_CLICKED && form_.Form().Visible()) key_.Press();
 }
 
 // The focused button looks like the one that Enter presses, because it is.

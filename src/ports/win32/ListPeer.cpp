@@ -42,8 +42,10 @@ ListPeer::ListPeer(Toolkit& toolkit, FormPeer& form, ui::RowList& list)
   constexpr DWORD kStyle = LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS |
                            LVS_SHAREIMAGELISTS | LVS_NOSORTHEADER;
   CreateChild(WC_LISTVIEWW, kStyle | HeaderStyle(), WS_EX_CLIENTEDGE, String());
-  constexpr DWORD kExtended = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
-  Send(LVM_SETEXTENDEDLISTVIEWSTYLE, kExtended, kExtended);
+  // What the system draws aside it does not mirror everywhere.
+  const DWORD aside = form_.Mirrored() ? 0u : LVS_EX_DOUBLEBUFFER;
+  const DWORD extended = LVS_EX_FULLROWSELECT | aside | LVS_EX_LABELTIP;
+  Send(LVM_SETEXTENDEDLISTVIEWSTYLE, extended, static_cast<LPARAM>(extended));
   ShowColors();
   SizeRows();
   ShowColumns();

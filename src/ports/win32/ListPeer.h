@@ -11,6 +11,7 @@
 #include "ports/win32/FingerScroll.h"
 #include "ports/win32/Hovering.h"
 #include "ports/win32/RowImages.h"
+#include "ui/DoubleTouch.h"
 #include "ui/RowList.h"
 
 namespace krx::win32 {
@@ -94,12 +95,13 @@ class ListPeer final : public ControlPeer {
   bool BeginWalk(WPARAM key);
   void Select(int row) const;
   void Press(UINT message, WPARAM w, LPARAM point);
-  void Touch(LPARAM point);
+  void BeginDrag(LPARAM point, double now);
   void Release(WPARAM w, LPARAM point);
   void LetGo();
   void GiveUp();
   void ScrollTo(int row);
   int RowAt(LPARAM point) const;
+  double Now() const { return form_.Form().ThePlatform().Ticks(); }
   int TopRow() const { return static_cast<int>(Send(LVM_GETTOPINDEX)); }
 
   ui::RowList& list_;
@@ -115,10 +117,13 @@ class ListPeer final : public ControlPeer {
     int Row;     // that the press belongs to
     int Under;   // that lies under it
     bool Twice;  // the second press of a double click belongs to the row of the first
+    bool Drags;  // what moves while it lasts drags the rows
+    double Began;
   };
   std::optional<Pressed> pressed_;
   int clicked_ = ui::RowList::kNoRow;  // row of the click before
   int clicked_rows_ = 0;               // RowList::Replacements at that time
+  ui::DoubleTouch touches_;
 };
 
 }  // namespace krx::win32

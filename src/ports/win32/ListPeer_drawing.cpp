@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ports/win32/ListPeer.h"
+#include "ui/Direction.h"
 
 namespace krx::win32 {
 
@@ -85,8 +86,9 @@ void ListPeer::DrawCells(HDC dc, int row, const RECT& place, const RowLook& look
     text.right -= CellPadding() / 2;
     if (column == 0) text.left += DrawPicture(dc, row, text, look);
     if (column + 1 == std::ssize(columns)) text.right -= DrawMark(dc, row, text, look);
-    const StringView shown = list_.ShownCell(row, column);
-    DrawTextW(dc, WideData(shown), static_cast<int>(shown.size()), &text,
+    String shown(list_.ShownCell(row, column));
+    if (form_.Mirrored()) shown = ui::InsideRightToLeft(shown);
+    DrawTextW(dc, Wide(shown), static_cast<int>(shown.size()), &text,
               DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
     cell.left = cell.right;
   }

@@ -6,6 +6,8 @@
 #include <cstring>
 #include <utility>
 
+#include "ui/Direction.h"
+
 namespace krx::win32 {
 
 namespace {
@@ -50,7 +52,9 @@ void ListPeer::Describe(LVITEMW& item) const {
   const bool exists = item.iItem >= 0 && item.iItem < list_.RowCount();
   if ((item.mask & LVIF_TEXT) != 0 && item.pszText && item.cchTextMax > 0) {
     const StringView text = exists ? list_.Cell(item.iItem, item.iSubItem) : StringView();
-    AnswerText(text, static_cast<WPARAM>(item.cchTextMax), reinterpret_cast<LPARAM>(item.pszText));
+    const String mirrored = form_.Mirrored() ? ui::InsideRightToLeft(text) : String();
+    AnswerText(form_.Mirrored() ? StringView(mirrored) : text, static_cast<WPARAM>(item.cchTextMax),
+               reinterpret_cast<LPARAM>(item.pszText));
   }
   const bool first = exists && item.iSubItem == 0;
   if ((item.mask & LVIF_IMAGE) != 0) item.iImage = I_IMAGENONE;  // drawn with the rows
@@ -75,6 +79,7 @@ void ListPeer::TellRow(const NMLISTVIEW& change) const {
 
 LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
   Hover(message, l);
+  if (const auto touched = HandleTouch(message, w, l)) return *touched;
   switch (message) {
     case WM_NCCALCSIZE:
       return SizeFrame(w, l);
@@ -93,7 +98,8 @@ LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       HandleMouse(message, w, l);
       return 0;
     case WM_MOUSEMOVE:
-      if (finger_.Touched()) ShowTop(finger_.Move(form_.Scale().ToTwips(GET_Y_LPARAM(l))));
+      if (finger_.Touched() && (w & MK_LBUTTON) != 0)
+        ShowTop(finger_.Move(form_.Scale().ToTwips(GET_Y_LPARAM(l)), Now()));
       return ControlPeer::Handle(message, w, l);
     case WM_CAPTURECHANGED:
     case WM_CANCELMODE:
@@ -101,7 +107,7 @@ LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       return ControlPeer::Handle(message, w, l);
     case WM_TIMER:
       if (w != FingerScroll::kTimer) return ControlPeer::Handle(message, w, l);
-      if (const auto top_row = finger_.Glide()) ShowTop(*top_row);
+      if (const auto top_row = finger_.Glide(Now())) ShowTop(*top_row);
       return 0;
     case WM_KEYDOWN:
       return KeyDown(w, l);
@@ -168,8 +174,12 @@ int ListPeer::RowAt(LPARAM point) const {
 void ListPeer::Press(UINT message, WPARAM w, LPARAM point) {
   const int under = RowAt(point);
   const int rows = list_.Replacements();
-  // A double click is one by time and place; the first click may have moved the rows under it.
-  const bool twice = message == WM_LBUTTONDBLCLK && clicked_ != ui::RowList::kNoRow;
+  const bool drags = list_.DragScrolls || ByFinger();
+  const double now = Now();
+  // A double click of the mouse is one by time and place; the first click may have moved the rows
+  // under it. A finger's is one by time and row.
+  const bool twice = clicked_ != ui::RowList::kNoRow &&
+                     (message == WM_LBUTTONDBLCLK || (drags && touches_.IsSecond(under, now)));
   HandleMouse(message, w, point);
   if (!form_.Form().Visible()) return;
   SetCapture(Window());
@@ -177,23 +187,23 @@ void ListPeer::Press(UINT message, WPARAM w, LPARAM point) {
   // The release belongs to whatever is on the screen by then, and a row that has come under the
   // pointer by these handlers is not the one that the operator meant.
   if (!form_.Form().Visible() || list_.Replacements() != rows) return LetGo();
-  pressed_ = {twice ? clicked_ : under, under, twice};
-  if (list_.DragScrolls) {
+  pressed_ = {twice ? clicked_ : under, under, twice, drags, now};
+  if (drags) {
     // What is touched is not selected before it is certain that it is not dragged.
-    Touch(point);
+    BeginDrag(point, now);
   } else if (under >= 0 && !twice) {
     Select(under);
   }
   if (!form_.Form().Visible()) LetGo();
 }
 
-void ListPeer::Touch(LPARAM point) {
+void ListPeer::BeginDrag(LPARAM point, double now) {
   const Scale scale = form_.Scale();
   RECT row{LVIR_BOUNDS, 0, 0, 0};
   const bool any = Send(LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row)) != 0;
   const Twips height = any ? scale.ToTwips(row.bottom - row.top) : 0;
   finger_.Begin(Window(), {height, list_.RowCount(), static_cast<int>(Send(LVM_GETCOUNTPERPAGE))},
-                TopRow(), scale.ToTwips(GET_Y_LPARAM(point)));
+                TopRow(), scale.ToTwips(GET_Y_LPARAM(point)), now);
 }
 
 // By the time that anybody hears of the release the row is selected.
@@ -201,15 +211,16 @@ void ListPeer::Release(WPARAM w, LPARAM point) {
   if (!pressed_) return;  // the button went down elsewhere
   const Pressed press = *pressed_;
   bool click = press.Row >= 0 && RowAt(point) == press.Under;
-  if (list_.DragScrolls) click = finger_.End() && click;
+  if (press.Drags) click = finger_.End(Now()) && click;
   LetGo();
   const int rows_of_click = press.Twice ? clicked_rows_ : list_.Replacements();
   clicked_ = click && !press.Twice ? press.Row : ui::RowList::kNoRow;
   clicked_rows_ = list_.Replacements();
-  if (click && list_.DragScrolls && !press.Twice) Select(press.Row);
+  touches_.Clicked(clicked_, press.Began);
+  if (click && press.Drags && !press.Twice) Select(press.Row);
   HandleMouse(WM_LBUTTONUP, w, point);
   if (!form_.Form().Visible()) return;
-  if (!click && !press.Twice && press.Row >= 0 && !list_.DragScrolls) list_.OperatorLeftRow();
+  if (!click && !press.Twice && press.Row >= 0 && !press.Drags) list_.OperatorLeftRow();
   // A handler may have put other rows in the place of those that were clicked.
   if (!click || list_.Replacements() != rows_of_click || list_.SelectedRow() != press.Row) return;
   if (press.Twice) {
@@ -221,7 +232,7 @@ void ListPeer::Release(WPARAM w, LPARAM point) {
 
 // The system takes the mouse away, so no release will come.
 void ListPeer::GiveUp() {
-  const bool selected = pressed_ && pressed_->Row >= 0 && !pressed_->Twice && !list_.DragScrolls;
+  const bool selected = pressed_ && pressed_->Row >= 0 && !pressed_->Twice && !pressed_->Drags;
   LetGo();
   if (selected && form_.Form().Visible()) list_.OperatorLeftRow();
 }

@@ -15,6 +15,7 @@ HICON StockIcon(ui::StockIcon icon) {
 }  // namespace
 
 LRESULT PanePeer::Handle(UINT message, WPARAM w, LPARAM l) {
+  if (const auto touched = HandleTouch(message, w, l)) return *touched;
   switch (message) {
     case WM_ERASEBKGND:
       return 1;

@@ -49,6 +49,7 @@ class PicturePeer final : public PanePeer {
  protected:
   void Paint(HDC dc, const RECT& area) override;
   void UpdateContent(ui::Aspect) override { Invalidate(); }
+  DWORD MirrorStyle() const override { return 0; }  // an icon has no direction
 
  private:
   ui::PictureBox& box_;

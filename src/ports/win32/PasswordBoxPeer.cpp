@@ -1,5 +1,7 @@
 #include "ports/win32/PasswordBoxPeer.h"
 
+#include <commctrl.h>
+
 #include <string>
 #include <utility>
 
@@ -88,7 +90,17 @@ void PasswordBoxPeer::AdoptText() {
 }
 
 LRESULT PasswordBoxPeer::Handle(UINT message, WPARAM w, LPARAM l) {
+  const LRESULT result = HandleSecretly(message, w, l);
+  const bool may_tell = message == WM_SETFOCUS || message == WM_KILLFOCUS ||
+                        message == WM_KEYDOWN || message == WM_KEYUP || message == WM_ENABLE;
+  if (may_tell && Window()) form_.FollowCapsLock();
+  return result;
+}
+
+LRESULT PasswordBoxPeer::HandleSecretly(UINT message, WPARAM w, LPARAM l) {
   switch (message) {
+    case EM_SHOWBALLOONTIP:
+      return FALSE;  // the system's own words for Caps Lock would cover the fields below
     case WM_CHAR:
       return Character(w, l);
     case WM_KEYDOWN:

@@ -17,6 +17,7 @@ class PasswordBoxPeer final : public EditBoxPeer {
   void AdoptText() override;
 
  private:
+  LRESULT HandleSecretly(UINT message, WPARAM w, LPARAM l);
   LRESULT Character(WPARAM unit, LPARAM l);
   LRESULT Paste();
   // Puts a text in the place of the selection.

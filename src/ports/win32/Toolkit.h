@@ -61,6 +61,21 @@ class Toolkit {
   ULONGLONG screen_known_until_ = 0;  // in ticks of the system
 };
 
+// While it lives, what is drawn is mirrored where asked for, texts read from right to left.
+class MirroredDrawing {
+ public:
+  MirroredDrawing(HDC dc, bool mirrored) : dc_(dc), before_(GetLayout(dc)) {
+    if (mirrored) SetLayout(dc, LAYOUT_RTL);
+  }
+  ~MirroredDrawing() { SetLayout(dc_, before_); }
+  MirroredDrawing(const MirroredDrawing&) = delete;
+  MirroredDrawing& operator=(const MirroredDrawing&) = delete;
+
+ private:
+  HDC dc_;
+  DWORD before_;
+};
+
 // Paints a window between its begin and its end.
 class PaintScope {
  public:

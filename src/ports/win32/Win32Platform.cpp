@@ -3,6 +3,7 @@
 #include <array>
 #include <exception>
 
+#include "ports/win32/Clipboard.h"
 #include "ports/win32/Layouts.h"
 #include "ports/win32/ModalLoop.h"
 #include "ports/win32/PeerFactory.h"
@@ -184,6 +185,14 @@ void Win32Platform::PressKey(const ui::Keystroke& stroke) {
 
 std::string Win32Platform::KeyboardLayout(StringView name) {
   return ReadLayout(name);
+}
+
+double Win32Platform::Ticks() {
+  return static_cast<double>(GetTickCount64());
+}
+
+void Win32Platform::CopyText(StringView text) {
+  win32::CopyText(toolkit_->FormInUse(), text);
 }
 
 int Win32Platform::ShowMessageBox(StringView text, int style, StringView title) {

@@ -28,12 +28,14 @@ class Win32Platform : public ui::Platform {
   void RunModal(ui::Form& form) override;
   folders::FileSystem& Files() override;
   void ProcessEvents() override;
+  double Ticks() override;
   ui::StockIcon LoadStockIcon(int id) override;
   void SetPointer(ui::Pointer pointer) override;
   ui::Color ResolveColor(ui::Color color) override;
   void SendKeys(StringView keys) override;
   void PressKey(const ui::Keystroke& stroke) override;
   std::string KeyboardLayout(StringView name) override;
+  void CopyText(StringView text) override;
   int ShowMessageBox(StringView text, int style, StringView title) override;
 
  private:

@@ -22,6 +22,28 @@ class ScriptedHand final : public Hand {
     op_.PressRow(list, row);
     op_.ReleaseElsewhere(list);
   }
+  void Touch(StringView list, ToldAs, const Touching& acts) override {
+    for (const TouchAct& act : acts) {
+      PassTime(act.After);
+      switch (act.Act) {
+        case TouchAct::What::Down:
+          op_.TouchDown(list, act.Rows);
+          break;
+        case TouchAct::What::Move:
+          op_.TouchMove(list, act.Rows);
+          break;
+        case TouchAct::What::Up:
+          op_.TouchUp(list, act.Rows);
+          break;
+        case TouchAct::What::Cancel:
+          op_.TouchCancelled(list);
+          break;
+      }
+    }
+  }
+  void PassTime(double milliseconds) override {
+    op_.Wait(std::chrono::milliseconds(static_cast<int>(milliseconds)));
+  }
   void Open(StringView key, StringView form, const HandScript& script) override {
     Expect(platform_, form, script);
     op_.Click(key);

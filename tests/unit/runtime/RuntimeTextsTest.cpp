@@ -81,6 +81,8 @@ const std::vector<String> kDialogKeys{u"OK",
                                       u"TitleSaveAs",
                                       u"TitleSelectDirectory",
                                       u"DriveNotReady",
+                                      u"CapsLockOn",
+                                      u"TextDirection",
                                       u"KeyboardLayout"};
 
 // The labels and buttons that an operator sees at the same time.
@@ -148,7 +150,7 @@ class RuntimeTextsTest : public testing::TestWithParam<const char*> {
 
 TEST_P(RuntimeTextsTest, HoldEveryKeyOfTheDialogsAndNoOther) {
   EXPECT_EQ(43u, kUserKeys.size());
-  EXPECT_EQ(21u, kDialogKeys.size());
+  EXPECT_EQ(23u, kDialogKeys.size());
   for (const String& key : kUserKeys)
     EXPECT_NE(u"", Text(key, kUser)) << ToUtf8(key);
   for (const String& key : kDialogKeys)

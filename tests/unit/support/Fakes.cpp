@@ -17,9 +17,16 @@ class FakeTextService : public host::TextService {
     log_.Note("~TextService");
   }
   String GetText(StringView key, std::int32_t group) override {
+    if (key == u"TextDirection") return Direction();
     log_.Add("GetText " + ToUtf8(key) + " " + std::to_string(group));
     const auto text = runtime_.Texts.find(String(key));
     return text == runtime_.Texts.end() ? String(key) : text->second;
+  }
+  String Direction() const {
+    ++runtime_.DirectionAsked;
+    if (runtime_.DirectionFails) throw Error(0x80004005u, u"no direction");
+    const auto text = runtime_.Texts.find(u"TextDirection");
+    return text == runtime_.Texts.end() ? String(u"TextDirection") : text->second;
   }
   String ResolveText(StringView reference) override {
     log_.Add("ResolveText " + ToUtf8(reference));

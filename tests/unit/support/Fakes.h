@@ -25,6 +25,9 @@ class FakeRuntime : public host::Runtime {
   int LiveFontServices = 0;
   FakeUsers Users;
   PanelSettings Panel;
+  // What a dialog asks besides its own texts is counted here and not in the log.
+  int DirectionAsked = 0;
+  bool DirectionFails = false;
 
   std::unique_ptr<host::TextService> CreateTextService() override;
   std::unique_ptr<host::FontService> CreateFontService() override;

@@ -1,0 +1,35 @@
+#include "ui/Direction.h"
+
+#include <algorithm>
+
+namespace krx::ui {
+
+namespace {
+
+constexpr char16_t kLeftToRightMark = 0x200E;
+
+// Hebrew, Arabic and their neighbours, and the shapes that older texts use for them.
+bool IsRightToLeft(char16_t unit) {
+  return (unit >= 0x0590 && unit <= 0x08FF) || (unit >= 0xFB1D && unit <= 0xFDFF) ||
+         (unit >= 0xFE70 && unit <= 0xFEFC);
+}
+
+bool IsLeftToRight(char16_t unit) {
+  const bool latin = (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z');
+  constexpr char16_t kLetters = 0x00C0;  // signs and digits in other places take no side
+  const bool sign = unit >= 0x2000 && unit <= 0x2BFF;
+  return latin || (unit >= kLetters && !sign && !IsRightToLeft(unit));
+}
+
+}  // namespace
+
+String InsideRightToLeft(StringView text) {
+  const auto first = std::find_if(text.begin(), text.end(), [](char16_t unit) {
+    return IsRightToLeft(unit) || IsLeftToRight(unit);
+  });
+  String shown(text);
+  if (first == text.end() || IsRightToLeft(*first)) return shown;
+  return kLeftToRightMark + shown + kLeftToRightMark;
+}
+
+}  // namespace krx::ui

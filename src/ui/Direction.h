@@ -1,0 +1,11 @@
+#pragma once
+
+#include "base/String.h"
+
+namespace krx::ui {
+
+// A text as it is shown among texts that are written from right to left: one that begins with a
+// letter of the other direction, as paths and file names mostly do, keeps its order inside.
+String InsideRightToLeft(StringView text);
+
+}  // namespace krx::ui
