@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "panel/FKeyboard.h"
+#include "ui/Keyboard.h"
 #include "ui/Platform.h"
 
 namespace krx::panel {

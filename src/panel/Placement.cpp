@@ -7,9 +7,9 @@ namespace krx::panel {
 
 namespace {
 
-constexpr Twips kGap = 0.8f * kMillimetre;     // around each key
-constexpr Twips kWidest = 16 * kMillimetre;    // a key, lest fingers have to travel
-constexpr Twips kLeeway = 1.5f * kMillimetre;  // around what must be seen; the form's edges, too
+constexpr Twips kGap = 0.8f * kMillimetre;      // around each key
+constexpr Twips kWidestKey = 16 * kMillimetre;  // a key, lest fingers have to travel
+constexpr Twips kLeeway = 1.5f * kMillimetre;   // around what must be seen; the form's edges, too
 
 // Heights of keys from the one that is wished for to the lowest, with the spare rows or without.
 struct Choice {
@@ -90,7 +90,7 @@ class Chooser {
     shape.Gap = std::max(Down(kGap, pixel), pixel);
     const int rows = now_.Rows + (shape.Spare ? now_.SpareRows : 0);
     const Twips height = static_cast<Twips>(rows) * (Up(choice.KeyHeight, pixel) + shape.Gap);
-    const Twips widest = now_.KeysPerRow * (kWidest + shape.Gap);
+    const Twips widest = now_.KeysPerRow * (kWidestKey + shape.Gap);
     shape.Bounds.Height = height + shape.Gap + kEdges;
     shape.Bounds.Width = std::min(Down(widest + shape.Gap + kEdges, pixel), now_.Area.Width);
     shape.Bounds.Left = now_.Area.Left + Down((now_.Area.Width - shape.Bounds.Width) / 2, pixel);
