@@ -37,10 +37,11 @@ std::optional<TextFile> BuiltIn(const String& language) {
                     file + u" cannot be read: " + com::SystemMessage(HRESULT_FROM_WIN32(reason)));
 }
 
-std::optional<TextFile> Beside(const String& language) {
+}  // namespace
+
+std::optional<TextFile> FileBesideModule(const String& file_name) {
   const std::wstring path = com::ModulePath();
-  const std::wstring name = path.substr(0, path.find_last_of(L"\\/") + 1) + L"KorvelTexts." +
-                            com::ToWide(language) + L".txt";
+  const std::wstring name = path.substr(0, path.find_last_of(L"\\/") + 1) + com::ToWide(file_name);
   const HANDLE handle = CreateFileW(name.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE,
                                     nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
   TextFile text{com::FromWide(name), {}};
@@ -62,12 +63,11 @@ std::optional<TextFile> Beside(const String& language) {
   return text;
 }
 
-}  // namespace
-
 std::vector<TextFile> ModuleTexts::Read(const String& language) {
   std::vector<TextFile> files;
   if (auto file = BuiltIn(language)) files.push_back(std::move(*file));
-  if (auto file = Beside(language)) files.push_back(std::move(*file));
+  if (auto file = FileBesideModule(u"KorvelTexts." + language + u".txt"))
+    files.push_back(std::move(*file));
   return files;
 }
 

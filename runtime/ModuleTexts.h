@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "runtime/core/Languages.h"
 
 namespace krx::runtime {
@@ -11,6 +13,9 @@ class ModuleTexts : public TextSource {
   std::vector<TextFile> Read(const String& language) override;
   String SystemLanguage() override;
 };
+
+// A text file beside the module; nothing when there is none. One that cannot be read is an Error.
+std::optional<TextFile> FileBesideModule(const String& name);
 
 // The languages of the process: every object of every thread reads and sets the same one.
 Languages& ProcessLanguages();

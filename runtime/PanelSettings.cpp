@@ -1,14 +1,20 @@
 #include "runtime/PanelSettings.h"
 
 #include "com/Text.h"
+#include "runtime/ModuleTexts.h"
 #include "runtime/core/PanelChoice.h"
+#include "runtime/core/PanelFile.h"
 
 namespace krx::runtime {
 
 namespace {
 
 PanelChoice& Choice() {
-  static PanelChoice choice;
+  static PanelChoice choice([] {
+    const auto file = FileBesideModule(u"KorvelPanel.conf");
+    constexpr krx::PanelSettings kDefaults = PanelChoice::kDefaults;
+    return file ? ReadPanelFile(file->Name, file->Bytes, kDefaults) : kDefaults;
+  });
   return choice;
 }
 

@@ -15,11 +15,19 @@ namespace {
 template <class Change>
 void PanelChoice::Apply(Change change) {
   const std::lock_guard lock(mutex_);
+  Begin();
   change(settings_);
 }
 
-krx::PanelSettings PanelChoice::Read() const {
+void PanelChoice::Begin() {
+  if (!beginning_) return;
+  settings_ = beginning_();
+  beginning_ = nullptr;
+}
+
+krx::PanelSettings PanelChoice::Read() {
   const std::lock_guard lock(mutex_);
+  Begin();
   return settings_;
 }
 

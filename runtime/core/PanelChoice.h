@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <mutex>
 
 #include "base/PanelSettings.h"
@@ -10,7 +11,15 @@ namespace krx::runtime {
 // Error and leaves everything as it was.
 class PanelChoice {
  public:
-  krx::PanelSettings Read() const;
+  // What counts without any word of the plant: a keyboard with a finger.
+  static constexpr krx::PanelSettings kDefaults{.Keyboard = KeyboardUse::Touch};
+  using Beginning = std::function<krx::PanelSettings()>;
+
+  explicit PanelChoice(const krx::PanelSettings& settings = kDefaults) : settings_(settings) {}
+  // Begins at its first use with what this gives. While it fails, so does every use.
+  explicit PanelChoice(Beginning beginning) : beginning_(std::move(beginning)) {}
+
+  krx::PanelSettings Read();
   void SetKeyboard(StringView name);
   void SetTheme(StringView name);
   void SetShowCountdown(bool show);
@@ -19,9 +28,11 @@ class PanelChoice {
  private:
   template <class Change>
   void Apply(Change change);
+  void Begin();
 
-  mutable std::mutex mutex_;
-  krx::PanelSettings settings_{.Keyboard = KeyboardUse::Touch};
+  std::mutex mutex_;
+  Beginning beginning_;  // empty once it has begun
+  krx::PanelSettings settings_;
 };
 
 }  // namespace krx::runtime
