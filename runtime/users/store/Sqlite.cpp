@@ -7,8 +7,8 @@
 #include <string>
 #include <utility>
 
+#include "base/Utf8.h"
 #include "runtime/core/KorvelError.h"
-#include "runtime/core/Utf8.h"
 
 namespace krx::runtime {
 namespace {
