@@ -92,6 +92,7 @@ FKeyboard::Slot& FKeyboard::NextSlot() {
       if (button == ui::kLeftButton) LetGo(*one, x, y);
     };
     slot->Key->Discreet = discreet_;
+    slot->Key->Visible = false;  // until it has its place
     slots_.push_back(std::move(slot));
   }
   return *slots_[used_++];

@@ -141,6 +141,20 @@ TEST_F(ScreenKeyboard, HasPagesForSymbolsAndAccents) {
   });
 }
 
+// The page of symbols has more keys than that of letters where the screen is low.
+TEST_F(ScreenKeyboard, EveryKeyOfEveryPageGetsItsWindow) {
+  platform.Area = {0, 0, 12000, 4500};
+  LogOn([&](Operator& op) {
+    EXPECT_EQ(op.BoardKey(u"1"), nullptr) << "no digits on the first page";
+    for (const StringView next : {u"123", u"àéñ", u"ABC"}) {
+      op.Tap(next);
+      for (const ui::Control* const key : platform.Attached->TabOrder())
+        EXPECT_EQ(key->Visible(), key->Visible() && key->ThePeer()) << ToUtf8(key->Name());
+    }
+    op.Click(u"keyCancel");
+  });
+}
+
 TEST_F(ScreenKeyboard, AHeldKeyOffersItsAccents) {
   LogOn([&](Operator& op) {
     op.Tap(u"e", milliseconds(499));
