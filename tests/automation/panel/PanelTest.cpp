@@ -1,5 +1,6 @@
 // Dialogs that are filled by the keyboard on the screen alone, pressed with the real mouse.
 
+#include "ScreenPixels.h"
 #include "driver/Resolution.h"
 #include "panel/Board.h"
 #include "users/UsersTest.h"
@@ -179,6 +180,35 @@ TEST_P(ScreenKeyboard, ComesToAFingerAndNotToAMouse) {
   form.Child(L"keyCancel").Click();
   EXPECT_EQ(Printed(), (Lines{"False", "end"}));
   EXPECT_FALSE(BoardInSight());
+}
+
+// Backspace acts as soon as it is pressed, so the field tells that the press has arrived; and again
+// by a timer, which comes when everything has been painted.
+TEST_P(ScreenKeyboard, AKeyLooksPressedButNotBesideAPassword) {
+  RunPanel("WScript.Echo CStr(Dialogs.KRUserLogOn())");
+  const Window form = Form(L"FLogOn", L"txtName");
+  const bool german = std::string(GetParam().Language) == "de";
+  for (const wchar_t* const field : {L"txtName", L"txtPassword"}) {
+    form.WaitForFocusOn(field);
+    form.WaitUntilAtRest();
+    const Board board;
+    board.Type(L"abcdef");
+    const bool secret = std::wstring(field) == L"txtPassword";
+    form.Child(field).WaitForText(secret ? L"******" : L"abcdef");
+    const Window key = board.Key(german ? L"R\u00fccktaste" : L"Backspace");
+    const auto before = test::ScreenPixels(key.Bounds());
+    PressMouse(MouseButton::Left, key.Centre());
+    EXPECT_TRUE(Within(kPatience, [&] { return form.Child(field).Text().size() < 5; }));
+    if (secret) {
+      EXPECT_EQ(before, test::ScreenPixels(key.Bounds()));
+    } else {
+      EXPECT_TRUE(Within(kPatience, [&] { return test::ScreenPixels(key.Bounds()) != before; }));
+    }
+    ReleaseMouse(MouseButton::Left, key.Centre());
+    if (!secret) board.Press(Enter());
+  }
+  PressKey(L"Esc");
+  EXPECT_EQ(Printed(), (Lines{"False", "end"}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Panels, ScreenKeyboard,
