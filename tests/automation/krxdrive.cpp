@@ -26,6 +26,7 @@ constexpr const char* kUsage =
     "next [SECONDS]    waits for another form than the current one\n"
     "gone              waits until the current form has closed\n"
     "click CONTROL     clicks in the middle of a control of the current form\n"
+    "hold CONTROL      presses the button in the middle of a control and keeps it down\n"
     "key NAME          presses a key: Enter, Esc, Tab, Shift+Tab, Alt+y, ...\n"
     "type TEXT         types a text\n"
     "rect [CONTROL]    prints left, top, width and height in pixels\n"
@@ -132,11 +133,16 @@ std::string List(const std::string&) {
   return std::to_string(std::max(below, 0L));
 }
 
+std::string Hold(const std::string& name) {
+  krx::drive::PressMouse(krx::drive::MouseButton::Left, Current().Child(Widen(name)).Centre());
+  return {};
+}
+
 std::string Run(const std::string& command) {
   static const std::map<std::string, std::function<std::string(const std::string&)>> commands{
       {"wait", Wait}, {"next", Next}, {"gone", Gone}, {"click", Click},
       {"key", Key},   {"type", Type}, {"rect", Rect}, {"read", Read},
-      {"has", Has},   {"list", List}, {"dump", Dump},
+      {"has", Has},   {"list", List}, {"dump", Dump}, {"hold", Hold},
   };
   const auto space = command.find(' ');
   const auto it = commands.find(command.substr(0, space));
