@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "StoredUsers.h"
 #include "client/Dialogs.h"
 #include "com/ComPtr.h"
 
@@ -23,6 +24,12 @@ std::filesystem::path MakeFolder(int files, int folders) {
   return root;
 }
 
+std::filesystem::path EnvironmentFolder() {
+  wchar_t name[1024] = L"";
+  GetEnvironmentVariableW(L"KORVEL_USERS_FOLDER", name, 1024);
+  return name;
+}
+
 }  // namespace
 
 Surroundings::Surroundings(int users, int files, int folders)
@@ -36,6 +43,13 @@ Surroundings::~Surroundings() {
 }
 
 void Surroundings::HaveUsers(int count) {
+  constexpr int kOneByOne = 500;
+  if (count > kOneByOne) {
+    HaveUsers(kOneByOne);
+    StoredUsers(EnvironmentFolder()).Fill(users_, count);
+    users_ = count;
+    return;
+  }
   using client::BasicString;
   com::ComPtr<IUserAdministration> users;
   CoCreateInstance(__uuidof(UserAdministration), nullptr, CLSCTX_INPROC_SERVER,

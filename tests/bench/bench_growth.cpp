@@ -40,10 +40,11 @@ bench::Method Overview(const std::wstring& folder, int users) {
 void PrintUsers(bench::Surroundings& surroundings, client::Dialogs& component, int rounds) {
   Table table({"users", "KRUser painted", "user management", "painted without it", "twin painted",
                "ratio", "ratio without user management"});
-  for (const int users : {1, 10, 100, 500}) {
+  for (const int users : {1, 10, 100, 500, 10'000}) {
     surroundings.HaveUsers(users);
     Dialog dialog(component, Overview(surroundings.Folder(), users));
-    for (int i = -kWarmUp; i < rounds; ++i) {
+    const int fewer = users > 1000 ? std::max(rounds / 5, 1) : rounds;
+    for (int i = -kWarmUp; i < fewer; ++i) {
       if (i == 0) dialog.Forget();
       dialog.Own.Run();
       dialog.RunTimed();
