@@ -45,10 +45,14 @@ host::UserClassOfUser UserDirectory::GetUserClass(const String& user) {
 }
 
 host::UserInfo UserDirectory::GetUserInfo(const String& user) {
+  return FindUserInfo(user).value_or(host::UserInfo());
+}
+
+std::optional<host::UserInfo> UserDirectory::FindUserInfo(const String& user) {
   const UserRules rules = management_.Rules();
   UserStore::Reading users(management_.Store);
   const std::optional<StoredUser> found = users.Find(user);
-  if (!found) return {};
+  if (!found) return std::nullopt;
   const std::int64_t now = management_.System.Time.Now();
   const PasswordAge age(rules, *found, now);
   host::UserInfo info;

@@ -32,6 +32,8 @@ class UserDirectory : public host::UserAdministration {
   // record.
   host::UserClassOfUser GetUserClass(const String& user) override;
   host::UserInfo GetUserInfo(const String& user) override;
+  // The same, or nothing for an unknown user.
+  std::optional<host::UserInfo> FindUserInfo(const String& user);
   // By name, upper and lower case alike; the selection is the name of a class, or empty for all.
   std::vector<String> GetUserNames(const String& selection) override;
   host::CurrentUser GetCurrentUser() override;

@@ -74,11 +74,11 @@ HRESULT UserAdministration::GetUserInfo(BSTR user, BSTR* full_name, BSTR* commen
   return Guard([&] {
     com::EmptyResults(full_name, comment, state, remaining_log_ons, password_changed_on,
                       renew_password, status);
-    const String name = com::FromBstr(user);
-    const host::UserInfo info = Directory().GetUserInfo(name);
+    const std::optional<host::UserInfo> found = Directory().FindUserInfo(com::FromBstr(user));
+    const host::UserInfo info = found.value_or(host::UserInfo());
     com::Bstr full(info.FullName);
     com::Bstr remark(info.Comment);
-    *status = Directory().GetUserClass(name).Found ? 0 : 1;
+    *status = found ? 0 : 1;
     *state = info.State;
     *remaining_log_ons = info.RemainingLogOns;
     *password_changed_on = info.PasswordChangedOn;

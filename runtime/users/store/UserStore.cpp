@@ -46,18 +46,20 @@ void UserStore::Close() {
 }
 
 // A file without tables is what a creation leaves that was cut off.
-void UserStore::Open(bool creates) {
-  if (database_ == nullptr) {
-    const bool exists = Database::Exists(File(), system_.Access);
-    const bool is_old = !exists && HasOldStore(system_.FileSystem, folder_);
-    if (!exists && !is_old && !creates) return;
-    auto database = std::make_unique<Database>(File(), system_.Access, true);
-    const int schema = StoredSchema(*database);
-    if (schema == 0 && !creates && !HasOldStore(system_.FileSystem, folder_)) return;
-    if (schema < CurrentSchema()) Create(*database);
-    database_ = std::move(database);
+void UserStore::Open(bool creates, std::chrono::milliseconds patience) {
+  if (database_ != nullptr) {
+    database_->BeginPatience(patience);
+    return;
   }
-  database_->BeginPatience(system_.Access.Patience);
+  const DatabaseAccess access{system_.Access.FileSystem, patience};
+  const bool exists = Database::Exists(File(), access);
+  const bool is_old = !exists && HasOldStore(system_.FileSystem, folder_);
+  if (!exists && !is_old && !creates) return;
+  auto database = std::make_unique<Database>(File(), access, true);
+  const int schema = StoredSchema(*database);
+  if (schema == 0 && !creates && !HasOldStore(system_.FileSystem, folder_)) return;
+  if (schema < CurrentSchema()) Create(*database);
+  database_ = std::move(database);
 }
 
 // Also brings an older database up to date. Another process may have done so first.
@@ -84,7 +86,7 @@ const UserStore::Snapshot* UserStore::Fresh() {
 }
 
 UserStore::Reading::Reading(UserStore& store) : store_(store), lock_(store.guard_) {
-  store.Open(false);
+  store.Open(false, store.system_.Access.Patience);
 }
 
 std::optional<StoredUser> UserStore::Reading::Find(StringView name) {
@@ -117,19 +119,18 @@ const std::vector<StoredUser>& UserStore::Reading::List() {
 
 UserStore::Writing::Writing(UserStore& store, WithoutStore otherwise)
     : store_(store), lock_(store.guard_) {
-  store.Open(otherwise == WithoutStore::Create);
-  Begin(store.system_.Access.Patience);
+  store.Open(otherwise == WithoutStore::Create, store.system_.Access.Patience);
+  Begin();
 }
 
 UserStore::Writing::Writing(UserStore& store, std::chrono::milliseconds patience)
     : store_(store), lock_(store.guard_) {
-  store.Open(false);
-  Begin(patience);
+  store.Open(false, patience);
+  Begin();
 }
 
-void UserStore::Writing::Begin(std::chrono::milliseconds patience) {
+void UserStore::Writing::Begin() {
   if (store_.database_ == nullptr) return;
-  store_.database_->BeginPatience(patience);
   transaction_.emplace(*store_.database_, Transaction::Kind::Writes);
   users_.emplace(*store_.database_);
 }

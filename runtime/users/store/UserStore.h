@@ -82,7 +82,7 @@ class UserStore {
     void Commit() { transaction_->Commit(); }
 
    private:
-    void Begin(std::chrono::milliseconds patience);
+    void Begin();
 
     UserStore& store_;
     std::unique_lock<std::mutex> lock_;
@@ -93,7 +93,7 @@ class UserStore {
  private:
   struct Snapshot;
 
-  void Open(bool creates);
+  void Open(bool creates, std::chrono::milliseconds patience);
   void Create(Database& database);
   void Close();
   const Snapshot* Fresh();

@@ -72,7 +72,7 @@ TEST_P(Plant, UsersRulesTextsAndAuditOutliveUpgradeAndRemoval) {
       << "\n# The plant's own.\n";
   std::ofstream(Texts(), std::ios::binary) << kTexts;
   const auto before = Belongings();
-  for (const char* name : {"users.dat", "users.conf", "audit.log", "texts"})
+  for (const char* name : {"users.db", "users.conf", "texts"})
     ASSERT_TRUE(before.contains(name) && !before.at(name).empty()) << name;
 
   Install(Version::New);
