@@ -19,6 +19,8 @@ inline constexpr std::uint32_t kCryptographyFailure = 0x80040215u;
 inline constexpr std::uint32_t kStoreBusy = 0x80040216u;
 inline constexpr std::uint32_t kUnableToProvision = 0x80040217u;
 inline constexpr std::uint32_t kUnableToRecover = 0x80040218u;
+inline constexpr std::uint32_t kDirectorySilent = 0x80040219u;
+inline constexpr std::uint32_t kDirectoryFailure = 0x8004021Au;
 
 // An error of the runtime, named as its source.
 inline Error KorvelError(std::uint32_t status, String description) {

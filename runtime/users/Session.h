@@ -12,6 +12,9 @@ namespace krx::runtime {
 struct LoggedOnUser {
   std::uint32_t Id = 0;
   String Name;
+  String ClassName = {};  // of a user of the directory service, who has no id here; else empty
+
+  bool IsOfDirectory() const { return !ClassName.empty(); }
 };
 
 // Who is logged on to this process; all objects of the process share one.

@@ -34,8 +34,22 @@ RefusedPasswords UserManagement::Refused() {
 std::optional<StoredUser> UserManagement::Actor(UserSource& users) const {
   const std::optional<LoggedOnUser> current = Session.Current();
   if (!current) return std::nullopt;
+  if (current->IsOfDirectory()) {
+    StoredUser user;
+    user.Name = current->Name;
+    user.ClassName = current->ClassName;
+    return user;
+  }
   std::optional<StoredUser> user = users.FindId(current->Id);
   return user && !user->Deactivated ? user : std::nullopt;
+}
+
+void UserManagement::Record(const AuditEntry& entry) {
+  UserStore::Writing writing(Store);
+  if (!writing.HasStore())
+    throw UnableToSave(u"there is no store yet; krxusers provision makes it");
+  writing.Record(entry);
+  writing.Commit();
 }
 
 void UserManagement::RecordFailure(const AuditEntry& entry) noexcept {

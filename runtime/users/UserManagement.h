@@ -24,10 +24,12 @@ class UserManagement {
   RefusedPasswords Refused();
 
   // The user logged on to this process; nothing when nobody is, or when he has been removed or
-  // deactivated in the meantime.
+  // deactivated in the meantime. One of the directory service has no id here.
   std::optional<StoredUser> Actor(UserSource& users) const;
 
-  // Adds an event on its own; a failure to do so is swallowed, because what is recorded here is a
+  // Adds an event on its own. Raises Error when that cannot be done.
+  void Record(const AuditEntry& entry);
+  // The same; a failure to do so is swallowed, because what is recorded here is a
   // failure already, and nobody is waited for long.
   void RecordFailure(const AuditEntry& entry) noexcept;
 

@@ -31,4 +31,9 @@ inline constexpr Difference kPartsComeWithoutWhatTheyBelongTo{
     "an installer that is told to install one part of a product leaves out the part that it "
     "belongs to"};
 
+inline constexpr Difference kCertificatesAreNotShown{
+    "wine8-x64, wine10-x64, wine10-x86", [](const Platform& platform) { return platform.Wine > 0; },
+    "the client of directory services has no option by which a program sees the server's "
+    "certificate, and takes any"};
+
 }  // namespace krx::test

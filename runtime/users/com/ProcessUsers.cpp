@@ -7,8 +7,11 @@
 
 #include "com/Module.h"
 #include "com/Text.h"
+#include "runtime/users/directory/OfflineTable.h"
+#include "runtime/users/directory/win32/SystemLdapClient.h"
 #include "runtime/users/win32/Win32Clock.h"
 #include "runtime/users/win32/Win32Cryptography.h"
+#include "runtime/users/win32/Win32Errands.h"
 #include "runtime/users/win32/Win32Files.h"
 #include "runtime/users/win32/Win32Origin.h"
 
@@ -32,7 +35,19 @@ struct Process {
   Win32Clock Clock;
   runtime::Session Session;
   UserManagement Management;
+
+  SystemLdapClient Client;
+  Win32Errands Errands;
+  DirectoryService Service{Client, Errands};
+  OfflineTable Kept{Management.Store};
+  OfflineUsers Offline{Kept, Crypto, Clock};
+  DirectoryUsers Directory{Service, Offline};
 };
+
+Process& TheProcess(const DatabaseAccess& access = {}) {
+  static Process process{access};
+  return process;
+}
 
 std::atomic<int> in_use = 0;
 std::atomic<UserManagement*> made = nullptr;
@@ -49,9 +64,15 @@ std::filesystem::path UsersFolder() {
 }
 
 UserManagement& ProcessUsers(const DatabaseAccess& access) {
-  static Process process{access};
-  made = &process.Management;
-  return process.Management;
+  made = &TheProcess(access).Management;
+  return *made;
+}
+
+std::optional<host::UserInfo> ProcessPlant::FindUserInfo(const String& user) {
+  // Lists of users ask for each of them: this machine's cost one look at the store.
+  if (std::optional<host::UserInfo> local = users_.FindUserInfo(user)) return local;
+  if (!Users.GetUserClass(user).Found) return std::nullopt;
+  return Users.GetUserInfo(user);
 }
 
 UsersInUse::UsersInUse() {
@@ -62,6 +83,12 @@ UsersInUse::~UsersInUse() {
   if (--in_use > 0) return;
   if (UserManagement* const management = made) const UserStore::Use last(management->Store);
 }
+
+ProcessPlant::ProcessPlant()
+    : session_(ProcessUsers()),
+      users_(ProcessUsers()),
+      Users(ProcessUsers(), users_, TheProcess().Directory),
+      Session(ProcessUsers(), session_, users_, TheProcess().Directory) {}
 
 void KeepLoadedWhileLoggedOn() {
   const bool logged_on = ProcessUsers().Session.Current().has_value();

@@ -3,9 +3,12 @@
 #include <ole2.h>
 
 #include <filesystem>
+#include <optional>
 
 #include "base/Password.h"
-#include "runtime/users/UserManagement.h"
+#include "runtime/users/administration/UserDirectory.h"
+#include "runtime/users/directory/PlantUsers.h"
+#include "runtime/users/logon/LogOnService.h"
 
 namespace krx::runtime {
 
@@ -16,6 +19,23 @@ std::filesystem::path UsersFolder();
 // The user management of this process; all its objects share it. Raises Error when the system's
 // cryptography is not to be had. The first call decides how the database is reached.
 UserManagement& ProcessUsers(const DatabaseAccess& access = {});
+
+// The users of this process, those of the plant's directory service included, for one call.
+class ProcessPlant {
+ public:
+  ProcessPlant();
+
+  // Nothing when there is no such user.
+  std::optional<host::UserInfo> FindUserInfo(const String& user);
+
+ private:
+  LogOnService session_;
+  UserDirectory users_;
+
+ public:
+  PlantUsers Users;
+  PlantSession Session;
+};
 
 // Keeps the component loaded while somebody is logged on: unloading it would log him off in
 // silence. To be called after every log-on and log-off.

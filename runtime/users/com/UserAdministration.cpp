@@ -1,15 +1,10 @@
 #include "runtime/users/com/UserAdministration.h"
 
 #include "com/Text.h"
-#include "runtime/users/administration/UserDirectory.h"
 #include "runtime/users/com/Arrays.h"
 
 namespace krx::runtime {
 namespace {
-
-UserDirectory Directory() {
-  return UserDirectory(ProcessUsers());
-}
 
 host::UserRecord RecordOf(BSTR user, BSTR full_name, BSTR comment, BSTR password, BSTR class_name,
                           DATE date, LONG state) {
@@ -29,15 +24,15 @@ host::UserRecord RecordOf(BSTR user, BSTR full_name, BSTR comment, BSTR password
 HRESULT UserAdministration::ChangeUserPassword(BSTR user, BSTR new_password, BSTR current_password,
                                                LONG* result) {
   return Answer(result, [&] {
-    return Directory().ChangeUserPassword(com::FromBstr(user), PasswordFromBstr(new_password),
-                                          PasswordFromBstr(current_password));
+    return ProcessPlant().Users.ChangeUserPassword(
+        com::FromBstr(user), PasswordFromBstr(new_password), PasswordFromBstr(current_password));
   });
 }
 
 HRESULT UserAdministration::CreateUser(BSTR user, BSTR full_name, BSTR comment, BSTR password,
                                        BSTR class_name, DATE date, LONG state, LONG* result) {
   return Answer(result, [&] {
-    return Directory().CreateUser(
+    return ProcessPlant().Users.CreateUser(
         RecordOf(user, full_name, comment, password, class_name, date, state));
   });
 }
@@ -45,23 +40,24 @@ HRESULT UserAdministration::CreateUser(BSTR user, BSTR full_name, BSTR comment, 
 HRESULT UserAdministration::ModifyUser(BSTR user, BSTR full_name, BSTR comment, BSTR password,
                                        BSTR class_name, DATE date, LONG state, LONG* result) {
   return Answer(result, [&] {
-    return Directory().ModifyUser(
+    return ProcessPlant().Users.ModifyUser(
         RecordOf(user, full_name, comment, password, class_name, date, state));
   });
 }
 
 HRESULT UserAdministration::RemoveUser(BSTR user, LONG* result) {
-  return Answer(result, [&] { return Directory().RemoveUser(com::FromBstr(user)); });
+  return Answer(result, [&] { return ProcessPlant().Users.RemoveUser(com::FromBstr(user)); });
 }
 
 HRESULT UserAdministration::SetUserActive(BSTR user, LONG active, LONG* result) {
-  return Answer(result, [&] { return Directory().SetUserActive(com::FromBstr(user), active); });
+  return Answer(result,
+                [&] { return ProcessPlant().Users.SetUserActive(com::FromBstr(user), active); });
 }
 
 HRESULT UserAdministration::GetUserClass(BSTR user, BSTR* class_name, VARIANT_BOOL* found) {
   return Guard([&] {
     com::EmptyResults(class_name, found);
-    const host::UserClassOfUser answer = Directory().GetUserClass(com::FromBstr(user));
+    const host::UserClassOfUser answer = ProcessPlant().Users.GetUserClass(com::FromBstr(user));
     *class_name = com::Bstr(answer.ClassName).Detach();
     *found = com::ToVariantBool(answer.Found);
     return S_OK;
@@ -74,7 +70,7 @@ HRESULT UserAdministration::GetUserInfo(BSTR user, BSTR* full_name, BSTR* commen
   return Guard([&] {
     com::EmptyResults(full_name, comment, state, remaining_log_ons, password_changed_on,
                       renew_password, status);
-    const std::optional<host::UserInfo> found = Directory().FindUserInfo(com::FromBstr(user));
+    const std::optional<host::UserInfo> found = ProcessPlant().FindUserInfo(com::FromBstr(user));
     const host::UserInfo info = found.value_or(host::UserInfo());
     com::Bstr full(info.FullName);
     com::Bstr remark(info.Comment);
@@ -92,7 +88,7 @@ HRESULT UserAdministration::GetUserInfo(BSTR user, BSTR* full_name, BSTR* commen
 HRESULT UserAdministration::GetUserNames(BSTR selection, VARIANT, VARIANT, VARIANT,
                                          VARIANT* names) {
   return Answer(names, [&] {
-    const std::vector<String> found = Directory().GetUserNames(com::FromBstr(selection));
+    const std::vector<String> found = ProcessPlant().Users.GetUserNames(com::FromBstr(selection));
     return found.empty() ? VARIANT{} : ArrayOf(found).Detach();
   });
 }
@@ -100,7 +96,7 @@ HRESULT UserAdministration::GetUserNames(BSTR selection, VARIANT, VARIANT, VARIA
 HRESULT UserAdministration::GetCurrentUser(BSTR* user, BSTR* class_name, VARIANT_BOOL* logged_on) {
   return Guard([&] {
     com::EmptyResults(user, class_name, logged_on);
-    const host::CurrentUser current = Directory().GetCurrentUser();
+    const host::CurrentUser current = ProcessPlant().Users.GetCurrentUser();
     com::Bstr name(current.Name);
     *class_name = com::Bstr(current.ClassName).Detach();
     *user = name.Detach();
@@ -110,7 +106,7 @@ HRESULT UserAdministration::GetCurrentUser(BSTR* user, BSTR* class_name, VARIANT
 }
 
 HRESULT UserAdministration::GetAdministrationMode(LONG* mode) {
-  return Answer(mode, [] { return Directory().GetAdministrationMode(); });
+  return Answer(mode, [] { return ProcessPlant().Users.GetAdministrationMode(); });
 }
 
 }  // namespace krx::runtime

@@ -1,15 +1,13 @@
 #include "runtime/users/com/UserSession.h"
 
 #include "com/Text.h"
-#include "runtime/users/logon/LogOnService.h"
 
 namespace krx::runtime {
 
 HRESULT UserSession::LogOnUser(BSTR user, BSTR password, LONG* result) {
   return Guard([&] {
     com::Answer(result, [&] {
-      return LogOnService(ProcessUsers())
-          .LogOnUser(com::FromBstr(user), PasswordFromBstr(password));
+      return ProcessPlant().Session.LogOnUser(com::FromBstr(user), PasswordFromBstr(password));
     });
     KeepLoadedWhileLoggedOn();
     return S_OK;
@@ -18,7 +16,7 @@ HRESULT UserSession::LogOnUser(BSTR user, BSTR password, LONG* result) {
 
 HRESULT UserSession::LogOffUser(LONG* result) {
   return Guard([&] {
-    com::Answer(result, [] { return LogOnService(ProcessUsers()).LogOffUser(); });
+    com::Answer(result, [] { return ProcessPlant().Session.LogOffUser(); });
     KeepLoadedWhileLoggedOn();
     return S_OK;
   });

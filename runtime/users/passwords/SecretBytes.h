@@ -7,18 +7,22 @@
 
 namespace krx::runtime {
 
+// Overwrites memory. Volatile, so that the compiler cannot drop writes to what is about to be
+// freed.
+inline void Wipe(void* memory, std::size_t size) {
+  volatile std::uint8_t* const bytes = static_cast<std::uint8_t*>(memory);
+  for (std::size_t i = 0; i < size; ++i)
+    bytes[i] = 0;
+}
+
 // Bytes that are wiped from memory when they go.
 class SecretBytes {
  public:
   explicit SecretBytes(std::size_t size) : bytes_(size) {}
   SecretBytes(const SecretBytes&) = delete;
   SecretBytes& operator=(const SecretBytes&) = delete;
-  ~SecretBytes() {
-    // Volatile, so that the compiler cannot drop writes to memory that is about to be freed.
-    volatile std::uint8_t* const memory = bytes_.data();
-    for (std::size_t i = 0; i < bytes_.size(); ++i)
-      memory[i] = 0;
-  }
+  SecretBytes(SecretBytes&&) noexcept = default;  // the other one has nothing left
+  ~SecretBytes() { Wipe(bytes_.data(), bytes_.size()); }
 
   std::span<std::uint8_t> Bytes() { return bytes_; }
   std::span<const std::uint8_t> Bytes() const { return bytes_; }

@@ -96,4 +96,9 @@ String FoldedName(StringView name) {
   return folded;
 }
 
+bool PrecedesInList(StringView left, StringView right) {
+  return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
+                                      [](char16_t a, char16_t b) { return Folded(a) < Folded(b); });
+}
+
 }  // namespace krx::runtime

@@ -29,4 +29,7 @@ bool EqualIgnoringCase(StringView left, StringView right);
 // The name with small letters instead of capital ones, by the same letters.
 String FoldedName(StringView name);
 
+// The order of user lists: by name, upper and lower case alike, code unit by code unit.
+bool PrecedesInList(StringView left, StringView right);
+
 }  // namespace krx::runtime

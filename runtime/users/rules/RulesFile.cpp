@@ -6,6 +6,7 @@
 #include "runtime/core/FieldText.h"
 #include "runtime/core/KorvelError.h"
 #include "runtime/core/LineReader.h"
+#include "runtime/users/rules/DirectoryRulesParser.h"
 #include "runtime/users/rules/Names.h"
 
 namespace krx::runtime {
@@ -41,6 +42,7 @@ class Parser {
     }
     if (!classes_.empty()) rules_.Classes = std::move(classes_);
     CheckWhole();
+    rules_.Directory = directory_.Finish(rules_);
     return std::move(rules_);
   }
 
@@ -51,6 +53,7 @@ class Parser {
     const std::string_view name = Trimmed(line.substr(0, equals));
     const std::string_view value = Trimmed(line.substr(equals + 1));
     if (name == "class") return ParseClass(value);
+    if (name.starts_with("directory") && directory_.Take(name, value)) return;
     for (const Setting& setting : kSettings) {
       if (name == setting.Name) return ParseSetting(setting, value);
     }
@@ -98,6 +101,7 @@ class Parser {
   }
 
   LineReader lines_;
+  DirectoryRulesParser directory_{lines_};
   std::map<std::string_view, std::int32_t> seen_;
   std::vector<UserClass> classes_;
   UserRules rules_;
@@ -140,6 +144,14 @@ std::string_view RulesFileTemplate() {
 #class = Operator | 10 | Operator
 #class = Engineer | 50 | Engineer
 #class = Administrator | 100 | Administrator
+
+# Users of the plant's directory service, besides those of this machine; docs/user-management.md
+# explains every setting. The password of directory-search-as stands in directory-password.txt.
+#   directory = ldaps://host1.plant.example ldaps://host2.plant.example
+#   directory-base = dc=plant,dc=example
+#   directory-class = Operator | cn=operators,ou=groups,dc=plant,dc=example
+#   directory-kind = openldap
+#   directory-search-as = cn=panels,dc=plant,dc=example
 )";
 }
 

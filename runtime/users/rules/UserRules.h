@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/String.h"
+#include "runtime/users/rules/DirectoryRules.h"
 
 namespace krx::runtime {
 
@@ -33,6 +34,7 @@ struct UserRules {
   std::vector<UserClass> Classes = {{u"Operator", u"Operator", 10},
                                     {u"Engineer", u"Engineer", 50},
                                     {u"Administrator", u"Administrator", 100}};
+  DirectoryRules Directory;  // users beside the local ones
 
   // Null when there is no such class; names are compared exactly.
   const UserClass* FindClass(StringView name) const;

@@ -68,6 +68,23 @@ CREATE TABLE unknown_attempts (
   count INTEGER NOT NULL
 ) STRICT;
 INSERT INTO unknown_attempts VALUES (1, 0);
+)sql",
+    R"sql(
+-- Users of the directory service who may log on for a while without it.
+CREATE TABLE offline_users (
+  name_key BLOB PRIMARY KEY,               -- as in users
+  name TEXT NOT NULL CHECK (name <> ''),
+  full_name TEXT NOT NULL,
+  comment TEXT NOT NULL,
+  class TEXT NOT NULL,
+  password_changed_on INTEGER NOT NULL,
+  iterations INTEGER NOT NULL CHECK (iterations > 0),
+  salt BLOB NOT NULL CHECK (length(salt) >= 16),
+  key BLOB NOT NULL CHECK (length(key) = 32),
+  confirmed_at INTEGER NOT NULL,           -- by a server
+  failures INTEGER NOT NULL CHECK (failures >= 0),
+  last_failure INTEGER NOT NULL
+) STRICT, WITHOUT ROWID;
 )sql"};
 
 std::int64_t Pragma(Database& database, const char* sql) {

@@ -13,7 +13,7 @@
 namespace krx::runtime {
 namespace {
 
-constexpr int kPause = 3;  // milliseconds between two tries
+constexpr int kPauseOfDatabase = 3;  // milliseconds between two tries
 constexpr int kStampAt = 24;
 
 String Described(const char* text) {
@@ -103,7 +103,7 @@ void Database::BeginPatience(std::chrono::milliseconds patience) {
 int Database::WaitForOthers(void* database, int) {
   if (std::chrono::steady_clock::now() >= static_cast<Database*>(database)->end_of_patience_)
     return 0;
-  sqlite3_sleep(kPause);
+  sqlite3_sleep(kPauseOfDatabase);
   return 1;
 }
 

@@ -78,6 +78,8 @@ class UserStore {
     bool HasStore() const { return transaction_.has_value(); }
     // Only with a store.
     UserTable& Users() { return *users_; }
+    // The same, for other tables than that of the users.
+    Database& Data() { return *store_.database_; }
     void Record(const AuditEntry& entry);
     void Commit() { transaction_->Commit(); }
 

@@ -13,16 +13,6 @@ namespace {
   "remaining_log_ons, password_changed_on, failures, failures_in_a_row, last_failure " \
   "FROM users "
 
-// The name without case, so that the bytes' order is the units' order.
-std::vector<std::uint8_t> KeyOf(StringView name) {
-  std::vector<std::uint8_t> key;
-  for (const char16_t unit : FoldedName(name)) {
-    key.push_back(static_cast<std::uint8_t>(unit >> 8));
-    key.push_back(static_cast<std::uint8_t>(unit & 0xFF));
-  }
-  return key;
-}
-
 StoredUser UserIn(const Query& query) {
   StoredUser user;
   user.Id = static_cast<std::uint32_t>(query.Number(0));
@@ -42,6 +32,15 @@ StoredUser UserIn(const Query& query) {
 
 }  // namespace
 
+std::vector<std::uint8_t> NameKey(StringView name) {
+  std::vector<std::uint8_t> key;
+  for (const char16_t unit : FoldedName(name)) {
+    key.push_back(static_cast<std::uint8_t>(unit >> 8));
+    key.push_back(static_cast<std::uint8_t>(unit & 0xFF));
+  }
+  return key;
+}
+
 std::optional<StoredUser> UserTable::Whole(Query& query) {
   if (!query.Next()) return std::nullopt;
   StoredUser user = UserIn(query);
@@ -55,7 +54,7 @@ std::optional<StoredUser> UserTable::Whole(Query& query) {
 }
 
 std::optional<StoredUser> UserTable::Find(StringView name) {
-  Query query(database_, KRX_USER_COLUMNS "WHERE name_key = ?", KeyOf(name));
+  Query query(database_, KRX_USER_COLUMNS "WHERE name_key = ?", NameKey(name));
   std::optional<StoredUser> user = Whole(query);
   return user && user->Name == name ? user : std::nullopt;
 }
@@ -90,7 +89,7 @@ bool UserTable::HasAny() {
 }
 
 bool UserTable::IsTaken(StringView name) {
-  return Query(database_, "SELECT 1 FROM users WHERE name_key = ?", KeyOf(name)).Next();
+  return Query(database_, "SELECT 1 FROM users WHERE name_key = ?", NameKey(name)).Next();
 }
 
 std::uint32_t UserTable::Add(const StoredUser& user) {
@@ -98,9 +97,9 @@ std::uint32_t UserTable::Add(const StoredUser& user) {
         "INSERT INTO users (name, name_key, full_name, comment, class, deactivated, must_renew, "
         "remaining_log_ons, password_changed_on, failures, failures_in_a_row, last_failure) "
         "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
-        user.Name, KeyOf(user.Name), user.FullName, user.Comment, user.ClassName, user.Deactivated,
-        user.MustRenew, user.RemainingLogOns, user.PasswordChangedOn, user.Failures,
-        user.FailuresInARow, user.LastFailure)
+        user.Name, NameKey(user.Name), user.FullName, user.Comment, user.ClassName,
+        user.Deactivated, user.MustRenew, user.RemainingLogOns, user.PasswordChangedOn,
+        user.Failures, user.FailuresInARow, user.LastFailure)
       .Run();
   StoredUser added = user;
   added.Id = static_cast<std::uint32_t>(database_.LastId());

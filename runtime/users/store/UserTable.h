@@ -5,6 +5,9 @@
 
 namespace krx::runtime {
 
+// A name without case, by which it is looked up; the bytes' order is that of lists.
+std::vector<std::uint8_t> NameKey(StringView name);
+
 // The users and their passwords in the database, read and changed by key.
 class UserTable : public UserSource {
  public:

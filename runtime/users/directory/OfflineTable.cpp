@@ -1,0 +1,62 @@
+#include "runtime/users/directory/OfflineTable.h"
+
+namespace krx::runtime {
+namespace {
+
+class HeldTable : public OfflineStore::Hold {
+ public:
+  explicit HeldTable(UserStore& store) : writing_(store) {}
+
+  std::optional<OfflineRecord> Find(StringView name) override {
+    if (!writing_.HasStore()) return std::nullopt;
+    Query query(writing_.Data(),
+                "SELECT name, full_name, comment, class, password_changed_on, iterations, salt, "
+                "key, confirmed_at, failures, last_failure FROM offline_users WHERE name_key = ?",
+                NameKey(name));
+    if (!query.Next()) return std::nullopt;
+    OfflineRecord record;
+    record.User.Name = query.Text(0);
+    record.User.FullName = query.Text(1);
+    record.User.Comment = query.Text(2);
+    record.User.ClassName = query.Text(3);
+    record.User.PasswordChangedOn = static_cast<std::int32_t>(query.Number(4));
+    record.Hash = {static_cast<std::uint32_t>(query.Number(5)), query.Bytes(6), query.Bytes(7)};
+    record.ConfirmedAt = query.Number(8);
+    record.Failures = static_cast<std::int32_t>(query.Number(9));
+    record.LastFailure = query.Number(10);
+    return record;
+  }
+
+  void Put(const OfflineRecord& record) override {
+    if (!writing_.HasStore()) return;
+    const DirectoryUser& user = record.User;
+    Query(writing_.Data(),
+          "INSERT OR REPLACE INTO offline_users (name_key, name, full_name, comment, class, "
+          "password_changed_on, iterations, salt, key, confirmed_at, failures, last_failure) "
+          "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+          NameKey(user.Name), user.Name, user.FullName, user.Comment, user.ClassName,
+          user.PasswordChangedOn, record.Hash.Iterations, record.Hash.Salt, record.Hash.Key,
+          record.ConfirmedAt, record.Failures, record.LastFailure)
+        .Run();
+  }
+
+  void Remove(StringView name) override {
+    if (!writing_.HasStore()) return;
+    Query(writing_.Data(), "DELETE FROM offline_users WHERE name_key = ?", NameKey(name)).Run();
+  }
+
+  void Commit() override {
+    if (writing_.HasStore()) writing_.Commit();
+  }
+
+ private:
+  UserStore::Writing writing_;
+};
+
+}  // namespace
+
+std::unique_ptr<OfflineStore::Hold> OfflineTable::Open() {
+  return std::make_unique<HeldTable>(store_);
+}
+
+}  // namespace krx::runtime
