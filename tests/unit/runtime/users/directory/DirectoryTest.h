@@ -69,8 +69,10 @@ class DirectoryBench {
   // The list with all that is to be known of the users; the first one has their names alone.
   std::shared_ptr<const runtime::UsersByName> WholeList() {
     auto list = users.List(rules, search_password);
-    while (!list->empty() && list->begin()->second.FullName.empty())
+    while (!list->empty() && list->begin()->second.FullName.empty()) {
+      users.Find(rules, search_password, list->begin()->first);  // waits for all of it
       list = users.List(rules, search_password);
+    }
     return list;
   }
 
