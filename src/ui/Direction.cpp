@@ -28,7 +28,8 @@ String InsideRightToLeft(StringView text) {
     return IsRightToLeft(unit) || IsLeftToRight(unit);
   });
   String shown(text);
-  if (first == text.end() || IsRightToLeft(*first)) return shown;
+  const bool number = text.find_first_of(u"0123456789") != StringView::npos;
+  if (first == text.end() ? !number : IsRightToLeft(*first)) return shown;
   return kLeftToRightMark + shown + kLeftToRightMark;
 }
 

@@ -158,7 +158,11 @@ void ComboPeer::Choose() {
 }
 
 void ComboPeer::Draw(const DRAWITEMSTRUCT& item) {
-  if ((item.itemState & ODS_COMBOBOXEDIT) != 0) return PaintCombo(item.hDC);
+  if ((item.itemState & ODS_COMBOBOXEDIT) != 0) {
+    // Some systems do not mirror the part of the field that they let be drawn.
+    if (form_.Mirrored()) SelectClipRgn(item.hDC, nullptr);
+    return PaintCombo(item.hDC);
+  }
   DrawRow(item);
 }
 

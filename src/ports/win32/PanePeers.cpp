@@ -100,7 +100,7 @@ void IndexPeer::PaintLinesInSight(HDC dc, const RECT& area) {
       rows.top + toolkit_.Texts.Measure(font_, StringView()).cy * static_cast<LONG>(last - first);
   toolkit_.Texts.Draw(dc, font_, part, rows, form_.Scale().Pixels(index_.Indent()));
   const RECT rest{area.left, rows.bottom, area.right, area.bottom};
-  ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &rest, L"", 0, nullptr);
+  toolkit_.Texts.Draw(dc, font_, StringView(), rest, 0);
   if (GetFocus() == Window() && form_.ShowsFocus())
     FrameRect(dc, &area, BrushFor(dc, form_.Theme()->Focus));
 }

@@ -25,6 +25,40 @@ bool HasTab(StringView line) {
   return line.find(u'\t') != StringView::npos;
 }
 
+// Systems do not agree how texts read, nor which pixels are filled, where drawing is mirrored. So
+// the mirror is taken away while this lives, and texts are told to end where they would have begun.
+class WithoutMirror {
+ public:
+  WithoutMirror(HDC dc, const RECT& area) : dc_(dc), layout_(GetLayout(dc)), area_(area) {
+    if (!Mirrored()) return;
+    POINT corners[]{{area.left, area.top}, {area.right, area.bottom}};
+    LPtoDP(dc, corners, 2);
+    SetLayout(dc, 0);
+    DPtoLP(dc, corners, 2);
+    area_ = {corners[1].x + 1, corners[0].y, corners[0].x + 1, corners[1].y};
+    align_ = SetTextAlign(dc, TA_RIGHT | TA_RTLREADING);
+  }
+  ~WithoutMirror() {
+    if (!Mirrored()) return;
+    SetTextAlign(dc_, align_);
+    SetLayout(dc_, layout_);
+  }
+  WithoutMirror(const WithoutMirror&) = delete;
+  WithoutMirror& operator=(const WithoutMirror&) = delete;
+
+  const RECT& Area() const { return area_; }
+  // Where a text begins that is so far from the area's edge.
+  int Begin(int indent) const { return Mirrored() ? area_.right - indent : area_.left + indent; }
+
+ private:
+  bool Mirrored() const { return (layout_ & LAYOUT_RTL) != 0; }
+
+  HDC dc_;
+  DWORD layout_;
+  RECT area_;
+  UINT align_ = 0;
+};
+
 int LineWidth(HDC dc, StringView line) {
   const int length = static_cast<int>(line.size());
   if (HasTab(line)) return LOWORD(GetTabbedTextExtentW(dc, WideData(line), length, 0, nullptr));
@@ -108,11 +142,12 @@ int Texts::Widest(const SharedFont& font, std::size_t count,
 void Texts::Draw(HDC dc, const SharedFont& font, StringView text, const RECT& area, int indent) {
   const int line_height = LineHeight(font);
   const int lines = static_cast<int>(std::count(text.begin(), text.end(), u'\n')) + 1;
-  const int left = area.left + indent;
-  const int top = area.top + (area.bottom - area.top - lines * line_height) / 2;
+  const WithoutMirror plain(dc, area);
+  const int left = plain.Begin(indent);
+  const int top = plain.Area().top + (area.bottom - area.top - lines * line_height) / 2;
   const HGDIOBJ before = SelectObject(dc, font->Get());
   // An empty opaque text is the cheapest way to fill the area in the background colour.
-  ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &area, L"", 0, nullptr);
+  ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &plain.Area(), L"", 0, nullptr);
   SetBkMode(dc, TRANSPARENT);
   ForEachLine(text, [&](StringView line, int number) {
     const int length = static_cast<int>(line.size());

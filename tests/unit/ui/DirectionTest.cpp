@@ -51,16 +51,17 @@ TEST_F(Direction, OfAFormTurnsTheArrowsOfItsListsAndOfNothingElse) {
   EXPECT_EQ(log, "37 39 37 40 ");
 }
 
-TEST(InsideRightToLeft, PathsNamesAndWordsOfTheOtherDirectionKeepTheirOrder) {
-  for (const StringView text : {u"C:\\", u"Report (1).txt", u"(a)", u"\u00C4ndern", u"\u0416"}) {
+TEST(InsideRightToLeft, PathsNamesNumbersAndWordsOfTheOtherDirectionKeepTheirOrder) {
+  for (const StringView text :
+       {u"C:\\", u"-1", u"Report (1).txt", u"(a)", u"\u00C4ndern", u"\u0416"}) {
     const String mark(1, u'\u200E');
     EXPECT_EQ(ui::InsideRightToLeft(text), mark + String(text) + mark) << ToUtf8(text);
   }
 }
 
 TEST(InsideRightToLeft, WhatIsWrittenSoOrHasNoDirectionStaysAsItIs) {
-  for (const StringView text : {u"", u" +", u"..", u"12", u"\u05E9\u05DC\u05D5\u05DD.txt",
-                                u"1 \u0645\u0644\u0641 a", u"\uFE91"})
+  for (const StringView text :
+       {u"", u" +", u"..", u"\u05E9\u05DC\u05D5\u05DD.txt", u"1 \u0645\u0644\u0641 a", u"\uFE91"})
     EXPECT_EQ(ui::InsideRightToLeft(text), text) << ToUtf8(text);
 }
 
