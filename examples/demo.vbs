@@ -14,6 +14,8 @@ Randomize
 Set Dialogs = CreateObject("KRXDialogs.KRXDialog")
 Set Runtime = CreateObject("KorvelRuntime.RuntimeSettings")
 Runtime.Language = "en"
+' The look of a panel may be named: "dark", "grey", "high-contrast".
+If WScript.Arguments.Count > 0 Then CreateObject("KorvelRuntime.PanelSettings").Theme = WScript.Arguments(0)
 Entries = AllEntries()
 RunMenu
 WScript.Echo "The menu has been closed."

@@ -20,6 +20,7 @@ ask() {
 # it, once it no longer changes.
 picture() {
   local left top width height before='' now attempt
+  ask away # a control under the pointer looks different
   ask rect
   read -r left top width height <<< "$answer"
   height=$((height + ${2:-0}))

@@ -25,6 +25,7 @@ constexpr const char* kUsage =
     "wait FORM         waits for a form and makes it the current one\n"
     "next [SECONDS]    waits for another form than the current one\n"
     "gone              waits until the current form has closed\n"
+    "away              moves the pointer off every form\n"
     "click CONTROL     clicks in the middle of a control of the current form\n"
     "hold CONTROL      presses the button in the middle of a control and keeps it down\n"
     "key NAME          presses a key: Enter, Esc, Tab, Shift+Tab, Alt+y, ...\n"
@@ -103,6 +104,11 @@ std::string Has(const std::string& control) {
   return found && found->Visible() ? "yes" : "no";
 }
 
+std::string Away(const std::string&) {
+  krx::drive::MoveMouse({0, 0});
+  return {};
+}
+
 std::string Click(const std::string& control) {
   Current().Child(Widen(control)).Click();
   return {};
@@ -140,9 +146,9 @@ std::string Hold(const std::string& name) {
 
 std::string Run(const std::string& command) {
   static const std::map<std::string, std::function<std::string(const std::string&)>> commands{
-      {"wait", Wait}, {"next", Next}, {"gone", Gone}, {"click", Click},
-      {"key", Key},   {"type", Type}, {"rect", Rect}, {"read", Read},
-      {"has", Has},   {"list", List}, {"dump", Dump}, {"hold", Hold},
+      {"wait", Wait}, {"next", Next}, {"gone", Gone}, {"click", Click}, {"away", Away},
+      {"key", Key},   {"type", Type}, {"rect", Rect}, {"read", Read},   {"has", Has},
+      {"list", List}, {"dump", Dump}, {"hold", Hold},
   };
   const auto space = command.find(' ');
   const auto it = commands.find(command.substr(0, space));

@@ -29,6 +29,9 @@ TEST(Gallery, ShowsEveryDialogInEveryWay) {
                           resolution + ".png");
   constexpr std::size_t kForms = 11;
   EXPECT_EQ(expected.size(), 1 + kForms * 2 * 2 * 2);
+  for (const char* form : {"FMessageBox", "FLogOnCombo", "FFileSelect", "FFileSelectTouch"})
+    for (const char* theme : {"dark", "grey", "high-contrast"})
+      expected.insert(std::string("pictures/gallery/") + form + "-" + theme + ".png");
   const auto links = Markdown::Read(Checkout() / "docs/gallery.md").Links();
   EXPECT_EQ(std::set<std::string>(links.begin(), links.end()), expected);
 }

@@ -12,6 +12,7 @@
 #include "ports/win32/Hovering.h"
 #include "ports/win32/RowImages.h"
 #include "ui/DoubleTouch.h"
+#include "ui/Platform.h"
 #include "ui/RowList.h"
 
 namespace krx::win32 {

@@ -91,7 +91,9 @@ void ListPeer::AdoptTop() {
 void ListPeer::Hover(UINT message, LPARAM point) {
   if (hovering_.Changes(Window(), message)) PaintBorder();
   if (message != WM_MOUSEMOVE && message != WM_MOUSELEAVE) return;
-  const int row = hovering_.Inside() && !pressed_ ? RowAt(point) : ui::RowList::kNoRow;
+  // Where fingers drag, the pointer is where the last one was.
+  const bool shown = hovering_.Inside() && !list_.DragScrolls;
+  const int row = shown ? RowAt(point) : ui::RowList::kNoRow;
   if (row == hot_) return;
   for (const int other : {std::exchange(hot_, row), row})
     if (other >= 0) Send(LVM_REDRAWITEMS, static_cast<WPARAM>(other), other);
