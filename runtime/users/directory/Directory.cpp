@@ -1,6 +1,6 @@
 #include "runtime/users/directory/Directory.h"
 
-#include "runtime/core/Utf8.h"
+#include "base/Utf8.h"
 
 namespace krx::runtime {
 

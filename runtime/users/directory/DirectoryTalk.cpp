@@ -5,7 +5,7 @@
 
 #include "host/UserManager.h"
 #include "runtime/core/FieldText.h"
-#include "runtime/core/Utf8.h"
+#include "base/Utf8.h"
 #include "runtime/users/directory/Escaping.h"
 #include "runtime/users/directory/PasswordWire.h"
 #include "runtime/users/rules/Names.h"

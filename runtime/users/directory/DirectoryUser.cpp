@@ -5,7 +5,7 @@
 
 #include "host/UserManager.h"
 #include "runtime/core/FieldText.h"
-#include "runtime/core/Utf8.h"
+#include "base/Utf8.h"
 #include "runtime/users/rules/Names.h"
 
 namespace krx::runtime {

@@ -4,7 +4,7 @@
 #include <charconv>
 
 #include "host/UserManager.h"
-#include "runtime/core/Utf8.h"
+#include "base/Utf8.h"
 #include "runtime/users/directory/PasswordWire.h"
 
 namespace krx::runtime {

@@ -2,7 +2,7 @@
 
 #include <sys/time.h>
 
-#include "runtime/core/Utf8.h"
+#include "base/Utf8.h"
 #include "runtime/users/directory/DirectoryUser.h"
 #include "runtime/users/directory/PasswordWire.h"
 
