@@ -100,13 +100,20 @@ void DirectoryList::Fill(DirectoryService& service, const DirectoryService::Acce
   EndReading(state);
 }
 
+bool DirectoryList::State::IsReading() {
+  const std::lock_guard lock(Guard);
+  return Reading;
+}
+
 void DirectoryList::AwaitReading(const DirectoryRules& rules) {
-  {
-    const std::lock_guard lock(state_->Guard);
-    if (!state_->Reading) return;
-  }
-  service_.Threads().Run([state = state_] { const std::lock_guard turn(state->Turn); },
-                         LongWait(rules));
+  if (!state_->IsReading()) return;
+  service_.Threads().Run(
+      [state = state_] {
+        // Once more where the reading has not had its turn yet.
+        while (state->IsReading())
+          const std::lock_guard turn(state->Turn);
+      },
+      LongWait(rules));
 }
 
 }  // namespace krx::runtime

@@ -36,6 +36,8 @@ class DirectoryList {
 
  private:
   struct State {
+    bool IsReading();
+
     std::mutex Guard;
     std::shared_ptr<const UsersByName> Users = std::make_shared<const UsersByName>();
     std::optional<DirectoryRules> ReadBy;  // the rules of that list
