@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <chrono>
 
+#include "base/Utf8.h"
 #include "host/UserManager.h"
 #include "runtime/core/FieldText.h"
-#include "base/Utf8.h"
 #include "runtime/users/rules/Names.h"
 
 namespace krx::runtime {

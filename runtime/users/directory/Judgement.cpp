@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
-#include "host/UserManager.h"
 #include "base/Utf8.h"
+#include "host/UserManager.h"
 #include "runtime/users/directory/PasswordWire.h"
 
 namespace krx::runtime {
