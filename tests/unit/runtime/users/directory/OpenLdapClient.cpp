@@ -26,7 +26,7 @@ timeval TimeOf(std::chrono::microseconds patience) {
 }
 
 String TextOf(const char* text) {
-  return runtime::FromUtf8(text ? text : "").value_or(String());
+  return FromUtf8(text ? text : "").value_or(String());
 }
 
 }  // namespace
