@@ -11,6 +11,7 @@
 #include "com/Errors.h"
 #include "com/Text.h"
 #include "runtime/core/KorvelError.h"
+#include "runtime/users/win32/Win32Account.h"
 
 namespace krx::runtime {
 namespace {
@@ -44,22 +45,6 @@ class Local {
  private:
   void* memory_ = nullptr;
 };
-
-using Sid = std::vector<std::uint8_t>;
-
-Sid OfThisAccount() {
-  HANDLE token = nullptr;
-  if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token)) Failed({}, GetLastError());
-  Sid buffer(sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE);
-  DWORD size = 0;
-  const BOOL told = GetTokenInformation(token, TokenUser, buffer.data(),
-                                        static_cast<DWORD>(buffer.size()), &size);
-  CloseHandle(token);
-  if (!told) Failed({}, GetLastError());
-  auto* const sid =
-      static_cast<std::uint8_t*>(reinterpret_cast<TOKEN_USER*>(buffer.data())->User.Sid);
-  return {sid, sid + GetLengthSid(sid)};
-}
 
 Sid OfAccount(const String& account) {
   Sid sid(SECURITY_MAX_SID_SIZE);

@@ -2,13 +2,12 @@
 
 #include <windows.h>
 
-#define SECURITY_WIN32  // the names that the next one is about
-#include <secext.h>
-
 #include <filesystem>
 #include <string>
 
+#include "base/Error.h"
 #include "com/Text.h"
+#include "runtime/users/win32/Win32Account.h"
 
 namespace krx::runtime {
 namespace {
@@ -20,9 +19,11 @@ String Station() {
 }
 
 String Account() {
-  wchar_t name[512] = L"";
-  ULONG size = 512;
-  return GetUserNameExW(NameSamCompatible, name, &size) ? com::FromWide(name) : String();
+  try {
+    return NameOfThisAccount();
+  } catch (const Error&) {
+    return {};
+  }
 }
 
 String Process() {
