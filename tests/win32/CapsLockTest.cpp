@@ -19,16 +19,16 @@ RECT BoundsOfWindow(HWND window) {
   return place;
 }
 
+BOOL CALLBACK TakeHint(HWND window, LPARAM data) {
+  if (!IsWindowVisible(window) || NameOf(window) != u"CapsLockHint") return TRUE;
+  *reinterpret_cast<HWND*>(data) = window;
+  return FALSE;
+}
+
 // The hint that is in sight; null without one.
 HWND Hint() {
   HWND found = nullptr;
-  EnumWindows(
-      [](HWND window, LPARAM data) -> BOOL {
-        if (!IsWindowVisible(window) || NameOf(window) != u"CapsLockHint") return TRUE;
-        *reinterpret_cast<HWND*>(data) = window;
-        return FALSE;
-      },
-      reinterpret_cast<LPARAM>(&found));
+  EnumWindows(TakeHint, reinterpret_cast<LPARAM>(&found));
   return found;
 }
 
