@@ -21,7 +21,7 @@ debian_mirror() {
     sort -u | sed -n 1p
 }
 
-# Makes the folder, or takes it up again when the same packages are in it. It is made aside: what was
+# Makes the folder, or takes it up again when the same packages, of both widths, are in it. It is made aside: what was
 # interrupted is thrown away.
 make_trixie() {
   local log=build/log/trixie.txt made_of mirror start=$SECONDS
@@ -34,7 +34,7 @@ make_trixie() {
   as_root rm -rf --one-file-system "$trixie" "$trixie.new"
   contained tools/trixie make "$PWD/$trixie.new" "$mirror" > "$log" 2>&1 ||
     { tail -n 20 "$log" >&2; echo "it cannot be made; all of it: $log" >&2; return 1; }
-  echo "$made_of" | as_root tee "$trixie.new/made-of" > /dev/null
+  [[ -e $trixie.new/without-x86 ]] || echo "$made_of" | as_root tee "$trixie.new/made-of" > /dev/null
   as_root mv "$trixie.new" "$trixie"
   took "$start"
 }
