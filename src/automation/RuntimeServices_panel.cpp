@@ -21,16 +21,35 @@ std::optional<Value> Asked(IPanelSettings& settings,
   return named(name.Text());
 }
 
+// Whether a program of its own may have the class. Asking COM for one without is dear, and a newer
+// Wine keeps two handles of every such question.
+bool HasProgram(REFCLSID id) {
+  HKEY key = nullptr;
+  const std::wstring path = L"CLSID\\" + com::ToWide(id) + L"\\LocalServer32";
+  if (RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS)
+    return false;
+  RegCloseKey(key);
+  return true;
+}
+
+com::ComPtr<IPanelSettings> Settings() {
+  com::ComPtr<IPanelSettings> settings;
+  const auto create = [&](DWORD where) {
+    return CoCreateInstance(__uuidof(::PanelSettings), nullptr, where, __uuidof(IPanelSettings),
+                            settings.PutVoid());
+  };
+  if (FAILED(create(CLSCTX_INPROC_SERVER)) && HasProgram(__uuidof(::PanelSettings))) {
+    create(CLSCTX_LOCAL_SERVER);
+  }
+  return settings;
+}
+
 }  // namespace
 
 PanelSettings RuntimeServices::ReadPanelSettings() {
   PanelSettings read;
-  com::ComPtr<IPanelSettings> settings;
-  if (FAILED(CoCreateInstance(__uuidof(::PanelSettings), nullptr,
-                              CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, __uuidof(IPanelSettings),
-                              settings.PutVoid()))) {
-    return read;
-  }
+  const com::ComPtr<IPanelSettings> settings = Settings();
+  if (!settings) return read;
   read.Keyboard = Asked(*settings.Get(), &IPanelSettings::get_Keyboard, KeyboardUseNamed)
                       .value_or(read.Keyboard);
   read.Theme = Asked(*settings.Get(), &IPanelSettings::get_Theme, ThemeNamed).value_or(read.Theme);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/UserManager.h"
 #include "runtime/users/UserManagement.h"
 #include "runtime/users/directory/DirectoryUsers.h"
 

@@ -61,14 +61,17 @@ std::string MachinePath(const std::wstring& path) {
   return copy;
 }
 
-// Starts a program of that machine. Its end cannot be waited for.
-void Launch(const std::wstring& program, const std::string& arguments) {
+const std::string kScript = "bash '" KRX_CHECKOUT "/tests/directory/server'";
+
+// Starts commands of that machine. Their end cannot be waited for.
+void RunInShell(const std::string& commands) {
+  const std::string arguments = "bash -c \"" + commands + "\"";
   std::wstring command(arguments.begin(), arguments.end());
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION started{};
-  if (!CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                      &startup, &started))
+  if (!CreateProcessW(L"Z:\\bin\\bash", command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                      nullptr, &startup, &started))
     throw std::runtime_error("a program of the machine does not start");
   CloseHandle(started.hProcess);
   CloseHandle(started.hThread);
@@ -93,9 +96,18 @@ int FreePort() {
 }
 
 PlantServer::PlantServer(const std::string& options) : folder_(NewFolder()), port_(FreePort()) {
-  Launch(L"Z:\\bin\\bash", "bash \"" KRX_CHECKOUT "/tests/directory/server\" \"" +
-                               MachinePath(folder_) + "/server\" 1 " + std::to_string(port_) + " " +
-                               options);
+  Start({}, options);
+}
+
+PlantServer::PlantServer(const std::string& name, int encrypted_port)
+    : folder_(NewFolder()), port_(FreePort()) {
+  Start(kScript + " certificate '" + MachinePath(folder_) + "' " + name + " && ",
+        "encrypted=" + std::to_string(encrypted_port) + " name=" + name);
+}
+
+void PlantServer::Start(const std::string& before, const std::string& options) {
+  RunInShell(before + "exec " + kScript + " '" + MachinePath(folder_) + "/server' 1 " +
+             std::to_string(port_) + " " + options);
   const ULONGLONG limit = GetTickCount64() + 120'000;
   while (!Answers(port_)) {
     if (GetTickCount64() > limit)
@@ -119,7 +131,7 @@ void PlantServer::Kill() {
   if (!runs_) return;
   std::string process;
   std::ifstream(std::filesystem::path(folder_) / "server" / "process") >> process;
-  Launch(L"Z:\\bin\\kill", "kill -9 " + process);
+  RunInShell("kill -9 " + process);
   while (Answers(port_))
     SwitchToThread();
   runs_ = false;

@@ -19,6 +19,8 @@ class PlantServer {
  public:
   // `options` are those of the script. Returns once the server answers.
   explicit PlantServer(const std::string& options = {});
+  // It also answers encrypted, with a certificate for that name by an authority of its own.
+  PlantServer(const std::string& name, int encrypted_port);
   ~PlantServer();
   PlantServer(const PlantServer&) = delete;
   PlantServer& operator=(const PlantServer&) = delete;
@@ -29,8 +31,12 @@ class PlantServer {
   runtime::DirectoryServer Server() const { return {u"127.0.0.1", port_, false}; }
   // The settings by which panels find it.
   std::string Rules() const;
+  // The file of the authority's certificate.
+  std::wstring Authority() const { return folder_ + L"\\authority.pem"; }
 
  private:
+  void Start(const std::string& before, const std::string& options);
+
   std::wstring folder_;  // as this program names it
   int port_;
   bool runs_ = false;

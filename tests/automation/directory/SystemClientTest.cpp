@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
+#include <wincrypt.h>
 
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <map>
 
 #include "directory/PlantServer.h"
@@ -117,15 +120,53 @@ TEST_F(SystemClientTest, AServerThatDiesIsFollowedByTheSecond) {
   EXPECT_THROW(both.LogOn(u"eva"), DirectorySilence);
 }
 
-TEST(EncryptedSystemClientTest, WhereCertificatesAreNotShownNothingEncryptedIsTrusted) {
-  Panel panel({{u"127.0.0.1", FreePort(), true}});
-  try {
-    panel.LogOn(u"eva");
-    FAIL() << "nobody listens there";
-  } catch (const DirectorySilence& silence) {
-    const bool refused = silence.Description().find(u"shows no certificates") != String::npos;
-    EXPECT_EQ(refused, Expected(kCertificatesAreNotShown, true, false)) << silence.what();
+// Trusts an authority for as long as it lives.
+class Trust {
+ public:
+  explicit Trust(const std::wstring& file) {
+    std::ifstream stream(std::filesystem::path(file), std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    DWORD size = 0;
+    CryptStringToBinaryA(text.data(), 0, CRYPT_STRING_BASE64HEADER, nullptr, &size, nullptr,
+                         nullptr);
+    std::vector<BYTE> bytes(size);
+    CryptStringToBinaryA(text.data(), 0, CRYPT_STRING_BASE64HEADER, bytes.data(), &size, nullptr,
+                         nullptr);
+    EXPECT_TRUE(CertAddEncodedCertificateToStore(store_, X509_ASN_ENCODING, bytes.data(), size,
+                                                 CERT_STORE_ADD_REPLACE_EXISTING, &certificate_));
+    EXPECT_TRUE(CertControlStore(store_, 0, CERT_STORE_CTRL_COMMIT, nullptr));
   }
+  ~Trust() {
+    CertDeleteCertificateFromStore(certificate_);
+    CertCloseStore(store_, 0);
+  }
+  Trust(const Trust&) = delete;
+  Trust& operator=(const Trust&) = delete;
+
+ private:
+  HCERTSTORE store_ = CertOpenSystemStoreW(0, L"ROOT");
+  PCCERT_CONTEXT certificate_ = nullptr;
+};
+
+bool LogsOnAt(const String& host, int port) {
+  try {
+    return Panel({{host, port, true}}).LogOn(u"eva") == LogOnSucceeded;
+  } catch (const DirectorySilence&) {
+    return false;
+  }
+}
+
+// Authorities are trusted before the first question: the system may look them up once.
+TEST(EncryptedSystemClientTest, OnlyWhomATrustedAuthorityVouchesForIsTalkedTo) {
+  const int port = FreePort();
+  const PlantServer server("localhost", port);
+  const Trust trust(server.Authority());
+  EXPECT_EQ(LogsOnAt(u"localhost", port), Expected(kCertificatesAreNotShown, false, true));
+  EXPECT_FALSE(LogsOnAt(u"127.0.0.1", port)) << "the certificate has another name";
+
+  const int other_port = FreePort();
+  const PlantServer other("localhost", other_port);
+  EXPECT_FALSE(LogsOnAt(u"localhost", other_port)) << "nobody trusts that authority";
 }
 
 TEST(LargeSystemClientTest, TenThousandUsersAreListedWhole) {

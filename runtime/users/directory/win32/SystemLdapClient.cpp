@@ -15,21 +15,32 @@ constexpr ULONG kWholeAnswer = 1;
 // The controls that go with every request of a session; not in the header.
 constexpr int kServerControls = 0x12;
 
-// Which server a connection is to be, for as long as its certificate may be asked about.
+// Which server a connection is to be, for as long as its certificate may be asked about, and
+// whether it was found to be that one: a client that never asks has taken any.
+struct Expected {
+  std::wstring Name;
+  bool Vouched = false;
+};
 std::mutex expected_guard;
-std::map<LDAP*, std::wstring> expected;
+std::map<LDAP*, Expected> expected;
 
 std::wstring ExpectedOf(LDAP* session) {
   const std::lock_guard lock(expected_guard);
   const auto found = expected.find(session);
-  return found == expected.end() ? std::wstring() : found->second;
+  return found == expected.end() ? std::wstring() : found->second.Name;
+}
+
+void Vouch(LDAP* session) {
+  const std::lock_guard lock(expected_guard);
+  const auto found = expected.find(session);
+  if (found != expected.end()) found->second.Vouched = true;
 }
 
 class Expecting {
  public:
   Expecting(LDAP* session, std::wstring name) : session_(session) {
     const std::lock_guard lock(expected_guard);
-    expected.insert_or_assign(session, std::move(name));
+    expected.insert_or_assign(session, Expected{std::move(name)});
   }
   ~Expecting() {
     const std::lock_guard lock(expected_guard);
@@ -37,6 +48,11 @@ class Expecting {
   }
   Expecting(const Expecting&) = delete;
   Expecting& operator=(const Expecting&) = delete;
+
+  bool WasVouchedFor() const {
+    const std::lock_guard lock(expected_guard);
+    return expected.at(session_).Vouched;
+  }
 
  private:
   LDAP* session_;
@@ -63,9 +79,11 @@ bool IsTrusted(const SystemLdap& ldap, PCCERT_CONTEXT certificate, std::wstring 
   policy.pvExtraPolicyPara = &server;
   CERT_CHAIN_POLICY_STATUS status{};
   status.cbSize = sizeof status;
+  // Wine's policy overlooks a chain that ends before it comes to an authority.
+  const bool whole = chain->TrustStatus.dwErrorStatus == CERT_TRUST_NO_ERROR;
   const bool judged = ldap.VerifyPolicy(CERT_CHAIN_POLICY_SSL, chain, &policy, &status);
   ldap.FreeChain(chain);
-  return judged && status.dwError == 0;
+  return whole && judged && status.dwError == 0;
 }
 
 // The client hands over the address of the certificate, whatever its header says, and leaves it to
@@ -76,6 +94,7 @@ BOOLEAN LDAPAPI JudgeCertificate(LDAP* session, PCCERT_CONTEXT* shown) noexcept 
     const std::wstring name = ExpectedOf(session);
     const bool trusted = !name.empty() && IsTrusted(ldap, *shown, name);
     ldap.FreeCertificate(*shown);
+    if (trusted) Vouch(session);
     return trusted ? TRUE : FALSE;
   } catch (...) {
     return FALSE;
@@ -291,15 +310,17 @@ std::unique_ptr<DirectoryConnection> SystemLdapClient::Connect(const DirectorySe
   ldap.SetOption(session, LDAP_OPT_PROTOCOL_VERSION, &version);
   ldap.SetOption(session, LDAP_OPT_REFERRALS, LDAP_OPT_OFF);
   const Expecting expecting(session, com::ToWide(server.Host));
+  const auto untold = u"this system's client shows no certificates, so none can be trusted";
   if (server.Encrypted &&
       ldap.SetOption(session, LDAP_OPT_SERVER_CERTIFICATE,
                      reinterpret_cast<void*>(&JudgeCertificate)) != LDAP_SUCCESS)
-    throw DirectorySilence(u"this system's client shows no certificates, so none can be trusted");
+    throw DirectorySilence(untold);
   l_timeval patience = TimeOf(std::max(std::chrono::duration_cast<std::chrono::microseconds>(
                                            deadline - std::chrono::steady_clock::now()),
                                        std::chrono::microseconds(1)));
   if (ldap.Connect(session, &patience) != LDAP_SUCCESS)
     throw DirectorySilence(api_.LastFailure(session));
+  if (server.Encrypted && !expecting.WasVouchedFor()) throw DirectorySilence(untold);
   AskForPolicy(ldap, session);
   return connection;
 }

@@ -247,7 +247,7 @@ std::string SimulatedDisk::AfterPowerFailure(const File& file, Loss loss,
                                              std::mt19937& random) const {
   std::string content = file.Durable.value_or("");
   for (Change change : file.Pending) {
-    const unsigned fate = loss == Loss::Everything ? 0 : loss == Loss::Nothing ? 1 : random() % 3;
+    const auto fate = loss == Loss::Everything ? 0u : loss == Loss::Nothing ? 1u : random() % 3;
     if (fate == 1) continue;
     if (fate == 2 && change.Bytes) {
       for (std::size_t i = random() % (change.Bytes->size() + 1); i < change.Bytes->size(); ++i)
