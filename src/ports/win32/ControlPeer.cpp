@@ -6,7 +6,6 @@
 #include <cstring>
 #include <utility>
 
-#include "ports/win32/Finger.h"
 #include "ui/Keyboard.h"
 
 namespace krx::win32 {
@@ -218,7 +217,7 @@ LRESULT ControlPeer::Handle(UINT message, WPARAM w, LPARAM l) {
 void ControlPeer::TellPress() const {
   ui::Companion* const beside = form_.Form().Beside.get();
   if (!beside) return;
-  beside->Pressed(control_, EnteredByFinger());
+  beside->Pressed(control_, ByFinger());
   form_.Disturbed();
 }
 
