@@ -16,6 +16,8 @@ Set Runtime = CreateObject("KorvelRuntime.RuntimeSettings")
 Runtime.Language = "en"
 ' The look of a panel may be named: "dark", "grey", "high-contrast".
 If WScript.Arguments.Count > 0 Then CreateObject("KorvelRuntime.PanelSettings").Theme = WScript.Arguments(0)
+' And when the keyboard on the screen comes: "always", "never".
+If WScript.Arguments.Count > 1 Then CreateObject("KorvelRuntime.PanelSettings").Keyboard = WScript.Arguments(1)
 Entries = AllEntries()
 RunMenu
 WScript.Echo "The menu has been closed."

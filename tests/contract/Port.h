@@ -2,6 +2,8 @@
 
 #include <functional>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "Disk.h"
@@ -23,6 +25,22 @@ using Touching = std::vector<TouchAct>;
 // As the system tells of it: by messages of a pointer, or, on some panels, by those of the mouse.
 enum class ToldAs { Pointer, Mouse };
 
+// The layout "contract" of the keyboard on the screen, and the page that follows it.
+inline constexpr std::string_view kContractLayout =
+    "title = ABC\n"
+    "row: aA bB cC dD eE:\u00e9\u00e8 fF {backspace}\n"
+    "row: {shift} {capslock} {left} {right} {up} {down} {hide}\n"
+    "row: {page} {space*4} {enter*2}\n";
+inline constexpr std::string_view kContractSymbols =
+    "title = 123\n"
+    "row: 1 2 3 4 5 6 {backspace}\n"
+    "row: {page} {hide} {space*3} {enter*2}\n";
+// A layout of the contract by its name; empty for all others.
+inline std::string ContractLayout(StringView name) {
+  if (name == u"contract") return std::string(kContractLayout);
+  return name == u"symbols" ? std::string(kContractSymbols) : std::string();
+}
+
 class Hand;
 using HandScript = std::function<void(Hand&)>;
 
@@ -42,6 +60,13 @@ class Hand {
   virtual void PressRowAndLeave(StringView list, int row) = 0;
   // Plays a touch by its own clock, which stands still between such acts.
   virtual void Touch(StringView list, ToldAs told, const Touching& acts) = 0;
+  // Presses a key of the keyboard on the screen by its caption; holds it until another one is in
+  // sight, and lets go there.
+  virtual void Tap(StringView caption) = 0;
+  virtual void HoldFor(StringView caption, StringView choice) = 0;
+  virtual void TouchField(StringView control) = 0;  // with a finger
+  virtual void AwaitBoard(bool in_sight) = 0;
+  virtual Rect Board() = 0;  // where the keyboard in sight stands, as forms count
   virtual void PassTime(double milliseconds) = 0;
   // Clicks a button whose handler shows another form, in which the script works until it is gone.
   virtual void Open(StringView key, StringView form, const HandScript& script) = 0;

@@ -8,7 +8,9 @@
 #include "Person.h"
 #include "RealDisk.h"
 #include "contract/Port.h"
+#include "driver/Input.h"
 #include "driver/List.h"
+#include "ports/win32/Screen.h"
 #include "ports/win32/Win32Platform.h"
 #include "ui/Keyboard.h"
 
@@ -27,6 +29,7 @@ class TimedPlatform : public win32::Win32Platform {
     const double played = played_;
     return played > 0 ? played : Win32Platform::Ticks();
   }
+  std::string KeyboardLayout(StringView name) override { return ContractLayout(name); }
   void Pass(double milliseconds) { played_ = Ticks() + milliseconds; }
 
  private:
@@ -125,6 +128,25 @@ class RealHand final : public Hand {
       finger.Act(act);
     }
   }
+  void Tap(StringView caption) override { person_.Click(BoardKey(caption)); }
+  void HoldFor(StringView caption, StringView choice) override {
+    const auto middle = [&](StringView key) { return drive::Window(BoardKey(key)).Centre(); };
+    const POINT at = middle(caption);
+    person_.MoveTo(at);
+    drive::PressMouse(drive::MouseButton::Left, at);
+    drive::ReleaseMouse(drive::MouseButton::Left, middle(choice));
+  }
+  void TouchField(StringView control) override { person_.Touch(person_.Control(window_, control)); }
+  void AwaitBoard(bool in_sight) override {
+    person_.Await([&] { return (BoardWindow() != nullptr) == in_sight; }, "keyboard");
+  }
+  Rect Board() override {
+    RECT place{};
+    GetWindowRect(BoardWindow(), &place);
+    const win32::Scale scale = win32::Screen::Of(window_).Scale;
+    return {scale.ToTwips(place.left), scale.ToTwips(place.top),
+            scale.ToTwips(place.right - place.left), scale.ToTwips(place.bottom - place.top)};
+  }
   void PassTime(double milliseconds) override { platform_.Pass(milliseconds); }
   void Open(StringView key, StringView form, const HandScript& script) override {
     Click(key);
@@ -140,6 +162,26 @@ class RealHand final : public Hand {
   }
 
  private:
+  // The keyboard that belongs to this form and is in sight; null without one.
+  HWND BoardWindow() const {
+    const std::vector<drive::Window> boards = drive::Forms(L"FKeyboard");
+    const auto ours = std::find_if(boards.begin(), boards.end(), [this](const drive::Window& one) {
+      return GetWindow(one.Handle(), GW_OWNER) == window_;
+    });
+    return ours == boards.end() ? nullptr : ours->Handle();
+  }
+  HWND BoardKey(StringView caption) {
+    HWND found = nullptr;
+    const auto look = [&] {
+      const HWND board = BoardWindow();
+      if (!board) return false;
+      for (const drive::Window& key : drive::Window(board).Descendants())
+        if (key.Visible() && TextOf(key.Handle()) == caption) found = key.Handle();
+      return found != nullptr;
+    };
+    person_.Await(look, "key " + ToUtf8(caption));
+    return found;
+  }
   drive::List ListNamed(StringView list) {
     return drive::List(drive::Window(person_.Control(window_, list)));
   }

@@ -39,8 +39,9 @@ INPUT KeyInput(WORD key, DWORD flags) {
   return input;
 }
 
-void Mouse(DWORD flags, DWORD data = 0) {
+void Mouse(DWORD flags, DWORD data = 0, ULONG_PTR mark = 0) {
   INPUT input{};
+  input.mi.dwExtraInfo = mark;
   input.mi.mouseData = data;
   input.type = INPUT_MOUSE;
   input.mi.dwFlags = flags;
@@ -168,6 +169,13 @@ void Person::Click(HWND window) {
 void Person::ClickAt(POINT at) {
   MoveTo(at);
   drive::ClickMouse(drive::MouseButton::Left, at);
+}
+
+void Person::Touch(HWND window) {
+  constexpr ULONG_PTR kOfATouch = 0xFF515780;  // as the system marks the mouse of a finger
+  MoveTo(Middle(window));
+  Mouse(MOUSEEVENTF_LEFTDOWN, 0, kOfATouch);
+  Mouse(MOUSEEVENTF_LEFTUP, 0, kOfATouch);
 }
 
 void Person::RightClickAt(POINT at) {

@@ -36,9 +36,10 @@ class Person {
   // Key-down messages of a key that has been held down for some time.
   void Repeat(HWND form, WORD key, int times);
   void Click(HWND window);
-  void ClickAt(POINT at);  // in pixels of the screen
-  void PointAway();        // to a corner of the screen, off every window
-  void Turn(int notches);  // the mouse wheel, up when positive
+  void Touch(HWND window);  // with a finger
+  void ClickAt(POINT at);   // in pixels of the screen
+  void PointAway();         // to a corner of the screen, off every window
+  void Turn(int notches);   // the mouse wheel, up when positive
   void RightClickAt(POINT at);
   void MoveTo(POINT at);
   void Drag(HWND window, int dx, int dy);

@@ -21,8 +21,11 @@ LONG Normalised(LONG pixel, int metric) {
   return (pixel * 65536 + size - 1) / size;
 }
 
-void SendMouse(DWORD flags, POINT at, DWORD time = 0, int data = 0) {
+constexpr ULONG_PTR kOfATouch = 0xFF515780;  // as the system marks the mouse of a finger
+
+void SendMouse(DWORD flags, POINT at, DWORD time = 0, int data = 0, ULONG_PTR mark = 0) {
   INPUT input{};
+  input.mi.dwExtraInfo = mark;
   input.type = INPUT_MOUSE;
   input.mi.dx = Normalised(at.x, SM_CXSCREEN);
   input.mi.dy = Normalised(at.y, SM_CYSCREEN);
@@ -116,6 +119,15 @@ void ReleaseMouse(MouseButton button, POINT at) {
 void ClickMouse(MouseButton button, POINT at) {
   MoveMouse(at);
   ClickAtTime(button, at, TimeOfNextClick());
+}
+
+void PressFinger(POINT at) {
+  MoveMouse(at);
+  SendMouse(MOUSEEVENTF_LEFTDOWN, at, 0, 0, kOfATouch);
+}
+
+void LiftFinger(POINT at) {
+  SendMouse(MOUSEEVENTF_LEFTUP, at, 0, 0, kOfATouch);
 }
 
 void DoubleClickMouse(MouseButton button, POINT at) {

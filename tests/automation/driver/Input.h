@@ -22,6 +22,9 @@ void ClickMouse(MouseButton button, POINT at);
 void DoubleClickMouse(MouseButton button, POINT at);
 // Two clicks as soon after each other as those of a double click.
 void ClickMouseTwice(MouseButton button, POINT first, POINT second);
+// A finger as a panel's driver sends it, which the system has made mouse messages of.
+void PressFinger(POINT at);
+void LiftFinger(POINT at);
 // Presses at `from`, moves to `to` in steps, releases there.
 void DragMouse(MouseButton button, POINT from, POINT to);
 // Turns the wheel by notches, away from the hand when positive.

@@ -12,7 +12,6 @@ namespace {
 
 constexpr const wchar_t* kBoard = L"FKeyboard";
 constexpr int kPages = 3;
-constexpr ULONG_PTR kFromAFinger = 0xFF515780;
 
 std::vector<Window> KeysOf(const Window& board) {
   std::vector<Window> keys;
@@ -23,7 +22,33 @@ std::vector<Window> KeysOf(const Window& board) {
 
 }  // namespace
 
-Board::Board() : window_(WaitForForm(kBoard)) {}
+Board::Board(Hand hand) : hand_(hand), window_(WaitForForm(kBoard)) {}
+
+void Board::Press(const Window& key) const {
+  if (hand_ == Hand::Finger) return TouchAt(key.Centre());
+  key.Click();
+}
+
+void Board::Down(POINT at) const {
+  hand_ == Hand::Finger ? PressFinger(at) : PressMouse(MouseButton::Left, at);
+}
+
+void Board::Up(POINT at) const {
+  hand_ == Hand::Finger ? LiftFinger(at) : ReleaseMouse(MouseButton::Left, at);
+}
+
+void Board::HoldFor(const std::wstring& caption, const std::wstring& choice) const {
+  Down(Key(caption).Centre());
+  Up(Key(choice).Centre());
+}
+
+void Board::HoldUntil(const std::wstring& caption, const std::function<bool()>& condition) const {
+  const POINT at = Key(caption).Centre();
+  Down(at);
+  const bool came = Within(kPatience, condition);
+  Up(at);
+  if (!came) throw std::runtime_error("holding " + krx::drive::Narrow(caption) + " does nothing");
+}
 
 std::optional<Window> Board::Find(const std::wstring& caption) const {
   for (const Window& key : window_.Descendants())
@@ -47,7 +72,7 @@ std::wstring Board::Captions() const {
 
 void Board::Change(const Window& key) const {
   const std::wstring before = Captions();
-  key.Click();
+  Press(key);
   // Until nothing changes any more.
   std::wstring last = before;
   const auto settled = [&] {
@@ -68,14 +93,19 @@ Window Board::PageKey() const {
   });
 }
 
+std::optional<Window> Board::FindOne(const std::vector<std::wstring>& captions) const {
+  for (const std::wstring& caption : captions)
+    if (auto key = Find(caption)) return key;
+  return std::nullopt;
+}
+
 std::optional<Window> Board::ShiftKey() const {
-  const auto german = Find(L"Umschalttaste");
-  return german ? german : Find(L"Shift");
+  return FindOne({L"Shift", L"Umschalttaste", L"Majuscule"});
 }
 
 void Board::TypeOne(const std::wstring& character) const {
   for (int page = 0; page < kPages; ++page) {
-    if (const auto key = Find(character)) return key->Click();
+    if (const auto key = Find(character)) return Press(*key);
     if (const auto shift = ShiftKey()) {
       Change(*shift);
       if (const auto key = Find(character)) return Change(*key);  // which lets Shift go
@@ -89,7 +119,7 @@ void Board::TypeOne(const std::wstring& character) const {
 void Board::Type(const std::wstring& text) const {
   for (const wchar_t character : text) {
     if (character == L' ') {
-      Press(Find(L"Leertaste") ? L"Leertaste" : L"Space");
+      Press(FindOne({L"Space", L"Leertaste", L"Espace"}).value());
     } else {
       TypeOne(std::wstring(1, character));
     }
@@ -108,14 +138,8 @@ bool BoardInSight() {
 }
 
 void TouchAt(POINT at) {
-  MoveMouse(at);
-  for (const DWORD flag : {DWORD{MOUSEEVENTF_LEFTDOWN}, DWORD{MOUSEEVENTF_LEFTUP}}) {
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dwFlags = flag;
-    input.mi.dwExtraInfo = kFromAFinger;
-    if (SendInput(1, &input, sizeof input) != 1) throw std::runtime_error("input is refused");
-  }
+  PressFinger(at);
+  LiftFinger(at);
 }
 
 }  // namespace krx::drive

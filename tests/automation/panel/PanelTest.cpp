@@ -1,4 +1,8 @@
-// Dialogs that are filled by the keyboard on the screen alone, pressed with the real mouse.
+// Dialogs that are filled by the keyboard on the screen alone, pressed with the real mouse or, as
+// panels send it, by fingers.
+
+#include <cstdlib>
+#include <vector>
 
 #include "ScreenPixels.h"
 #include "driver/Resolution.h"
@@ -11,7 +15,16 @@ namespace {
 struct Panel {
   DWORD Dpi;
   const char* Language;
+  krx::drive::Hand Hand;
 };
+
+// A resolution and a language each; with KRX_ALL_PANELS in the environment the other two as well.
+std::vector<Panel> Panels() {
+  std::vector<Panel> panels{{96, "de", Hand::Mouse}, {192, "en", Hand::Finger}};
+  if (std::getenv("KRX_ALL_PANELS"))
+    panels.insert(panels.end(), {{96, "en", Hand::Finger}, {192, "de", Hand::Mouse}});
+  return panels;
+}
 
 void PrintTo(const Panel& panel, std::ostream* out) {
   *out << panel.Language << panel.Dpi;
@@ -44,7 +57,7 @@ class ScreenKeyboard : public UsersTest, public ::testing::WithParamInterface<Pa
   static void Fill(const Window& form, const std::wstring& field, const std::wstring& text) {
     form.WaitForFocusOn(field);
     form.WaitUntilAtRest();
-    const Board board;
+    const Board board(GetParam().Hand);
     ExpectNothingCovered(form, field, board);
     board.Type(text);
     const bool secret = field.find(L"Password") != std::wstring::npos;
@@ -147,7 +160,7 @@ TEST_P(ScreenKeyboard, TypesAFileName) {
 TEST_P(ScreenKeyboard, GoesByItsKeyAndTheFormGoesBack) {
   RunPanel("WScript.Echo CStr(Dialogs.KRUserLogOn())");
   const Window form = Form(L"FLogOn", L"txtName");
-  const Board board;
+  const Board board(GetParam().Hand);
   const int width = GetSystemMetrics(SM_CXSCREEN);
   const int height = GetSystemMetrics(SM_CYSCREEN);
   board.Press(std::string(GetParam().Language) == "de" ? L"Tastatur ausblenden"
@@ -174,7 +187,7 @@ TEST_P(ScreenKeyboard, ComesToAFingerAndNotToAMouse) {
   Type(form, L"txtPassword", L"x");
   EXPECT_FALSE(BoardInSight());
   TouchAt(form.Child(L"txtName").Centre());
-  const Board board;
+  const Board board(GetParam().Hand);
   board.Type(L"eva");
   form.Child(L"txtName").WaitForText(L"eva");
   form.Child(L"keyCancel").Click();
@@ -191,7 +204,7 @@ TEST_P(ScreenKeyboard, AKeyLooksPressedButNotBesideAPassword) {
   for (const wchar_t* const field : {L"txtName", L"txtPassword"}) {
     form.WaitForFocusOn(field);
     form.WaitUntilAtRest();
-    const Board board;
+    const Board board(GetParam().Hand);
     board.Type(L"abcdef");
     const bool secret = std::wstring(field) == L"txtPassword";
     form.Child(field).WaitForText(secret ? L"******" : L"abcdef");
@@ -211,8 +224,7 @@ TEST_P(ScreenKeyboard, AKeyLooksPressedButNotBesideAPassword) {
   EXPECT_EQ(Printed(), (Lines{"False", "end"}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Panels, ScreenKeyboard,
-                         ::testing::Values(Panel{96, "de"}, Panel{192, "en"}), NameOfPanel);
+INSTANTIATE_TEST_SUITE_P(Panels, ScreenKeyboard, ::testing::ValuesIn(Panels()), NameOfPanel);
 
 }  // namespace
 }  // namespace krx::drive

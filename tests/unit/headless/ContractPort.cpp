@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "contract/Port.h"
+#include "panel/Placement.h"
 #include "ports/headless/Operator.h"
 
 namespace krx::test {
@@ -40,6 +41,25 @@ class ScriptedHand final : public Hand {
           break;
       }
     }
+  }
+  void Tap(StringView caption) override { op_.Tap(caption); }
+  void HoldFor(StringView caption, StringView choice) override {
+    const ui::BoardKey& key = *op_.BoardKey(caption);
+    key.MouseDown(ui::kLeftButton, 0, 0, 0);
+    Await([&] { return op_.BoardKey(choice) != nullptr; });
+    const ui::BoardKey& end = *op_.BoardKey(choice);
+    key.MouseUp(ui::kLeftButton, 0, end.Left() - key.Left(), end.Top() - key.Top());
+  }
+  void TouchField(StringView control) override { op_.Touch(control); }
+  void AwaitBoard(bool in_sight) override {
+    EXPECT_EQ(platform_.Attached && platform_.Attached->Visible() &&
+                  platform_.Attached->Attached == &op_.Form(),
+              in_sight);
+  }
+  Rect Board() override {
+    const ui::Form& board = *platform_.Attached;
+    return {board.Left(), board.Top(), board.Width() + panel::kEdges,
+            board.Height() + panel::kEdges};
   }
   void PassTime(double milliseconds) override {
     op_.Wait(std::chrono::milliseconds(static_cast<int>(milliseconds)));
@@ -104,6 +124,8 @@ class HeadlessPort final : public Port {
     return std::make_unique<SimulatedDisk>(platform_.Machine);
   }
   void Show(ui::Form& form, const HandScript& script) override {
+    for (const StringView name : {u"contract", u"symbols"})
+      platform_.Layouts[String(name)] = ContractLayout(name);
     ScriptedHand::Expect(platform_, form.Name(), script);
     form.ShowModal();
   }
