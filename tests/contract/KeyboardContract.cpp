@@ -60,6 +60,31 @@ TEST_F(KeyboardContract, AccessKeysPressButtonsAndLeadToTheFieldsOfLabels) {
   EXPECT_EQ(log, "two");
 }
 
+// Keys, access keys and the mouse; the clock stands still until it is told to go on.
+TEST_F(KeyboardContract, NothingAnswersAFormBeforeItsFirstDelayIsOver) {
+  form.Panel.FirstAnswerDelay = 1;
+  form.keyOne.TabIndex = 0;
+  form.keyOne.Click = [&] { log += "one "; };
+  port->StopClock();
+  Show([&](Hand& hand) {
+    hand.AwaitFocus(u"keyOne");
+    hand.PassTime(999);
+    for (const int key : {ui::kKeyEnter, ui::kKeySpace, ui::kKeyEscape})
+      hand.Press(key);
+    hand.AccessKey(u'o');
+    hand.Click(u"keyOne");
+    hand.Press(ui::kKeyTab);  // has its turn behind all of them
+    hand.AwaitFocus(u"txtName");
+    EXPECT_EQ(log, "");
+    hand.PassTime(1);
+    hand.Click(u"keyOne");
+    hand.Await([&] { return log == "one "; });
+    Leave(hand);
+  });
+  EXPECT_EQ(log, "one ");
+  EXPECT_EQ(form.Cancels, 1);
+}
+
 // The order in which handlers hear of a key, of what it types and of what it does.
 class KeyOrder : public ContractTest {
  protected:

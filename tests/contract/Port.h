@@ -80,6 +80,8 @@ class Port {
   virtual ~Port() = default;
   virtual ui::Platform& Platform() = 0;
   virtual std::unique_ptr<Disk> MakeDisk() = 0;
+  // From here on time passes as the hand says and not by itself.
+  virtual void StopClock() = 0;
   // Shows the form modally; the script works with it and must close it.
   virtual void Show(ui::Form& form, const HandScript& script) = 0;
 };

@@ -196,6 +196,7 @@ class Win32Port final : public Port {
  public:
   ui::Platform& Platform() override { return platform_; }
   std::unique_ptr<Disk> MakeDisk() override { return std::make_unique<RealDisk>(); }
+  void StopClock() override { platform_.Pass(0); }
   void Show(ui::Form& form, const HandScript& script) override {
     ShowWith(form, [&](Person& person) {
       RealHand hand(person, platform_, form.Name());

@@ -123,6 +123,7 @@ class HeadlessPort final : public Port {
   std::unique_ptr<Disk> MakeDisk() override {
     return std::make_unique<SimulatedDisk>(platform_.Machine);
   }
+  void StopClock() override {}  // it never goes by itself
   void Show(ui::Form& form, const HandScript& script) override {
     for (const StringView name : {u"contract", u"symbols"})
       platform_.Layouts[String(name)] = ContractLayout(name);
