@@ -1,6 +1,8 @@
 // Where the keyboard on the screen stands, and where the form goes for it.
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "panel/Placement.h"
 
 namespace krx::panel {

@@ -235,7 +235,7 @@ TEST_F(ScreenKeyboard, BesideAPasswordNothingTellsWhichKeyIsPressed) {
 }
 
 TEST_F(ScreenKeyboard, BelongsToTheDialogInUse) {
-  Users().Records[u"anna"] = {.FullName = u"Anna A."};
+  Users().Records[u"anna"].FullName = u"Anna A.";
   Users().LogOnCodes = {6, 2};
   platform.Always[u"FMessageBox"] = [this](Operator& op) {
     EXPECT_FALSE(InSight()) << "nothing to type there";
