@@ -2,28 +2,12 @@
 
 #include <exception>
 
-#include "runtime/users/rules/RulesFile.h"
-
 namespace krx::runtime {
 namespace {
 
 constexpr std::chrono::milliseconds kPatienceForFailures{50};
 
 }  // namespace
-
-UserRules UserManagement::Rules() {
-  const std::filesystem::path file = Store.Folder() / "users.conf";
-  // Taken first: what is written while the file is read gets another stamp.
-  const FileStamp stamp = System.FileSystem.Stamp(file);
-  const std::lock_guard lock(rules_guard_);
-  if (rules_ && stamp.IsSettled && stamp == rules_stamp_) return *rules_;
-  const std::optional<std::string> bytes = System.FileSystem.Read(file);
-  rules_.reset();
-  UserRules rules = bytes ? ParseRules(file.u16string(), *bytes) : UserRules();
-  rules_ = rules;
-  rules_stamp_ = stamp;
-  return rules;
-}
 
 RefusedPasswords UserManagement::Refused() {
   const std::filesystem::path file = Store.Folder() / "refused-passwords.txt";

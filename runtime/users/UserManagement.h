@@ -1,11 +1,10 @@
 #pragma once
 
-#include <mutex>
 #include <optional>
 
 #include "runtime/users/Session.h"
 #include "runtime/users/passwords/RefusedPasswords.h"
-#include "runtime/users/rules/UserRules.h"
+#include "runtime/users/rules/RulesInForce.h"
 #include "runtime/users/store/UserStore.h"
 
 namespace krx::runtime {
@@ -19,8 +18,11 @@ class UserManagement {
       : System(system), Session(session), Store(system, std::move(folder)) {}
 
   // A change of either file holds from the next operation on; without a file the defaults hold.
-  // Raises Error for a malformed file.
-  UserRules Rules();
+  // While the rules are malformed the last good ones hold. Raises Error when there are none, and
+  // for a malformed list of passwords.
+  UserRules Rules() { return rules_.Get(); }
+  // Why the rules are malformed, with file and line.
+  std::optional<String> FaultOfRules() { return rules_.Fault(); }
   RefusedPasswords Refused();
 
   // The user logged on to this process; nothing when nobody is, or when he has been removed or
@@ -38,10 +40,7 @@ class UserManagement {
   UserStore Store;
 
  private:
-  // The rules as they were read last: lists of users ask for them with each user.
-  std::mutex rules_guard_;
-  std::optional<UserRules> rules_;
-  FileStamp rules_stamp_;
+  RulesInForce rules_{System, Store};
 };
 
 }  // namespace krx::runtime

@@ -83,6 +83,7 @@ void ProvisionFirstAdministrator(UserManagement& management, const String& name,
   if (writing.Users().HasAny()) Refuse(u"there are users already");
   WriteIfMissing(files, folder / "users.conf", RulesFileTemplate());
   WriteIfMissing(files, folder / "refused-passwords.txt", kRefusedTemplate);
+  KeepRules(writing.Data(), files.Read(folder / "users.conf").value_or(std::string()));
   writing.Users().Add(user);
   writing.Record({u"", u"provision", name, u"first administrator created"});
   writing.Commit();

@@ -113,6 +113,22 @@ UserRules ParseRules(const String& file, std::string_view bytes) {
   return Parser(file, bytes).Parse();
 }
 
+String DescribeChange(const UserRules& before, const UserRules& after) {
+  String changes;
+  const auto add = [&changes](const String& change) {
+    changes += (changes.empty() ? u"" : u", ") + change;
+  };
+  for (const Setting& setting : kSettings) {
+    const std::int32_t now = after.*setting.Value;
+    const std::int32_t then = before.*setting.Value;
+    const String name(setting.Name.begin(), setting.Name.end());
+    if (now != then) add(name + u" " + ToString(now) + u" instead of " + ToString(then));
+  }
+  if (before.Classes != after.Classes) add(u"other classes");
+  if (before.Directory != after.Directory) add(u"another directory service");
+  return u"in force: " + (changes.empty() ? u"the same as before" : changes);
+}
+
 std::string_view RulesFileTemplate() {
   return R"(# Rules of the user management. Remove the "#" before a setting to change its default.
 

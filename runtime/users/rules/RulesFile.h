@@ -12,6 +12,9 @@ namespace krx::runtime {
 // range or contradictory raises Error, which names `file`, the line and the reason.
 UserRules ParseRules(const String& file, std::string_view bytes);
 
+// What of the rules has become another, with the values before and now.
+String DescribeChange(const UserRules& before, const UserRules& after);
+
 // A configuration file with every setting at its default, explained.
 std::string_view RulesFileTemplate();
 

@@ -39,6 +39,7 @@ struct UserRules {
   // Null when there is no such class; names are compared exactly.
   const UserClass* FindClass(StringView name) const;
   bool IsAdministratorClass(StringView name) const;
+  bool operator==(const UserRules& other) const = default;
 };
 
 }  // namespace krx::runtime

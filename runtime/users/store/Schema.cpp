@@ -85,6 +85,14 @@ CREATE TABLE offline_users (
   failures INTEGER NOT NULL CHECK (failures >= 0),
   last_failure INTEGER NOT NULL
 ) STRICT, WITHOUT ROWID;
+)sql",
+    R"sql(
+-- The last good rules, for as long as users.conf is malformed.
+CREATE TABLE rules_in_force (
+  id INTEGER PRIMARY KEY CHECK (id = 1),
+  good BLOB NOT NULL,                      -- the file's content
+  malformed BLOB NOT NULL                  -- digest of the malformed one that was recorded, or empty
+) STRICT;
 )sql"};
 
 std::int64_t Pragma(Database& database, const char* sql) {

@@ -89,7 +89,9 @@ int Reset(const Arguments& arguments) {
 }
 
 int Verify(const Arguments&) {
-  const std::vector<String> problems = CheckStore(Users());
+  std::vector<String> problems = CheckStore(Users());
+  if (const std::optional<String> fault = Users().FaultOfRules())
+    problems.push_back(*fault + u"; the rules before stay in force, where there are any");
   for (const String& problem : problems)
     Print(problem + u"\n");
   if (problems.empty()) Print(u"The users and their audit records are whole.\n");
@@ -144,7 +146,8 @@ constexpr Command kCommands[] = {
      1, Reset},
     {u"verify", u"",
      u"Looks through the database and the chain of audit records and names the first record that\n"
-     u"does not hold. The exit code is 3 when something is wrong.\n",
+     u"does not hold, and the line of users.conf that is malformed. The exit code is 3 when "
+     u"something is wrong.\n",
      0, Verify},
     {u"backup", u"FILE",
      u"Copies users and audit records into a new file; panels go on meanwhile.\n", 1, BackUp},

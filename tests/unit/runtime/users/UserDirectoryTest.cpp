@@ -60,20 +60,6 @@ TEST_F(UserDirectoryTest, ChangedRulesHoldFromTheNextOperationOn) {
   EXPECT_EQ(directory.GetAdministrationMode(), 0);
 }
 
-TEST_F(UserDirectoryTest, MalformedRulesAreReportedByEveryOperation) {
-  ProvisionAndLogOn();
-  Configure("nonsense\n");
-  EXPECT_THROW(LogOn(u"boss", kBossSecret), Error);
-  EXPECT_THROW(directory.GetAdministrationMode(), Error);
-  EXPECT_THROW(classes.GetUserClasses(), Error);
-  EXPECT_THROW(directory.GetUserInfo(u"boss"), Error);
-  EXPECT_EQ(directory.CreateUser(Record(u"anna")), host::CreateUserCallFailed);
-  EXPECT_THAT(LastAuditLine(), testing::HasSubstr("users.conf, line 2: \"=\" is missing"));
-  EXPECT_EQ(directory.ChangeUserPassword(u"boss", Secret(u"new secret"), Secret(kBossSecret)),
-            host::ChangePasswordCallFailed);
-  EXPECT_EQ(session.LogOffUser(), 0);
-}
-
 TEST_F(UserDirectoryTest, AMalformedListOfRefusedPasswordsAcceptsNone) {
   ProvisionAndLogOn();
   files.Content(folder / "refused-passwords.txt") = "\xFF";
