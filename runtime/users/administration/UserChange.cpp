@@ -77,7 +77,7 @@ AuditEntry EntryOf(UserManagement& management, const String& action, const Strin
 }
 
 bool IsStorable(const host::UserRecord& record) {
-  return IsValidDescription(record.FullName) && IsValidDescription(record.Comment) &&
+  return IsValidFullName(record.FullName) && IsValidDescription(record.Comment) &&
          IsValidDate(record.Date) &&
          (record.State == host::UserActive || record.State == host::UserDeactivated ||
           record.State == host::UserActiveChangePassword);

@@ -1,6 +1,7 @@
 #include "runtime/users/rules/Names.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace krx::runtime {
 namespace {
@@ -54,6 +55,48 @@ char16_t Folded(char16_t unit) {
   return unit;
 }
 
+struct CodeRange {
+  char32_t First;
+  char32_t Last;
+};
+
+// What has no look of its own: format characters, joiners, fillers, variation selectors, tags and
+// code points that are no characters; and white space that could pass as a blank.
+constexpr CodeRange kUnseen[] = {
+    {0x00A0, 0x00A0},   {0x00AD, 0x00AD},   {0x034F, 0x034F},   {0x061C, 0x061C},
+    {0x115F, 0x1160},   {0x1680, 0x1680},   {0x17B4, 0x17B5},   {0x180B, 0x180F},
+    {0x2000, 0x200F},   {0x2028, 0x202F},   {0x205F, 0x206F},   {0x2800, 0x2800},
+    {0x3000, 0x3000},   {0x3164, 0x3164},   {0xFDD0, 0xFDEF},   {0xFE00, 0xFE0F},
+    {0xFEFF, 0xFEFF},   {0xFFA0, 0xFFA0},   {0xFFF0, 0xFFFC},   {0x110BD, 0x110BD},
+    {0x13430, 0x1343F}, {0x1BCA0, 0x1BCA3}, {0x1D173, 0x1D17A}, {0xE0000, 0xE0FFF},
+};
+
+bool IsUnseen(char32_t code) {
+  const bool is_no_character = (code & 0xFFFE) == 0xFFFE;
+  return is_no_character ||
+         std::any_of(std::begin(kUnseen), std::end(kUnseen), [code](const CodeRange& range) {
+           return code >= range.First && code <= range.Last;
+         });
+}
+
+// Of a well-formed text.
+bool HasUnseen(StringView text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    char32_t code = text[i];
+    if (IsPairAt(text, i)) {
+      code = 0x10000 + ((code - 0xD800) << 10) + (text[i + 1] - char32_t{0xDC00});
+      ++i;
+    }
+    if (IsUnseen(code)) return true;
+  }
+  return false;
+}
+
+// What turns the order of the text around it; marks of a direction only hold their own place.
+bool IsTurning(char16_t unit) {
+  return (unit >= 0x202A && unit <= 0x202E) || (unit >= 0x2066 && unit <= 0x2069);
+}
+
 }  // namespace
 
 std::size_t CountCodePoints(StringView text) {
@@ -76,6 +119,10 @@ bool IsWellFormed(StringView text) {
 }
 
 bool IsValidUserName(StringView name) {
+  return IsValidClassName(name) && !HasUnseen(name);
+}
+
+bool IsValidClassName(StringView name) {
   if (name.empty() || CountCodePoints(name) > kLongestName || !IsWellFormed(name)) return false;
   if (IsBlank(name.front()) || IsBlank(name.back())) return false;
   return std::none_of(name.begin(), name.end(), IsControl);
@@ -83,6 +130,10 @@ bool IsValidUserName(StringView name) {
 
 bool IsValidDescription(StringView text) {
   return CountCodePoints(text) <= kLongestDescription && IsWellFormed(text);
+}
+
+bool IsValidFullName(StringView text) {
+  return IsValidDescription(text) && std::none_of(text.begin(), text.end(), IsTurning);
 }
 
 bool EqualIgnoringCase(StringView left, StringView right) {

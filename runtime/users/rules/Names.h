@@ -15,11 +15,18 @@ std::size_t CountCodePoints(StringView text);
 // True when every surrogate has its partner, so that the text survives a round trip through UTF-8.
 bool IsWellFormed(StringView text);
 
-// User names are 1 to 64 code points, well-formed, without control characters and without a blank
-// at either end: two names that look alike on a panel should not be two users.
+// User names are 1 to 64 code points, well-formed, without a blank at either end, without control
+// characters, bidirectional ones included, without anything invisible and without white space other
+// than the blank: two names that look alike on a panel should not be two users.
 bool IsValidUserName(StringView name);
 
-// Full names and comments may contain everything that can be stored, up to 1000 code points.
+// Names of classes come from the rules: invisible characters in them are the plant's own affair.
+bool IsValidClassName(StringView name);
+
+// As comments, but for what turns the order of text.
+bool IsValidFullName(StringView text);
+
+// Comments may contain everything that can be stored, up to 1000 code points.
 bool IsValidDescription(StringView text);
 
 // The same text but for the case of Latin, Greek and Cyrillic letters, independent of the

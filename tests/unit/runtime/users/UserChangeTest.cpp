@@ -140,6 +140,62 @@ TEST_F(UserChangeTest, NamesThatNobodyCouldTellApartAreRefused) {
   EXPECT_EQ(directory.CreateUser(Record(u"J\u00DCRGEN")), host::CreateUserExists);
 }
 
+// Controls of direction, what has no width or no ink, and white space that passes as a blank.
+TEST_F(UserChangeTest, NamesWithAnythingUnseenAreRefused) {
+  ProvisionAndLogOn();
+  for (const int listed :
+       {0xA0,   0xAD,   0x34F,  0x61C,   0x115F,  0x1160,  0x1680,  0x180E,  0x2000, 0x2007, 0x200A,
+        0x200B, 0x200C, 0x200D, 0x200E,  0x200F,  0x2028,  0x202A,  0x202E,  0x202F, 0x205F, 0x2060,
+        0x2064, 0x2066, 0x2069, 0x206F,  0x2800,  0x3000,  0x3164,  0xFE0F,  0xFEFF, 0xFFA0, 0xFFF9,
+        0xFFFE, 0xFFFF, 0xFDD0, 0x1D173, 0xE0001, 0xE0041, 0xE0100, 0x10FFFF}) {
+    const auto code = static_cast<unsigned>(listed);
+    String letter(1, static_cast<char16_t>(code));
+    if (code > 0xFFFF) {
+      letter = {static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10)),
+                static_cast<char16_t>(0xDC00 + ((code - 0x10000) & 0x3FF))};
+    }
+    const String name = u"an" + letter + u"na";
+    EXPECT_EQ(directory.CreateUser(Record(name)), host::CreateUserCallFailed) << std::hex << code;
+    EXPECT_THAT(LastAuditLine(), testing::HasSubstr("refused: this is no user name"));
+  }
+  for (const String& name :
+       {String(u"anna b\u00E4r"), String(u"\u05D3\u05E0\u05D4"), String(u"\u0639\u0644\u064A"),
+        String(u"\u0905\u0928\u093F\u0924\u093E"), String(u"\U0001F600"),
+        String(u"o\u0308zgu\u0308r")}) {
+    EXPECT_EQ(directory.CreateUser(Record(name)), host::CreateUserSucceeded) << ToUtf8(name);
+  }
+}
+
+TEST_F(UserChangeTest, FullNamesThatTurnTheTextAroundThemAreRefused) {
+  ProvisionAndLogOn();
+  host::UserRecord record = Record(u"anna");
+  for (const StringView turning : {u"A\u202Enna", u"A\u2067nna", u"A\u202Cnna"}) {
+    record.FullName = turning;
+    EXPECT_EQ(directory.CreateUser(record), host::CreateUserCallFailed);
+  }
+  record.FullName = u"\u05D3\u05E0\u05D4 (2)\u200F";
+  EXPECT_EQ(directory.CreateUser(record), host::CreateUserSucceeded);
+}
+
+// An older store may have such a user: he is listed, can be deactivated and removed, all recorded.
+TEST_F(UserChangeTest, AUserWithAnUnseenCharacterFromBeforeCanBeRemoved) {
+  ProvisionAndLogOn();
+  const String name = u"an\u202Ena\u200B";
+  {
+    StoredUser old = StoredRecord(u"boss");
+    old.Name = name;
+    UserStore::Writing writing(management.Store);
+    writing.Users().Add(old);
+    writing.Commit();
+  }
+  EXPECT_THAT(directory.GetUserNames(u""), testing::Contains(name));
+  EXPECT_EQ(directory.GetUserInfo(name).State, host::UserActive);
+  EXPECT_EQ(directory.SetUserActive(name, 0), host::ModifyUserSucceeded);
+  EXPECT_EQ(directory.RemoveUser(name), host::ModifyUserSucceeded);
+  EXPECT_EQ(Records().back().Entry.Subject, name);
+  EXPECT_FALSE(directory.GetUserClass(name).Found);
+}
+
 TEST_F(UserChangeTest, DescriptionsOfAnyTextSurvive) {
   ProvisionAndLogOn();
   host::UserRecord record = Record(u"anna");
