@@ -1,13 +1,23 @@
 #pragma once
 
+#include <map>
+#include <mutex>
 #include <optional>
+#include <vector>
 
+#include "runtime/users/RulesInForce.h"
 #include "runtime/users/Session.h"
 #include "runtime/users/passwords/RefusedPasswords.h"
-#include "runtime/users/rules/RulesInForce.h"
 #include "runtime/users/store/UserStore.h"
 
 namespace krx::runtime {
+
+// What waits in memory for a disk with room: log-ons, and what their attempts have come to.
+struct LateRecords {
+  std::mutex Guard;
+  std::map<std::uint32_t, StoredUser> Attempts;
+  std::vector<AuditEntry> Entries;
+};
 
 // The user management of one folder: users and audit records (users.db), rules (users.conf) and
 // refused passwords (refused-passwords.txt), and who is logged on to this process.
@@ -38,6 +48,7 @@ class UserManagement {
   const SystemServices System;
   runtime::Session& Session;
   UserStore Store;
+  LateRecords Late;
 
  private:
   RulesInForce rules_{System, Store};

@@ -7,6 +7,7 @@
 #include "runtime/users/administration/Provisioning.h"
 #include "runtime/users/logon/LogOnGuard.h"
 #include "runtime/users/passwords/PasswordRules.h"
+#include "runtime/users/store/AuditArchive.h"
 #include "runtime/users/store/Schema.h"
 
 namespace krx::runtime {
@@ -105,7 +106,9 @@ Password ResetPassword(UserManagement& management, const String& name) {
 std::vector<String> CheckStore(UserManagement& management) {
   UserStore::Reading reading(management.Store);
   if (reading.Data() == nullptr) return {u"there are no users"};
-  return CheckDatabase(*reading.Data(), management.System.Crypto);
+  std::vector<String> problems = CheckDatabase(*reading.Data(), management.System.Crypto);
+  if (!problems.empty()) return problems;
+  return CheckArchives(*reading.Data(), management.Store, management.System);
 }
 
 void BackUpStore(UserManagement& management, const std::filesystem::path& file) {

@@ -12,6 +12,7 @@
 #include "runtime/users/win32/Win32Clock.h"
 #include "runtime/users/win32/Win32Cryptography.h"
 #include "runtime/users/win32/Win32Errands.h"
+#include "runtime/users/win32/Win32EventLog.h"
 #include "runtime/users/win32/Win32Files.h"
 #include "runtime/users/win32/Win32Origin.h"
 
@@ -27,12 +28,14 @@ std::wstring EnvironmentVariable(const wchar_t* name) {
 // What the user management of the process lives on.
 struct Process {
   explicit Process(const DatabaseAccess& access)
-      : Management({Files, Crypto, Clock, OriginOfProcess(), access}, UsersFolder(), Session) {}
+      : Management({Files, Crypto, Clock, OriginOfProcess(), access, &Events}, UsersFolder(),
+                   Session) {}
 
   SqliteLibrary Library;  // first, so that it goes last
   Win32Files Files;
   Win32Cryptography Crypto;
   Win32Clock Clock;
+  Win32EventLog Events;
   runtime::Session Session;
   UserManagement Management;
 

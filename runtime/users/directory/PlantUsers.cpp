@@ -178,6 +178,11 @@ std::int32_t PlantSession::LogOnUser(const String& user, const Password& passwor
     management_.RecordFailure({u"", u"log-on", u"", u"failed: " + failure.Description()});
     throw;
   }
+  if (const std::optional<LoggedOnUser> before = management_.Session.Current();
+      before && outcome.User) {
+    management_.Record(
+        {before->Name, u"log-off", u"", u"replaced by the log-on of " + outcome.User->Name});
+  }
   management_.Record({outcome.Name, u"log-on", u"", outcome.Outcome});
   if (outcome.User) management_.Session.Begin({0, outcome.User->Name, outcome.User->ClassName});
   return outcome.Code;

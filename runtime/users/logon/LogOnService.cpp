@@ -2,8 +2,10 @@
 
 #include <utility>
 
+#include "runtime/users/logon/FullDisk.h"
 #include "runtime/users/logon/LogOnGuard.h"
 #include "runtime/users/logon/PasswordAge.h"
+#include "runtime/users/store/AuditArchive.h"
 
 namespace krx::runtime {
 namespace {
@@ -49,8 +51,29 @@ std::optional<PasswordHash> Strengthened(Cryptography& cryptography, const UserR
 }  // namespace
 
 std::int32_t LogOnService::LogOnUser(const String& user, const Password& password) {
-  const UserRules rules = management_.Rules();
-  const CheckedUser checked = CheckCredentials(management_, rules, user, password);
+  RecordLate(management_);
+  std::optional<CheckedUser> checked;
+  try {
+    const UserRules rules = management_.Rules();
+    try {
+      checked = CheckCredentials(management_, rules, user, password);
+      const std::int32_t result = JudgeAndRecord(rules, *checked, password);
+      KeepAuditInBounds(management_.Store, management_.System, rules);
+      return result;
+    } catch (const DiskFull&) {
+      if (!rules.LogOnWithFullDisk) throw;
+      FullDiskLogOn late(management_, rules);
+      return checked ? late.Complete(*checked) : late.LogOnUser(user, password);
+    }
+  } catch (const Error& failure) {
+    management_.RecordFailure({checked ? checked->User.Name : String(), u"log-on", u"",
+                               u"failed: " + failure.Description()});
+    throw;
+  }
+}
+
+std::int32_t LogOnService::JudgeAndRecord(const UserRules& rules, const CheckedUser& checked,
+                                          const Password& password) {
   std::optional<PasswordHash> rehashed =
       Strengthened(management_.System.Crypto, rules, checked, password);
 
@@ -59,11 +82,17 @@ std::int32_t LogOnService::LogOnUser(const String& user, const Password& passwor
   const std::int32_t result = checked.Outcome == CredentialOutcome::Right
                                   ? Settle(writing, rules, checked, std::move(rehashed))
                                   : ResultOf(checked.Outcome);
+  if (result == host::LogOnSucceeded) RecordReplaced(writing, checked.User.Name);
   writing.Record({checked.User.Name, u"log-on", u"", OutcomeText(checked, result)});
   writing.Commit();
   if (result == host::LogOnSucceeded)
     management_.Session.Begin({checked.User.Id, checked.User.Name});
   return result;
+}
+
+void LogOnService::RecordReplaced(UserStore::Writing& writing, const String& name) {
+  if (const std::optional<LoggedOnUser> before = management_.Session.Current())
+    writing.Record({before->Name, u"log-off", u"", u"replaced by the log-on of " + name});
 }
 
 std::int32_t LogOnService::Settle(UserStore::Writing& writing, const UserRules& rules,

@@ -28,8 +28,22 @@ constexpr Setting kSettings[] = {
     {"lock-out-failures", &UserRules::LockOutFailures, 1, 1000},
     {"lock-out-minutes", &UserRules::LockOutMinutes, 0, 525'600},
     {"hash-iterations", &UserRules::HashIterations, 1000, 100'000'000},
+    {"audit-records", &UserRules::AuditRecords, 0, 10'000'000},
+    {"audit-days", &UserRules::AuditDays, 0, 3650},
     {"administrator-level", &UserRules::AdministratorLevel, INT32_MIN, INT32_MAX},
     {"administration-mode", &UserRules::AdministrationMode, INT32_MIN, INT32_MAX},
+};
+
+struct Choice {
+  std::string_view Name;
+  bool UserRules::*Value;
+  std::string_view Yes;
+  std::string_view No;
+};
+
+constexpr Choice kChoices[] = {
+    {"audit-event-log", &UserRules::AuditEventLog, "on", "off"},
+    {"when-disk-full", &UserRules::LogOnWithFullDisk, "log-on", "refuse"},
 };
 
 class Parser {
@@ -57,12 +71,26 @@ class Parser {
     for (const Setting& setting : kSettings) {
       if (name == setting.Name) return ParseSetting(setting, value);
     }
+    for (const Choice& choice : kChoices) {
+      if (name == choice.Name) return ParseChoice(choice, value);
+    }
     lines_.Refuse(u"there is no setting \"" + lines_.Text(name) + u"\"");
   }
 
-  void ParseSetting(const Setting& setting, std::string_view value) {
-    const auto [first, added] = seen_.emplace(setting.Name, lines_.Number());
+  void TakeOnce(std::string_view name) {
+    const auto [first, added] = seen_.emplace(name, lines_.Number());
     if (!added) lines_.Refuse(u"the setting stands already in line " + ToString(first->second));
+  }
+
+  void ParseChoice(const Choice& choice, std::string_view value) {
+    TakeOnce(choice.Name);
+    if (value != choice.Yes && value != choice.No)
+      lines_.Refuse(lines_.Text(choice.Yes) + u" or " + lines_.Text(choice.No) + u" is expected");
+    rules_.*choice.Value = value == choice.Yes;
+  }
+
+  void ParseSetting(const Setting& setting, std::string_view value) {
+    TakeOnce(setting.Name);
     const std::int32_t number = WholeNumber(value);
     if (number < setting.Smallest || number > setting.Largest) {
       lines_.Refuse(u"the number is not between " + ToString(setting.Smallest) + u" and " +
@@ -76,7 +104,7 @@ class Parser {
     if (parts.size() != 3) lines_.Refuse(u"a class needs name | level | display text");
     UserClass added{lines_.Text(Trimmed(parts[0])), lines_.Text(Trimmed(parts[2])),
                     WholeNumber(Trimmed(parts[1]))};
-    if (!IsValidUserName(added.Name)) lines_.Refuse(u"this is no name of a class");
+    if (!IsValidClassName(added.Name)) lines_.Refuse(u"this is no name of a class");
     if (added.DisplayText.empty()) lines_.Refuse(u"the display text is missing");
     for (const UserClass& other : classes_) {
       if (other.Name == added.Name) lines_.Refuse(u"there is a class of this name already");
@@ -124,6 +152,11 @@ String DescribeChange(const UserRules& before, const UserRules& after) {
     const String name(setting.Name.begin(), setting.Name.end());
     if (now != then) add(name + u" " + ToString(now) + u" instead of " + ToString(then));
   }
+  for (const Choice& choice : kChoices) {
+    if (before.*choice.Value == after.*choice.Value) continue;
+    const std::string_view now = after.*choice.Value ? choice.Yes : choice.No;
+    add(String(choice.Name.begin(), choice.Name.end()) + u" " + String(now.begin(), now.end()));
+  }
   if (before.Classes != after.Classes) add(u"other classes");
   if (before.Directory != after.Directory) add(u"another directory service");
   return u"in force: " + (changes.empty() ? u"the same as before" : changes);
@@ -150,6 +183,14 @@ std::string_view RulesFileTemplate() {
 
 # Work to check one password. Users with fewer iterations follow at their next log-on.
 #hash-iterations = 600000
+
+# Audit records: as many stay in the database before the oldest go to a file beside it, and for so
+# many days (0: all, for ever); whether they go to the event log of Windows, too (on or off); and
+# whether people log on while a full disk has no room for records (log-on or refuse).
+#audit-records = 100000
+#audit-days = 0
+#audit-event-log = off
+#when-disk-full = log-on
 
 # Who may administer: 0 every user, classes below his own; 1 administrators, all classes;
 # 2 administrators, classes up to their own; any other number nobody.

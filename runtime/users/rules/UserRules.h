@@ -31,6 +31,10 @@ struct UserRules {
   std::int32_t HashIterations = 600'000;  // of new hashes; older ones follow at the next log-on
   std::int32_t AdministratorLevel = 100;  // class level from which a user is an administrator
   std::int32_t AdministrationMode = 1;    // see AdministrationRights
+  std::int32_t AuditRecords = 100'000;    // as many stay in the database; 0: all
+  std::int32_t AuditDays = 0;             // as long they stay there; 0: for ever
+  bool AuditEventLog = false;             // events go to the machine's event log, too
+  bool LogOnWithFullDisk = true;          // else nobody logs on while there is no room for a record
   std::vector<UserClass> Classes = {{u"Operator", u"Operator", 10},
                                     {u"Engineer", u"Engineer", 50},
                                     {u"Administrator", u"Administrator", 100}};

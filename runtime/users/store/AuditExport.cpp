@@ -90,7 +90,6 @@ std::string ExportLine(ExportFormat format, const AuditRecord& record) {
 
 void ExportAudit(AuditTrail& trail, ExportFormat format,
                  const std::function<void(std::string_view)>& sink) {
-  sink(ExportHead(format));
   std::int64_t last = 0;
   for (;;) {
     const std::vector<AuditRecord> records = trail.After(last, kExported);

@@ -17,7 +17,7 @@ std::string_view ExportHead(ExportFormat format);
 // none is taken for a formula by a program that calculates with tables.
 std::string ExportLine(ExportFormat format, const AuditRecord& record);
 
-// Hands all events over, line by line.
+// Hands all events over, line by line, without the head.
 void ExportAudit(AuditTrail& trail, ExportFormat format,
                  const std::function<void(std::string_view)>& sink);
 

@@ -56,6 +56,14 @@ AuditRecord RecordOf(const Query& query) {
   return record;
 }
 
+void Insert(Database& database, const AuditRecord& record) {
+  Query(database, "INSERT INTO audit VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)", record.Number,
+        record.At, record.Entry.Actor, record.Origin.Station, record.Origin.Process,
+        record.Origin.Account, record.Entry.Action, record.Entry.Subject, record.Entry.Outcome,
+        std::span<const std::uint8_t>(record.Hash))
+      .Run();
+}
+
 }  // namespace
 
 Digest AuditTrail::DigestOf(const Digest& before, const AuditRecord& record) {
@@ -70,16 +78,40 @@ Digest AuditTrail::DigestOf(const Digest& before, const AuditRecord& record) {
   return cryptography_.Hash(bytes);
 }
 
-void AuditTrail::Add(std::int64_t now, const AuditOrigin& origin, const AuditEntry& entry) {
+AuditRecord AuditTrail::Add(std::int64_t now, const AuditOrigin& origin, const AuditEntry& entry) {
   const Chain chain = ReadChain(database_);
   AuditRecord record{chain.LastNumber + 1, now, entry, origin, {}};
   record.Hash = DigestOf(chain.LastHash, record);
-  Query(database_, "INSERT INTO audit VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)", record.Number,
-        record.At, entry.Actor, origin.Station, origin.Process, origin.Account, entry.Action,
-        entry.Subject, entry.Outcome, std::span<const std::uint8_t>(record.Hash))
-      .Run();
+  Insert(database_, record);
   Query(database_, "UPDATE audit_chain SET last_number = ?, last_hash = ?", record.Number,
         std::span<const std::uint8_t>(record.Hash))
+      .Run();
+  return record;
+}
+
+void AuditTrail::MoveTo(Database& archive, std::int64_t last) {
+  const Chain chain = ReadChain(database_);
+  std::int64_t number = chain.NumberBefore;
+  Digest hash = chain.HashBefore;
+  while (number < last) {
+    const std::vector<AuditRecord> records = After(number, kPortion);
+    for (const AuditRecord& record : records) {
+      if (record.Number != number + 1) break;
+      if (record.Number > last) break;
+      Insert(archive, record);
+      number = record.Number;
+      hash = record.Hash;
+    }
+    if (number < last && (records.empty() || records.back().Number != number))
+      throw KorvelError(kUnreadableUsers, u"audit records are missing");
+  }
+  Query(archive, "INSERT INTO audit_chain VALUES (1, ?, ?, ?, ?)", chain.NumberBefore,
+        std::span<const std::uint8_t>(chain.HashBefore), number,
+        std::span<const std::uint8_t>(hash))
+      .Run();
+  Query(database_, "DELETE FROM audit WHERE number <= ?", last).Run();
+  Query(database_, "UPDATE audit_chain SET number_before = ?, hash_before = ?", number,
+        std::span<const std::uint8_t>(hash))
       .Run();
 }
 

@@ -48,11 +48,14 @@ class AuditTrail {
   AuditTrail(Database& database, Cryptography& cryptography)
       : database_(database), cryptography_(cryptography) {}
 
-  // Adds an event within the caller's transaction.
-  void Add(std::int64_t now, const AuditOrigin& origin, const AuditEntry& entry);
+  // Adds an event within the caller's transaction and returns it.
+  AuditRecord Add(std::int64_t now, const AuditOrigin& origin, const AuditEntry& entry);
 
   // Up to `count` events behind the one with this number, in order.
   std::vector<AuditRecord> After(std::int64_t number, int count);
+  // Moves the events up to this number to a database with the same tables, which then holds a chain
+  // of its own that this one goes on; within the callers' transactions.
+  void MoveTo(Database& archive, std::int64_t last);
   // Looks through all events. Others may add to them meanwhile.
   AuditVerdict Verify();
 

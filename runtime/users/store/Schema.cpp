@@ -93,6 +93,19 @@ CREATE TABLE rules_in_force (
   good BLOB NOT NULL,                      -- the file's content
   malformed BLOB NOT NULL                  -- digest of the malformed one that was recorded, or empty
 ) STRICT;
+
+-- Files that hold older records, and what has been told of those that are still here.
+CREATE TABLE audit_archives (
+  first_number INTEGER PRIMARY KEY,
+  last_number INTEGER NOT NULL CHECK (last_number >= first_number),
+  last_hash BLOB NOT NULL CHECK (length(last_hash) = 32),
+  file TEXT NOT NULL
+) STRICT;
+CREATE TABLE audit_bounds (
+  id INTEGER PRIMARY KEY CHECK (id = 1),
+  told INTEGER NOT NULL                    -- 0 nothing, 1 that they are many, 2 that moving failed
+) STRICT;
+INSERT INTO audit_bounds VALUES (1, 0);
 )sql"};
 
 std::int64_t Pragma(Database& database, const char* sql) {

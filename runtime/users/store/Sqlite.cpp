@@ -161,6 +161,7 @@ void Database::Fail(int code) const {
       kind == SQLITE_SCHEMA || kind == SQLITE_MISMATCH) {
     throw KorvelError(kUnreadableUsers, reason);
   }
+  if (Writing && kind == SQLITE_FULL) throw DiskFull(reason);
   if (Writing) throw UnableToSave(reason);
   throw KorvelError(kFileFailure, reason);
 }

@@ -23,6 +23,12 @@ class UnableToSave : public Error {
   explicit UnableToSave(String description);
 };
 
+// The same, because the disk is full.
+class DiskFull : public UnableToSave {
+ public:
+  using UnableToSave::UnableToSave;
+};
+
 // Gives back what the database library keeps for the whole module, when the module goes.
 class SqliteLibrary {
  public:

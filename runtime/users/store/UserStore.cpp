@@ -136,8 +136,15 @@ void UserStore::Writing::Begin() {
 }
 
 void UserStore::Writing::Record(const AuditEntry& entry) {
-  AuditTrail(*store_.database_, store_.system_.Crypto)
-      .Add(store_.system_.Time.Now(), store_.system_.Origin, entry);
+  recorded_.push_back(AuditTrail(*store_.database_, store_.system_.Crypto)
+                          .Add(store_.system_.Time.Now(), store_.system_.Origin, entry));
+}
+
+void UserStore::Writing::Commit() {
+  transaction_->Commit();
+  if (!store_.forwards_ || store_.system_.Events == nullptr) return;
+  for (const AuditRecord& record : recorded_)
+    store_.system_.Events->Report(record);
 }
 
 }  // namespace krx::runtime

@@ -7,6 +7,7 @@
 
 #include "runtime/users/store/AuditTrail.h"
 #include "runtime/users/store/UserTable.h"
+#include "runtime/users/system/EventLog.h"
 #include "runtime/users/system/Files.h"
 
 namespace krx::runtime {
@@ -18,6 +19,7 @@ struct SystemServices {
   Clock& Time;
   AuditOrigin Origin = {};
   DatabaseAccess Access = {};
+  EventLog* Events = nullptr;  // gets stored events while the rules want it
 };
 
 // The users of one folder and the record of what happened to them, in the database users.db.
@@ -81,7 +83,7 @@ class UserStore {
     // The same, for other tables than that of the users.
     Database& Data() { return *store_.database_; }
     void Record(const AuditEntry& entry);
-    void Commit() { transaction_->Commit(); }
+    void Commit();
 
    private:
     void Begin();
@@ -90,7 +92,11 @@ class UserStore {
     std::unique_lock<std::mutex> lock_;
     std::optional<Transaction> transaction_;
     std::optional<UserTable> users_;
+    std::vector<AuditRecord> recorded_;
   };
+
+  // Whether events are handed to the machine's log once they are stored.
+  void ForwardEvents(bool forwards) { forwards_ = forwards; }
 
  private:
   struct Snapshot;
@@ -104,6 +110,7 @@ class UserStore {
   const std::filesystem::path folder_;
   std::mutex guard_;
   std::atomic<int> uses_ = 0;
+  std::atomic<bool> forwards_ = false;
   std::unique_ptr<Database> database_;
   std::unique_ptr<const Snapshot> snapshot_;
 };

@@ -1,6 +1,9 @@
 #include "runtime/users/tool/Commands.h"
 
+#include <windows.h>
+
 #include <fstream>
+#include <functional>
 #include <string>
 
 #include "base/Error.h"
@@ -9,9 +12,11 @@
 #include "runtime/users/administration/Recovery.h"
 #include "runtime/users/administration/UserDirectory.h"
 #include "runtime/users/com/ProcessUsers.h"
+#include "runtime/users/store/AuditArchive.h"
 #include "runtime/users/store/AuditExport.h"
 #include "runtime/users/tool/Console.h"
 #include "runtime/users/win32/FolderRights.h"
+#include "runtime/users/win32/Win32EventLog.h"
 
 namespace krx::runtime {
 namespace {
@@ -88,6 +93,16 @@ int Reset(const Arguments& arguments) {
   return kDone;
 }
 
+// No damage: a plant may keep them elsewhere.
+void PrintMissingArchives() {
+  UserStore::Reading reading(Users().Store);
+  if (reading.Data() == nullptr) return;
+  for (const AuditArchive& archive : ListArchives(*reading.Data(), Users().Store, Users().System)) {
+    if (!archive.IsThere)
+      Print(u"Not here, so not looked at: " + archive.File.filename().u16string() + u"\n");
+  }
+}
+
 int Verify(const Arguments&) {
   std::vector<String> problems = CheckStore(Users());
   if (const std::optional<String> fault = Users().FaultOfRules())
@@ -95,6 +110,7 @@ int Verify(const Arguments&) {
   for (const String& problem : problems)
     Print(problem + u"\n");
   if (problems.empty()) Print(u"The users and their audit records are whole.\n");
+  PrintMissingArchives();
   return problems.empty() ? kDone : kDamaged;
 }
 
@@ -120,14 +136,39 @@ int Export(const Arguments& arguments) {
       arguments.Format == u"json" ? ExportFormat::JsonLines : ExportFormat::Csv;
   UserStore::Reading reading(Users().Store);
   if (reading.Data() == nullptr) throw KorvelError(kUnableToRecover, u"there are no users");
-  AuditTrail trail(*reading.Data(), Users().System.Crypto);
+  const auto write = [&](const std::function<void(std::string_view)>& sink) {
+    sink(ExportHead(format));
+    for (const AuditArchive& archive :
+         ListArchives(*reading.Data(), Users().Store, Users().System)) {
+      if (!archive.IsThere) continue;
+      Database data(archive.File, Users().System.Access, false);
+      AuditTrail older(data, Users().System.Crypto);
+      ExportAudit(older, format, sink);
+    }
+    AuditTrail trail(*reading.Data(), Users().System.Crypto);
+    ExportAudit(trail, format, sink);
+  };
   if (arguments.Names[0] == u"-") {
-    ExportAudit(trail, format, PrintBytes);
+    write(PrintBytes);
     return kDone;
   }
   std::ofstream file(std::filesystem::path(arguments.Names[0]), std::ios::binary);
-  ExportAudit(trail, format, [&](std::string_view line) { file << line; });
+  write([&](std::string_view line) { file << line; });
   if (!file.flush()) throw KorvelError(kFileFailure, u"the file cannot be written");
+  return kDone;
+}
+
+int EventSource(const Arguments& arguments) {
+  wchar_t program[32768] = L"";
+  GetModuleFileNameW(nullptr, program, 32768);
+  if (arguments.Names[0] == u"register") {
+    AddEventSource(program);
+  } else if (arguments.Names[0] == u"remove") {
+    RemoveEventSource();
+  } else {
+    return kWrongUsage;
+  }
+  Print(u"Done.\n");
   return kDone;
 }
 
@@ -158,6 +199,10 @@ constexpr Command kCommands[] = {
      u"Writes all audit records, the oldest first, as comma-separated values or JSON lines; the\n"
      u"file - is the standard output.\n",
      1, Export},
+    {u"event-source", u"register|remove",
+     u"Makes the source of the users' events known to the event log of Windows, or unknown again;\n"
+     u"the rule audit-event-log sends them there.\n",
+     1, EventSource},
 };
 
 }  // namespace

@@ -52,7 +52,7 @@ TEST(RulesFileTest, TheTemplateWithoutCommentMarksGivesTheDefaults) {
       settings += std::string(line.substr(1)) + "\n";
     rest.remove_prefix(end + 1);
   }
-  EXPECT_EQ(std::count(settings.begin(), settings.end(), '\n'), 13);
+  EXPECT_EQ(std::count(settings.begin(), settings.end(), '\n'), 17);
   const UserRules rules = ParseRules(u"", settings);
   EXPECT_EQ(rules.Classes, UserRules().Classes);
   EXPECT_EQ(rules.MinimumLength, 8);
@@ -73,6 +73,10 @@ TEST(RulesFileTest, EverySettingIsRead) {
                                      "hash-iterations = 1000000\n"
                                      "administrator-level = -1\n"
                                      "administration-mode = 7\n"
+                                     "audit-records = 0\n"
+                                     "audit-days = 365\n"
+                                     "audit-event-log = on\n"
+                                     "when-disk-full = refuse\n"
                                      "class = Boss | -1 | Der Chef");
   EXPECT_EQ(rules.MinimumLength, 1);
   EXPECT_EQ(rules.MaximumLength, 1024);
@@ -84,6 +88,10 @@ TEST(RulesFileTest, EverySettingIsRead) {
   EXPECT_EQ(rules.HashIterations, 1'000'000);
   EXPECT_EQ(rules.AdministratorLevel, -1);
   EXPECT_EQ(rules.AdministrationMode, 7);
+  EXPECT_EQ(rules.AuditRecords, 0);
+  EXPECT_EQ(rules.AuditDays, 365);
+  EXPECT_TRUE(rules.AuditEventLog);
+  EXPECT_FALSE(rules.LogOnWithFullDisk);
   EXPECT_TRUE(rules.IsAdministratorClass(u"Boss"));
 }
 
@@ -114,6 +122,10 @@ TEST(RulesFileTest, RefusalsNameFileLineAndReason) {
       {"password-history = 99999999999", u"users.conf, line 1: a whole number is expected"},
       {"class = Operator", u"users.conf, line 1: a class needs name | level | display text"},
       {"class = | 1 | x", u"users.conf, line 1: this is no name of a class"},
+      {"audit-event-log = yes", u"users.conf, line 1: on or off is expected"},
+      {"when-disk-full = refuse\nwhen-disk-full = refuse",
+       u"users.conf, line 2: the setting stands already in line 1"},
+      {"audit-days = -1", u"users.conf, line 1: the number is not between 0 and 3650"},
       {"class = A | b | x", u"users.conf, line 1: a whole number is expected"},
       {"class = A | 1 |", u"users.conf, line 1: the display text is missing"},
       {"class = A | 100 | x\nclass = A | 2 | y",

@@ -1,4 +1,4 @@
-#include "runtime/users/rules/RulesInForce.h"
+#include "runtime/users/RulesInForce.h"
 
 #include "support/UserManagementTest.h"
 

@@ -50,7 +50,9 @@ struct DiskAccess {
     const std::string path = name ? name : "temporary";
     const auto found = disk.files_.find(path);
     if (found == disk.files_.end()) {
-      if ((flags & SQLITE_OPEN_CREATE) == 0 || disk.ReadOnly || !disk.Step())
+      const bool refused =
+          !disk.RefusesNewFiles.empty() && path.find(disk.RefusesNewFiles) != std::string::npos;
+      if ((flags & SQLITE_OPEN_CREATE) == 0 || disk.ReadOnly || refused || !disk.Step())
         return SQLITE_CANTOPEN;
       disk.files_[path] = std::make_shared<SimulatedDisk::File>();
     }
@@ -112,6 +114,8 @@ struct DiskAccess {
     OpenFile& open = At(file);
     if (open.Disk->Fails()) return SQLITE_IOERR_WRITE;
     if (open.Disk->ReadOnly) return SQLITE_FULL;
+    const auto end = static_cast<std::size_t>(offset) + static_cast<std::size_t>(size);
+    if (open.Disk->Full && end > (*open.Target)->Visible.size()) return SQLITE_FULL;
     const std::string all(static_cast<const char*>(bytes), static_cast<std::size_t>(size));
     return open.Disk->Write(**open.Target, static_cast<std::size_t>(offset), all)
                ? SQLITE_OK

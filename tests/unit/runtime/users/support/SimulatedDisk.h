@@ -40,6 +40,8 @@ class SimulatedDisk {
   int Operations() const { return operations_; }
 
   bool ReadOnly = false;        // nothing can be written
+  bool Full = false;            // nothing new finds room
+  std::string RefusesNewFiles;  // with this in their name, where it is not empty
   bool Unreadable = false;      // nothing can be opened
   bool LiesOfFlushing = false;  // says that it has flushed and has not
   int Writes = 0;

@@ -1,4 +1,4 @@
-#include "runtime/users/rules/RulesInForce.h"
+#include "runtime/users/RulesInForce.h"
 
 #include <span>
 #include <string>
@@ -71,6 +71,7 @@ UserRules RulesInForce::Get() {
   }
   const bool settled = Settle(content);
   const UserRules rules = *rules_;
+  store_.ForwardEvents(rules.AuditEventLog);
   if (settled) {
     stamp_ = stamp;
     bytes_ = content.Bytes;

@@ -1,0 +1,128 @@
+#include "runtime/users/logon/FullDisk.h"
+
+#include <utility>
+
+#include "base/Utf8.h"
+#include "host/UserManager.h"
+#include "runtime/users/logon/LogOnGuard.h"
+#include "runtime/users/logon/PasswordAge.h"
+
+namespace krx::runtime {
+namespace {
+
+constexpr std::size_t kMostLate = 1'000;
+constexpr std::chrono::milliseconds kPatienceForLate{50};
+
+void TakeAttempts(StoredUser& user, const StoredUser& attempted) {
+  if (user.LastFailure > attempted.LastFailure) return;
+  user.Failures = attempted.Failures;
+  user.FailuresInARow = attempted.FailuresInARow;
+  user.LastFailure = attempted.LastFailure;
+}
+
+std::int32_t CodeOfRefusal(CredentialOutcome outcome) {
+  switch (outcome) {
+    case CredentialOutcome::UnknownUser:
+      return host::LogOnUnknownUser;
+    case CredentialOutcome::Deactivated:
+      return host::LogOnUserDeactivated;
+    case CredentialOutcome::LockedOut:
+      return host::LogOnTooManyFailedLogons;
+    default:
+      return host::LogOnInvalidPassword;
+  }
+}
+
+}  // namespace
+
+// The attempts of before count on, those in the store and those in memory.
+std::optional<StoredUser> FullDiskLogOn::Find(const String& user) {
+  UserStore::Reading reading(management_.Store);
+  if (reading.Data() == nullptr) return std::nullopt;
+  std::optional<StoredUser> found = UserTable(*reading.Data()).Find(user);
+  if (!found) return std::nullopt;
+  const auto known = late_.Attempts.find(found->Id);
+  if (known != late_.Attempts.end()) TakeAttempts(*found, known->second);
+  return found;
+}
+
+CredentialOutcome FullDiskLogOn::Admit(StoredUser& user) {
+  UserStore::Reading users(management_.Store);
+  if (user.Deactivated) return CredentialOutcome::Deactivated;
+  const bool admitted = LogOnGuard(rules_, users, management_.System.Time.Now()).Admit(user);
+  return admitted ? CredentialOutcome::WrongPassword : CredentialOutcome::LockedOut;
+}
+
+std::int32_t FullDiskLogOn::LogOnUser(const String& user, const Password& password) {
+  const std::lock_guard lock(late_.Guard);
+  CheckedUser checked;
+  PasswordHash expected = DecoyHash(static_cast<std::uint32_t>(rules_.HashIterations));
+  if (std::optional<StoredUser> found = Find(user)) {
+    checked.User = std::move(*found);
+    checked.Outcome = Admit(checked.User);
+    checked.LastAttempt = checked.User.Failures >= rules_.LockOutFailures;
+    expected = checked.User.CurrentPassword();
+    late_.Attempts[checked.User.Id] = checked.User;
+  }
+  if (checked.Outcome != CredentialOutcome::LockedOut &&
+      Matches(management_.System.Crypto, password, expected) &&
+      checked.Outcome == CredentialOutcome::WrongPassword) {
+    checked.Outcome = CredentialOutcome::Right;
+  }
+  return Settle(checked);
+}
+
+std::int32_t FullDiskLogOn::Complete(CheckedUser checked) {
+  const std::lock_guard lock(late_.Guard);
+  return Settle(checked);
+}
+
+std::int32_t FullDiskLogOn::Settle(CheckedUser& checked) {
+  StoredUser& user = checked.User;
+  if (checked.Outcome != CredentialOutcome::Right) {
+    Remember(user.Name, u"refused: " + Describe(checked));
+    return CodeOfRefusal(checked.Outcome);
+  }
+  LogOnGuard::Forgive(user);
+  user.LastFailure = management_.System.Time.Now();  // later than what is stored
+  late_.Attempts[user.Id] = user;
+  // Who has to renew his password cannot now, as it could not be stored.
+  if (user.MustRenew) return host::LogOnRenewPassword;
+  if (PasswordAge(rules_, user, management_.System.Time.Now()).IsExpired())
+    return host::LogOnPasswordExpired;
+  Remember(user.Name, u"logged on");
+  management_.Session.Begin({user.Id, user.Name});
+  return host::LogOnSucceeded;
+}
+
+// Beyond the bound only who gets in is worth the memory.
+void FullDiskLogOn::Remember(const String& actor, const String& outcome) {
+  if (late_.Entries.size() >= kMostLate && outcome.starts_with(u"refused")) return;
+  const String at = FromUtf8(TimeStamp(management_.System.Time.Now())).value_or(String());
+  late_.Entries.push_back(
+      {actor, u"log-on", u"", outcome + u" at " + at + u", recorded late: the disk was full"});
+}
+
+void RecordLate(UserManagement& management) noexcept {
+  LateRecords& late = management.Late;
+  const std::lock_guard lock(late.Guard);
+  if (late.Entries.empty()) return;
+  try {
+    UserStore::Writing writing(management.Store, kPatienceForLate);
+    if (!writing.HasStore()) return;
+    for (const auto& [id, attempted] : late.Attempts) {
+      std::optional<StoredUser> user = writing.Users().FindId(id);
+      if (!user) continue;
+      TakeAttempts(*user, attempted);
+      writing.Users().UpdateAttempts(*user);
+    }
+    for (const AuditEntry& entry : late.Entries)
+      writing.Record(entry);
+    writing.Commit();
+    late.Entries.clear();
+    late.Attempts.clear();
+  } catch (const std::exception&) {
+  }
+}
+
+}  // namespace krx::runtime
