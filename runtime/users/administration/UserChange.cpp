@@ -8,6 +8,7 @@
 #include "runtime/users/logon/LogOnGuard.h"
 #include "runtime/users/logon/PasswordAge.h"
 #include "runtime/users/passwords/PasswordRules.h"
+#include "runtime/users/rules/GuessingDelay.h"
 #include "runtime/users/rules/Names.h"
 
 namespace krx::runtime {
@@ -26,7 +27,7 @@ class Editing {
     if (writing_.HasStore()) actor = management.Actor(Users());
     if (!actor) throw Refusal{refused_, u"nobody is logged on"};
     actor_ = std::move(*actor);
-    had_administrator_ = Users().HasOtherAdministrator(rules_, kNobody);
+    had_administrator_ = Users().HasOtherAdministrator(rules_, kNobody, kForever);
   }
 
   const StoredUser& Actor() const { return actor_; }
@@ -52,7 +53,7 @@ class Editing {
   }
 
   void Commit(const String& action, const String& subject, const String& outcome) {
-    Require(!had_administrator_ || Users().HasOtherAdministrator(rules_, kNobody),
+    Require(!had_administrator_ || Users().HasOtherAdministrator(rules_, kNobody, kForever),
             u"no active administrator would be left");
     writing_.Record({actor_.Name, action, subject, outcome});
     writing_.Commit();

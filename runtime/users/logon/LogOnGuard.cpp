@@ -1,20 +1,20 @@
 #include "runtime/users/logon/LogOnGuard.h"
 
 #include <algorithm>
-#include <limits>
+
+#include "runtime/users/rules/GuessingDelay.h"
 
 namespace krx::runtime {
 namespace {
 
-constexpr std::int64_t kForever = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kDelayOfLastAdministrator = 15 * 60;  // seconds
 
 }  // namespace
 
 bool LogOnGuard::IsLockedOut(const StoredUser& user) const {
-  if (user.Failures < rules_.LockOutFailures && user.FailuresInARow < kEndOfGuessing) return false;
-  const std::int64_t length = LockOutSeconds(user);
-  return length == kForever || now_ - user.LastFailure < length;
+  const std::int64_t delay = Delay(user);
+  // A time ahead of the clock begins now.
+  return delay == kForever || now_ - std::min(user.LastFailure, now_) < delay;
 }
 
 bool LogOnGuard::Admit(StoredUser& user) const {
@@ -35,13 +35,12 @@ void LogOnGuard::Forgive(StoredUser& user) {
   user.LastFailure = 0;
 }
 
-std::int64_t LogOnGuard::LockOutSeconds(const StoredUser& user) const {
-  const bool has_end = rules_.LockOutMinutes > 0 && user.FailuresInARow < kEndOfGuessing;
-  const std::int64_t length = has_end ? std::int64_t{60} * rules_.LockOutMinutes : kForever;
-  if (length <= kDelayOfLastAdministrator) return length;
-  const bool is_last =
-      rules_.IsAdministratorClass(user.ClassName) && !users_.HasOtherAdministrator(rules_, user.Id);
-  return is_last ? kDelayOfLastAdministrator : length;
+std::int64_t LogOnGuard::Delay(const StoredUser& user) const {
+  const std::int64_t delay = DelayAfter(rules_, user.Failures, user.FailuresInARow);
+  if (delay <= kDelayOfLastAdministrator) return delay;
+  const bool is_last = rules_.IsAdministratorClass(user.ClassName) &&
+                       !users_.HasOtherAdministrator(rules_, user.Id, now_);
+  return is_last ? kDelayOfLastAdministrator : delay;
 }
 
 }  // namespace krx::runtime

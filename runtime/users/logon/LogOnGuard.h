@@ -5,10 +5,11 @@
 
 namespace krx::runtime {
 
-// Counts wrong passwords and locks users out. An attempt is counted, and stored, before the
-// password is looked at: however many panels guess at once, no more passwords are tried than the
-// rules allow. After a hundred attempts in a row only an administrator ends the lock-out. The last
-// administrator who could log on is only ever delayed, by a quarter of an hour at most.
+// Counts wrong passwords and delays or locks users out. An attempt is counted, and stored, before
+// the password is looked at: however many panels guess at once, no more passwords are tried than
+// the rules allow. After a hundred attempts in a row only an administrator ends the lock-out. An
+// administrator is only ever delayed, by a quarter of an hour at most, while no other one can log
+// on.
 class LogOnGuard {
  public:
   // `now`: seconds since 1970.
@@ -24,8 +25,8 @@ class LogOnGuard {
   static void Forgive(StoredUser& user);
 
  private:
-  // How long a lock-out of the user lasts that has begun.
-  std::int64_t LockOutSeconds(const StoredUser& user) const;
+  // Seconds that the user's next attempt has to wait from his last one.
+  std::int64_t Delay(const StoredUser& user) const;
 
   const UserRules& rules_;
   UserSource& users_;

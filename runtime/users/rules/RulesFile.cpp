@@ -176,8 +176,9 @@ std::string_view RulesFileTemplate() {
 #password-expiry-days = 0
 #log-ons-per-password = 0
 
-# Wrong passwords in a row that lock a user out, and for how long. With 0 minutes only an
-# administrator ends the lock-out; the last active administrator is delayed for 15 minutes.
+# Wrong passwords in a row that lock a user out, and for how long at first: each further time
+# takes twice as long, up to a day. With 0 minutes only an administrator ends the lock-out; the
+# last administrator is never delayed by more than 15 minutes.
 #lock-out-failures = 5
 #lock-out-minutes = 15
 

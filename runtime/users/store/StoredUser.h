@@ -32,9 +32,6 @@ struct StoredUser {
   bool operator==(const StoredUser& other) const = default;
 };
 
-// Attempts in a row after which time alone lets nobody log on any more.
-inline constexpr std::int32_t kEndOfGuessing = 100;
-
 // Where users are looked up. Names are told apart exactly, upper and lower case included, but no
 // two users have names that differ in nothing else.
 class UserSource {
@@ -43,9 +40,10 @@ class UserSource {
   // Nothing when there is no such user. Only writing transactions know passwords.
   virtual std::optional<StoredUser> Find(StringView name) = 0;
   virtual std::optional<StoredUser> FindId(std::uint32_t id) = 0;
-  // Whether there is an administrator other than `except` who can log on: active, and not locked
-  // out beyond what time heals.
-  virtual bool HasOtherAdministrator(const UserRules& rules, std::uint32_t except) = 0;
+  // Whether there is an administrator other than `except` who can log on at that moment: active,
+  // and not locked out by the rules. With kForever for a moment, time heals what it can heal.
+  virtual bool HasOtherAdministrator(const UserRules& rules, std::uint32_t except,
+                                     std::int64_t at) = 0;
 };
 
 }  // namespace krx::runtime

@@ -101,8 +101,9 @@ std::optional<StoredUser> UserStore::Reading::FindId(std::uint32_t id) {
   return UserTable(*Data()).FindId(id);
 }
 
-bool UserStore::Reading::HasOtherAdministrator(const UserRules& rules, std::uint32_t except) {
-  return Data() != nullptr && UserTable(*Data()).HasOtherAdministrator(rules, except);
+bool UserStore::Reading::HasOtherAdministrator(const UserRules& rules, std::uint32_t except,
+                                               std::int64_t at) {
+  return Data() != nullptr && UserTable(*Data()).HasOtherAdministrator(rules, except, at);
 }
 
 const std::vector<StoredUser>& UserStore::Reading::List() {

@@ -57,7 +57,8 @@ class UserStore {
 
     std::optional<StoredUser> Find(StringView name) override;
     std::optional<StoredUser> FindId(std::uint32_t id) override;
-    bool HasOtherAdministrator(const UserRules& rules, std::uint32_t except) override;
+    bool HasOtherAdministrator(const UserRules& rules, std::uint32_t except,
+                               std::int64_t at) override;
     // All users in the order of lists. They are kept until somebody changes one: who lists users
     // asks for each of them next.
     const std::vector<StoredUser>& List();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "runtime/users/rules/GuessingDelay.h"
 #include "runtime/users/rules/Names.h"
 
 namespace krx::runtime {
@@ -64,15 +65,22 @@ std::optional<StoredUser> UserTable::FindId(std::uint32_t id) {
   return Whole(query);
 }
 
-bool UserTable::HasOtherAdministrator(const UserRules& rules, std::uint32_t except) {
-  const bool is_healed = rules.LockOutMinutes > 0;
+bool UserTable::HasOtherAdministrator(const UserRules& rules, std::uint32_t except,
+                                      std::int64_t at) {
   return std::any_of(rules.Classes.begin(), rules.Classes.end(), [&](const UserClass& one) {
     if (!rules.IsAdministratorClass(one.Name)) return false;
     Query query(database_,
-                "SELECT 1 FROM users WHERE class = ? AND id <> ? AND deactivated = 0 "
-                "AND failures_in_a_row < ? AND (? OR failures < ?) LIMIT 1",
-                one.Name, except, kEndOfGuessing, is_healed, rules.LockOutFailures);
-    return query.Next();
+                "SELECT failures, failures_in_a_row, last_failure FROM users "
+                "WHERE class = ? AND id <> ? AND deactivated = 0 AND failures_in_a_row < ?",
+                one.Name, except, kEndOfGuessing);
+    while (query.Next()) {
+      const std::int64_t delay = DelayAfter(rules, static_cast<std::int32_t>(query.Number(0)),
+                                            static_cast<std::int32_t>(query.Number(1)));
+      // A time ahead of the clock begins now.
+      const std::int64_t begin = std::clamp<std::int64_t>(query.Number(2), 0, at);
+      if (delay != kForever && at - begin >= delay) return true;
+    }
+    return false;
   });
 }
 

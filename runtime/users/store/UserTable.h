@@ -16,7 +16,8 @@ class UserTable : public UserSource {
   // With passwords.
   std::optional<StoredUser> Find(StringView name) override;
   std::optional<StoredUser> FindId(std::uint32_t id) override;
-  bool HasOtherAdministrator(const UserRules& rules, std::uint32_t except) override;
+  bool HasOtherAdministrator(const UserRules& rules, std::uint32_t except,
+                             std::int64_t at) override;
 
   // All users in the order of lists, without passwords.
   std::vector<StoredUser> List();

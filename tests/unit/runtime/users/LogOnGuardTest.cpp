@@ -104,7 +104,7 @@ TEST_F(LogOnGuardTest, AfterAHundredGuessesOnlyAnAdministratorEndsIt) {
   AddUser(u"anna", u"anna's secret");
   for (int n = 0; n < 20; ++n) {
     GuessWrong(u"anna", 5);
-    clock.Seconds += 15 * 60;
+    clock.Seconds += 86'400;
   }
   clock.Seconds += 10 * 365 * 86'400;
   EXPECT_EQ(directory.GetUserInfo(u"anna").State, host::UserLocked);
@@ -112,6 +112,89 @@ TEST_F(LogOnGuardTest, AfterAHundredGuessesOnlyAnAdministratorEndsIt) {
   ASSERT_EQ(directory.SetUserActive(u"anna", 1), host::ModifyUserSucceeded);
   EXPECT_EQ(LogOn(u"anna", u"anna's secret"), host::LogOnSucceeded);
   GuessWrong(u"anna", 5);
+}
+
+TEST_F(LogOnGuardTest, EachLockOutInARowTakesTwiceAsLongUpToADay) {
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret");
+  for (const int minutes : {15, 30, 60, 120, 240, 480, 960, 1440, 1440}) {
+    GuessWrong(u"anna", 5);
+    clock.Seconds += minutes * 60 - 1;
+    EXPECT_EQ(LogOn(u"anna", u"anna's secret"), host::LogOnTooManyFailedLogons) << minutes;
+    clock.Seconds += 1;
+  }
+  EXPECT_EQ(LogOn(u"anna", u"anna's secret"), host::LogOnSucceeded);
+  GuessWrong(u"anna", 5);
+  clock.Seconds += 15 * 60;
+  EXPECT_EQ(LogOn(u"anna", u"anna's secret"), host::LogOnSucceeded);
+}
+
+TEST_F(LogOnGuardTest, RulesThatLockOutLongerThanADayAreKept) {
+  Configure("lock-out-minutes = 2000\n");
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret");
+  for (int n = 0; n < 3; ++n) {
+    GuessWrong(u"anna", 5);
+    clock.Seconds += 2000 * 60 - 1;
+    EXPECT_EQ(LogOn(u"anna", u"anna's secret"), host::LogOnTooManyFailedLogons) << n;
+    clock.Seconds += 1;
+  }
+}
+
+TEST_F(LogOnGuardTest, WhereRulesLockOutLateEachFailureFromTheFifthOnDelaysTwiceAsLong) {
+  Configure("lock-out-failures = 90\n");
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret");
+  GuessWrong(u"anna", 5);
+  for (const int seconds : {1, 2, 4, 8, 16, 32, 64, 128, 256, 512, 900, 900}) {
+    clock.Seconds += seconds - 1;
+    EXPECT_EQ(LogOn(u"anna", u"anna's secret"), host::LogOnTooManyFailedLogons) << seconds;
+    EXPECT_EQ(directory.GetUserInfo(u"anna").State, host::UserLocked);
+    clock.Seconds += 1;
+    EXPECT_EQ(directory.GetUserInfo(u"anna").State, host::UserActive);
+    GuessWrong(u"anna", 1);
+  }
+  clock.Seconds += 900;
+  EXPECT_EQ(LogOn(u"anna", u"anna's secret"), host::LogOnSucceeded);
+  GuessWrong(u"anna", 5);
+}
+
+TEST_F(LogOnGuardTest, TheHundredEndsItWhateverTheRulesSay) {
+  Configure("lock-out-failures = 1000\n");
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret");
+  for (int n = 0; n < 100; ++n) {
+    GuessWrong(u"anna", 1);
+    clock.Seconds += 15 * 60;
+  }
+  clock.Seconds += 10 * 365 * 86'400;
+  EXPECT_EQ(LogOn(u"anna", u"anna's secret"), host::LogOnTooManyFailedLogons);
+}
+
+TEST_F(LogOnGuardTest, TheLastAdministratorsDelayDoesNotGrowBeyondAQuarterOfAnHour) {
+  Provision();
+  for (int n = 0; n < 25; ++n) {
+    GuessWrong(u"boss", n < 20 ? 5 : 1);
+    clock.Seconds += 15 * 60 - 1;
+    EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnTooManyFailedLogons) << n;
+    clock.Seconds += 1;
+  }
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnSucceeded);
+}
+
+TEST_F(LogOnGuardTest, AnAdministratorIsOnlyDelayedWhileTheOtherIsLockedOut) {
+  Configure("lock-out-minutes = 525600\n");
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret", u"Administrator");
+  GuessWrong(u"anna", 5);
+  clock.Seconds += 15 * 60;
+  EXPECT_EQ(LogOn(u"anna", u"anna's secret"), host::LogOnTooManyFailedLogons);
+  GuessWrong(u"boss", 5);
+  clock.Seconds += 15 * 60 - 1;
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnTooManyFailedLogons);
+  clock.Seconds += 1;
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnSucceeded);
+  EXPECT_EQ(LogOn(u"anna", u"anna's secret"), host::LogOnTooManyFailedLogons);
 }
 
 TEST_F(LogOnGuardTest, ARightPasswordBeginsTheHundredAnew) {
