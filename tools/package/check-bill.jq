@@ -1,5 +1,5 @@
 # Complains of what SPDX 2.3 asks for and the document lacks; ends with true when there is nothing.
-def known: ["GPL-3.0-or-later", "GCC-exception-3.1", "ZPL-2.1", "blessing"];
+def known: ["GPL-3.0-or-later", "GCC-exception-3.1", "ZPL-2.1", "blessing", "MIT"];
 def wanted($thing; $keys): $keys[] as $key | select($thing | has($key) | not) | "no \($key) in \($thing | tostring)";
 def identifier: test("^SPDXRef-[A-Za-z0-9.-]+$");
 

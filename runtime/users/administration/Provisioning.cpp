@@ -67,8 +67,9 @@ char16_t RandomLetter(Cryptography& cryptography) {
 }  // namespace
 
 void ProvisionFirstAdministrator(UserManagement& management, const String& name,
-                                 const Password& password) {
+                                 const Password& typed) {
   const UserRules rules = management.Rules();
+  const Password password = management.System.Crypto.Normalized(typed);
   Judge(rules, management.Refused(), name, password);
   StoredUser user;
   user.Name = name;

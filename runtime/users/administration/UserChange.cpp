@@ -126,16 +126,16 @@ StoredUser JudgeModification(Editing& editing, const UserRules& rules,
 PasswordHash JudgeAndHash(UserManagement& management, const UserRules& rules,
                           const host::UserRecord& record, const std::vector<PasswordHash>& before,
                           std::int32_t invalid_length, std::int32_t not_accepted) {
-  const PasswordVerdict verdict =
-      JudgePassword(rules, management.Refused(), record.Name, record.Secret);
+  Cryptography& cryptography = management.System.Crypto;
+  const Password password = cryptography.Normalized(record.Secret);
+  const PasswordVerdict verdict = JudgePassword(rules, management.Refused(), record.Name, password);
   if (verdict == PasswordVerdict::InvalidLength)
     throw Refusal{invalid_length, u"length of the password"};
   if (verdict == PasswordVerdict::NotAccepted)
     throw Refusal{not_accepted, u"password is too easily guessed"};
-  if (IsReused(management.System.Crypto, rules, before, record.Secret))
+  if (IsReused(cryptography, rules, before, password))
     throw Refusal{not_accepted, u"password was used lately"};
-  return HashPassword(management.System.Crypto, record.Secret,
-                      static_cast<std::uint32_t>(rules.HashIterations));
+  return HashPassword(cryptography, password, static_cast<std::uint32_t>(rules.HashIterations));
 }
 
 }  // namespace

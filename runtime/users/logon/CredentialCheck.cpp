@@ -41,7 +41,11 @@ CheckedUser CheckCredentials(UserManagement& management, const UserRules& rules,
   const PasswordHash expected = checked.User.Passwords.empty()
                                     ? DecoyHash(static_cast<std::uint32_t>(rules.HashIterations))
                                     : checked.User.CurrentPassword();
-  const bool matches = Matches(management.System.Crypto, password, expected);
+  Cryptography& cryptography = management.System.Crypto;
+  const Password normal = cryptography.Normalized(password);
+  // Passwords that were stored before there was a normal form were hashed as typed.
+  const bool matches = Matches(cryptography, normal, expected) ||
+                       (!(normal == password) && Matches(cryptography, password, expected));
   if (matches && checked.Outcome == CredentialOutcome::WrongPassword)
     checked.Outcome = CredentialOutcome::Right;
   return checked;

@@ -45,7 +45,7 @@ std::optional<PasswordHash> Strengthened(Cryptography& cryptography, const UserR
       checked.User.CurrentPassword().Iterations >= wanted) {
     return std::nullopt;
   }
-  return HashPassword(cryptography, password, wanted);
+  return HashPassword(cryptography, cryptography.Normalized(password), wanted);
 }
 
 }  // namespace

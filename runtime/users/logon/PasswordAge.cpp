@@ -18,6 +18,13 @@ std::int32_t PasswordAge::DaysLeft() const {
   return static_cast<std::int32_t>((left + kSecondsPerDay - 1) / kSecondsPerDay);
 }
 
+bool PasswordAge::IsTooYoung() const {
+  if (user_.MustRenew || IsExpired()) return false;
+  // A day ahead of the clock begins now.
+  const std::int64_t begin = std::min(user_.PasswordChangedOn, now_);
+  return now_ - begin < std::int64_t{rules_.PasswordMinimumDays} * kSecondsPerDay;
+}
+
 std::int32_t PasswordAge::LogOnsLeft() const {
   if (rules_.LogOnsPerPassword == 0) return kUnlimitedLogOns;
   // A limit that was set after the password counts from now on.

@@ -18,6 +18,8 @@ class PasswordAge {
 
   // Whether the password is past its days or its log-ons.
   bool IsExpired() const { return DaysLeft() == 0 || LogOnsLeft() == 0; }
+  // Whether its user may not change it yet.
+  bool IsTooYoung() const;
   // Days, begun ones included, until the password expires; -1 when it never does.
   std::int32_t DaysLeft() const;
   // Log-ons until the password expires; kUnlimitedLogOns when they are not counted.

@@ -5,6 +5,7 @@
 #include "host/UserManager.h"
 #include "runtime/users/Refusal.h"
 #include "runtime/users/logon/LogOnGuard.h"
+#include "runtime/users/logon/PasswordAge.h"
 #include "runtime/users/passwords/PasswordRules.h"
 
 namespace krx::runtime {
@@ -25,7 +26,9 @@ std::int32_t CodeOf(CredentialOutcome outcome) {
 class Change {
  public:
   Change(UserManagement& management, const Password& new_password)
-      : management_(management), rules_(management.Rules()), new_password_(new_password) {}
+      : management_(management),
+        rules_(management.Rules()),
+        new_password_(management.System.Crypto.Normalized(new_password)) {}
 
   std::int32_t Run(CheckedUser checked) {
     checked_ = std::move(checked);
@@ -42,6 +45,8 @@ class Change {
 
  private:
   void Judge() {
+    if (PasswordAge(rules_, checked_.User, management_.System.Time.Now()).IsTooYoung())
+      Refuse(host::ChangePasswordNotAccepted, u"password was changed too lately");
     const PasswordVerdict verdict =
         JudgePassword(rules_, management_.Refused(), checked_.User.Name, new_password_);
     if (verdict == PasswordVerdict::InvalidLength)
@@ -88,7 +93,7 @@ class Change {
 
   UserManagement& management_;
   UserRules rules_;
-  const Password& new_password_;
+  const Password new_password_;
   CheckedUser checked_;
 };
 

@@ -20,8 +20,8 @@ struct PasswordHash {
   bool operator==(const PasswordHash& other) const = default;
 };
 
-// Hashes with a fresh random salt. A password is hashed unit by unit as it was typed: whole, and
-// without any normalisation.
+// Hashes with a fresh random salt. A password is hashed unit by unit, whole; who typed it has
+// brought it into its normal form (Cryptography).
 PasswordHash HashPassword(Cryptography& cryptography, const Password& password,
                           std::uint32_t iterations);
 

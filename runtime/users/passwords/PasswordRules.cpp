@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "runtime/users/passwords/CommonPasswords.h"
 #include "runtime/users/rules/Names.h"
 
 namespace krx::runtime {
@@ -21,7 +22,8 @@ PasswordVerdict JudgePassword(const UserRules& rules, const RefusedPasswords& re
       length > static_cast<std::size_t>(rules.MaximumLength)) {
     return PasswordVerdict::InvalidLength;
   }
-  if (EqualIgnoringCase(password.View(), user_name) || refused.Contains(password))
+  const bool is_common = rules.RefuseCommonPasswords != 0 && IsCommonPassword(password);
+  if (is_common || EqualIgnoringCase(password.View(), user_name) || refused.Contains(password))
     return PasswordVerdict::NotAccepted;
   return PasswordVerdict::Accepted;
 }

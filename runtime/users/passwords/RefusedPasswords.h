@@ -8,8 +8,8 @@
 
 namespace krx::runtime {
 
-// The passwords that anybody guesses first: a built-in list and what a plant adds in a text file,
-// one per line, "#" at the start of a line for comments. Case makes no difference.
+// The passwords that a plant refuses besides the common ones, from a text file: one per line, "#"
+// at the start of a line for comments. Case makes no difference.
 class RefusedPasswords {
  public:
   RefusedPasswords() = default;

@@ -23,6 +23,8 @@ constexpr Setting kSettings[] = {
     {"minimum-length", &UserRules::MinimumLength, 1, 1024},
     {"maximum-length", &UserRules::MaximumLength, 1, 1024},
     {"password-history", &UserRules::PasswordHistory, 0, 24},
+    {"password-minimum-days", &UserRules::PasswordMinimumDays, 0, 3650},
+    {"refuse-common-passwords", &UserRules::RefuseCommonPasswords, 0, 1},
     {"password-expiry-days", &UserRules::PasswordExpiryDays, 0, 3650},
     {"log-ons-per-password", &UserRules::LogOnsPerPassword, 0, 1'000'000},
     {"lock-out-failures", &UserRules::LockOutFailures, 1, 1000},
@@ -122,6 +124,8 @@ class Parser {
   void CheckWhole() {
     if (rules_.MinimumLength > rules_.MaximumLength)
       lines_.Refuse(u"minimum-length is more than maximum-length");
+    if (rules_.PasswordExpiryDays > 0 && rules_.PasswordMinimumDays >= rules_.PasswordExpiryDays)
+      lines_.Refuse(u"password-minimum-days is not less than password-expiry-days");
     for (const UserClass& one : rules_.Classes) {
       if (one.Level >= rules_.AdministratorLevel) return;
     }
@@ -171,6 +175,13 @@ std::string_view RulesFileTemplate() {
 
 # How many of the last passwords, the current one included, cannot be used again.
 #password-history = 4
+
+# Days that a password has to be kept before its user may change it again, so that nobody runs
+# through the last passwords to his first one. It does not hold for what has to be renewed.
+#password-minimum-days = 0
+
+# 1 refuses some 30,000 passwords that are guessed first, 0 only those of refused-passwords.txt.
+#refuse-common-passwords = 1
 
 # Days and log-ons after which a password has to be renewed; 0 is never.
 #password-expiry-days = 0

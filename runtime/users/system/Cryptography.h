@@ -4,12 +4,14 @@
 #include <cstdint>
 #include <span>
 
+#include "base/Password.h"
+
 namespace krx::runtime {
 
 using Digest = std::array<std::uint8_t, 32>;
 
-// The system's cryptography: slow key derivation, a digest and randomness. All raise Error when the
-// system refuses.
+// What the system does for passwords: slow key derivation, a digest, randomness and the one
+// spelling of a text. All raise Error when the system refuses.
 class Cryptography {
  public:
   virtual ~Cryptography() = default;
@@ -20,6 +22,8 @@ class Cryptography {
   virtual Digest Hash(std::span<const std::uint8_t> bytes) = 0;
   // Fills `bytes` from the system's generator for secrets.
   virtual void FillRandom(std::span<std::uint8_t> bytes) = 0;
+  // The password in Unicode's normalisation form C; what is no well-formed text stays as it is.
+  virtual Password Normalized(const Password& password) = 0;
 };
 
 }  // namespace krx::runtime

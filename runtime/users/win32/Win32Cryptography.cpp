@@ -4,7 +4,10 @@
 
 #include <bcrypt.h>
 
+#include <algorithm>
+
 #include "runtime/core/KorvelError.h"
+#include "runtime/users/passwords/SecretBytes.h"
 
 namespace krx::runtime {
 namespace {
@@ -64,6 +67,23 @@ void Win32Cryptography::FillRandom(std::span<std::uint8_t> bytes) {
   Check(BCryptGenRandom(nullptr, bytes.data(), static_cast<ULONG>(bytes.size()),
                         BCRYPT_USE_SYSTEM_PREFERRED_RNG),
         u"generating random bytes");
+}
+
+Password Win32Cryptography::Normalized(const Password& password) {
+  const StringView units = password.View();
+  const auto is_ascii = [](char16_t unit) { return unit < 0x80; };
+  if (std::all_of(units.begin(), units.end(), is_ascii)) return Password(units);
+  static_assert(sizeof(wchar_t) == sizeof(char16_t));
+  const auto* const text = reinterpret_cast<const wchar_t*>(units.data());
+  const int length = static_cast<int>(units.size());
+  const int most = 3 * length;  // no character has more parts in this form
+  SecretBytes memory(static_cast<std::size_t>(most) * sizeof(wchar_t));
+  auto* const normal = reinterpret_cast<wchar_t*>(memory.Bytes().data());
+  const int made = NormalizeString(NormalizationC, text, length, normal, most);
+  if (made > 0)
+    return Password({reinterpret_cast<const char16_t*>(normal), static_cast<std::size_t>(made)});
+  if (GetLastError() == ERROR_NO_UNICODE_TRANSLATION) return Password(units);
+  throw KorvelError(kCryptographyFailure, u"a password cannot be normalised");
 }
 
 }  // namespace krx::runtime

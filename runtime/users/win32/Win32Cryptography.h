@@ -16,6 +16,7 @@ class Win32Cryptography : public Cryptography {
                  std::uint32_t iterations, std::span<std::uint8_t> key) override;
   Digest Hash(std::span<const std::uint8_t> bytes) override;
   void FillRandom(std::span<std::uint8_t> bytes) override;
+  Password Normalized(const Password& password) override;
 
  private:
   void* algorithm_ = nullptr;  // HMAC-SHA256

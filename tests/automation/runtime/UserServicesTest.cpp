@@ -77,6 +77,19 @@ TEST_F(Win32ServicesTest, TheDigestGivesThePublishedResult) {
   EXPECT_EQ(crypto.Hash({})[0], 0xE3);
 }
 
+TEST_F(Win32ServicesTest, PasswordsAreNormalised) {
+  runtime::Win32Cryptography crypto;
+  const auto normal = [&crypto](StringView text) {
+    return String(crypto.Normalized(Password(text)).View());
+  };
+  EXPECT_EQ(normal(u""), u"");
+  EXPECT_EQ(normal(u"plain 1"), u"plain 1");
+  EXPECT_EQ(normal(u"Ka\u0308se \u212B"), u"K\u00E4se \u00C5");
+  // One that the form takes apart, into the most parts that there are.
+  EXPECT_EQ(normal(u"\uFB2C"), u"\u05E9\u05BC\u05C1");
+  EXPECT_EQ(normal(u"a\u0308 \xD800 b"), u"a\u0308 \xD800 b");
+}
+
 TEST_F(Win32ServicesTest, FilesAreWrittenAndReplaced) {
   EXPECT_FALSE(files.Read(folder / "a").has_value());
   files.WriteFlushed(folder / "a", std::string(100'000, 'x'));

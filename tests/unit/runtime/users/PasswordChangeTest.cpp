@@ -56,6 +56,60 @@ TEST_F(PasswordChangeTest, WithoutHistoryThePasswordMayStay) {
   EXPECT_EQ(StoredRecord(u"boss").Passwords.size(), 1u);
 }
 
+TEST_F(PasswordChangeTest, APasswordHasToBeKeptForItsMinimumAge) {
+  Configure("password-minimum-days = 2\n");
+  Provision();  // what has to be renewed may be renewed at once
+  clock.Seconds += 2 * 86'400 - 1;
+  EXPECT_EQ(Change(u"boss", u"third secret", kBossSecret), host::ChangePasswordNotAccepted);
+  EXPECT_THAT(LastAuditLine(), testing::HasSubstr("refused: password was changed too lately"));
+  clock.Seconds += 1;
+  EXPECT_EQ(Change(u"boss", u"third secret", kBossSecret), host::ChangePasswordSucceeded);
+  clock.Seconds -= 365 * 86'400;
+  EXPECT_EQ(Change(u"boss", u"fourth secret", u"third secret"), host::ChangePasswordNotAccepted);
+}
+
+TEST_F(PasswordChangeTest, TheMinimumAgeKeepsNobodyFromRenewingWhatHasExpired) {
+  Configure("password-minimum-days = 2\nlog-ons-per-password = 1\n");
+  ProvisionAndLogOn();
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnPasswordExpired);
+  EXPECT_EQ(Change(u"boss", u"third secret", kBossSecret), host::ChangePasswordSucceeded);
+}
+
+TEST_F(PasswordChangeTest, ASpellingOfTheSameTextIsTheSamePassword) {
+  const StringView composed = u"K\u00E4sebrot \u212B 1";
+  const StringView decomposed = u"Ka\u0308sebrot A\u030A 1";
+  Provision();
+  ASSERT_EQ(Change(u"boss", decomposed, kBossSecret), host::ChangePasswordSucceeded);
+  EXPECT_EQ(LogOn(u"boss", composed), host::LogOnSucceeded);
+  EXPECT_EQ(LogOn(u"boss", decomposed), host::LogOnSucceeded);
+  EXPECT_EQ(Change(u"boss", composed, decomposed), host::ChangePasswordNotAccepted);
+  AddUser(u"anna", decomposed);
+  EXPECT_EQ(LogOn(u"anna", composed), host::LogOnSucceeded);
+}
+
+TEST_F(PasswordChangeTest, LengthIsThatOfTheNormalForm) {
+  Provision();
+  EXPECT_EQ(Change(u"boss", u"a\u0308a\u0308a\u0308a\u0308a\u0308a\u0308a\u0308", kBossSecret),
+            host::ChangePasswordInvalidLength);
+}
+
+TEST_F(PasswordChangeTest, APasswordHashedAsTypedIsStillRecognised) {
+  const StringView decomposed = u"Ka\u0308sebrot 1";
+  Provision();
+  StoredUser boss = StoredRecord(u"boss");
+  boss.Passwords.front() = HashPassword(crypto, Secret(decomposed), 1000);
+  Store(boss);
+  EXPECT_EQ(LogOn(u"boss", u"K\u00E4sebrot 1"), host::LogOnInvalidPassword);
+  EXPECT_EQ(LogOn(u"boss", decomposed), host::LogOnSucceeded);
+}
+
+TEST_F(PasswordChangeTest, WhatIsNoTextIsAPasswordAsItIs) {
+  Provision();
+  const StringView broken = u"a\u0308 lone \xD800 unit";
+  ASSERT_EQ(Change(u"boss", broken, kBossSecret), host::ChangePasswordSucceeded);
+  EXPECT_EQ(LogOn(u"boss", broken), host::LogOnSucceeded);
+}
+
 TEST_F(PasswordChangeTest, ARefusedNewPasswordIsNoFailedAttempt) {
   Provision();
   for (int i = 0; i < 10; ++i)

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "runtime/core/KorvelError.h"
+#include "runtime/users/passwords/CommonPasswords.h"
 #include "runtime/users/rules/Names.h"
 #include "support/TestCryptography.h"
 
@@ -50,6 +51,43 @@ TEST(PasswordRulesTest, CommonPasswordsAreRefusedInAnyCase) {
   for (const StringView common :
        {u"12345678", u"password", u"PASSWORD", u"Passwort123", u"qwertzuiop", u"Administrator"})
     EXPECT_EQ(Judge(common), PasswordVerdict::NotAccepted) << ToUtf8(common);
+}
+
+TEST(PasswordRulesTest, ThousandsOfCommonPasswordsAreRefused) {
+  std::string_view rest = runtime::CommonPasswords();
+  std::string_view before;
+  int long_enough = 0;
+  UserRules rules;
+  rules.MinimumLength = 1;
+  while (!rest.empty()) {
+    const std::string_view word = rest.substr(0, rest.find('\n'));
+    ASSERT_LT(before, word);
+    before = word;
+    rest.remove_prefix(word.size() + 1);
+    String text(word.begin(), word.end());
+    text[0] = text[0] >= u'a' && text[0] <= u'z' ? static_cast<char16_t>(text[0] - 32) : text[0];
+    ASSERT_EQ(JudgePassword(rules, {}, u"anna", Password(text)), PasswordVerdict::NotAccepted)
+        << word;
+    if (Judge(text) == PasswordVerdict::NotAccepted) ++long_enough;
+  }
+  EXPECT_GE(long_enough, 3000);
+}
+
+TEST(PasswordRulesTest, WhatIsOnlyLikeACommonPasswordIsAccepted) {
+  for (const StringView other :
+       {u"qwertzuiopq", u"password\u00E9", u"zzzzzzzzzzzzzzzzzz", u"!!!!!!!!", u"sunshine\n",
+        u"sunshine\nsunshine1", u"passwor\u0164"})
+    EXPECT_EQ(Judge(other), PasswordVerdict::Accepted) << ToUtf8(other);
+}
+
+TEST(PasswordRulesTest, APlantMayRefuseItsOwnListAlone) {
+  UserRules rules;
+  rules.RefuseCommonPasswords = 0;
+  const RefusedPasswords plant(u"list", "kesselhaus 3");
+  for (const StringView common : {u"12345678", u"sunshine", u"Passwort123"})
+    EXPECT_EQ(JudgePassword(rules, plant, u"anna", Password(common)), PasswordVerdict::Accepted);
+  EXPECT_EQ(JudgePassword(rules, plant, u"anna", Password(u"Kesselhaus 3")),
+            PasswordVerdict::NotAccepted);
 }
 
 TEST(PasswordRulesTest, APlantAddsPasswordsInATextFile) {

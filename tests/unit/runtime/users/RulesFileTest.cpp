@@ -29,6 +29,8 @@ TEST(RulesFileTest, AnEmptyFileLeavesTheDefaults) {
   EXPECT_EQ(rules.MinimumLength, 8);
   EXPECT_EQ(rules.MaximumLength, 128);
   EXPECT_EQ(rules.PasswordHistory, 4);
+  EXPECT_EQ(rules.PasswordMinimumDays, 0);
+  EXPECT_EQ(rules.RefuseCommonPasswords, 1);
   EXPECT_EQ(rules.PasswordExpiryDays, 0);
   EXPECT_EQ(rules.LogOnsPerPassword, 0);
   EXPECT_EQ(rules.LockOutFailures, 5);
@@ -52,7 +54,7 @@ TEST(RulesFileTest, TheTemplateWithoutCommentMarksGivesTheDefaults) {
       settings += std::string(line.substr(1)) + "\n";
     rest.remove_prefix(end + 1);
   }
-  EXPECT_EQ(std::count(settings.begin(), settings.end(), '\n'), 17);
+  EXPECT_EQ(std::count(settings.begin(), settings.end(), '\n'), 19);
   const UserRules rules = ParseRules(u"", settings);
   EXPECT_EQ(rules.Classes, UserRules().Classes);
   EXPECT_EQ(rules.MinimumLength, 8);
@@ -66,6 +68,8 @@ TEST(RulesFileTest, EverySettingIsRead) {
                                      "  minimum-length=1\r\n"
                                      "maximum-length = 1024\n"
                                      "password-history = 0\n"
+                                     "password-minimum-days = 89\n"
+                                     "refuse-common-passwords = 0\n"
                                      "password-expiry-days = 90\n"
                                      "log-ons-per-password = 50\n"
                                      "lock-out-failures = 3\n"
@@ -81,6 +85,8 @@ TEST(RulesFileTest, EverySettingIsRead) {
   EXPECT_EQ(rules.MinimumLength, 1);
   EXPECT_EQ(rules.MaximumLength, 1024);
   EXPECT_EQ(rules.PasswordHistory, 0);
+  EXPECT_EQ(rules.PasswordMinimumDays, 89);
+  EXPECT_EQ(rules.RefuseCommonPasswords, 0);
   EXPECT_EQ(rules.PasswordExpiryDays, 90);
   EXPECT_EQ(rules.LogOnsPerPassword, 50);
   EXPECT_EQ(rules.LockOutFailures, 3);
@@ -106,6 +112,8 @@ TEST(RulesFileTest, ClassesOfTheFileTakeThePlaceOfTheBuiltInOnes) {
 
 TEST(RulesFileTest, RefusalsNameFileLineAndReason) {
   const std::pair<std::string_view, StringView> cases[] = {
+      {"password-minimum-days = 30\npassword-expiry-days = 30",
+       u"users.conf, line 2: password-minimum-days is not less than password-expiry-days"},
       {"nonsense", u"users.conf, line 1: \"=\" is missing"},
       {"\n# x\nminimum-lenght = 8", u"users.conf, line 3: there is no setting \"minimum-lenght\""},
       {"minimum-length = 8\nminimum-length = 8",

@@ -1,10 +1,13 @@
 #include "support/TestCryptography.h"
 
 #include <openssl/evp.h>
+#include <unicode/unorm2.h>
 
 #include <mutex>
 
 #include "runtime/core/KorvelError.h"
+#include "runtime/users/passwords/SecretBytes.h"
+#include "runtime/users/rules/Names.h"
 
 namespace krx::test {
 namespace {
@@ -39,6 +42,20 @@ void TestCryptography::FillRandom(std::span<std::uint8_t> bytes) {
   const std::lock_guard lock(random_guard);
   for (std::uint8_t& byte : bytes)
     byte = static_cast<std::uint8_t>(random_() & 0xFF);
+}
+
+Password TestCryptography::Normalized(const Password& password) {
+  const StringView units = password.View();
+  if (!runtime::IsWellFormed(units)) return Password(units);
+  UErrorCode status = U_ZERO_ERROR;
+  const auto most = static_cast<int32_t>(3 * units.size());
+  runtime::SecretBytes memory(static_cast<std::size_t>(most) * sizeof(char16_t));
+  auto* const normal = reinterpret_cast<char16_t*>(memory.Bytes().data());
+  const int32_t made = unorm2_normalize(unorm2_getNFCInstance(&status), units.data(),
+                                        static_cast<int32_t>(units.size()), normal, most, &status);
+  if (U_FAILURE(status))
+    throw runtime::KorvelError(runtime::kCryptographyFailure, u"no normal form");
+  return Password({normal, static_cast<std::size_t>(made)});
 }
 
 }  // namespace krx::test

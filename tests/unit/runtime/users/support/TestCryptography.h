@@ -17,6 +17,7 @@ class TestCryptography : public runtime::Cryptography {
                  std::uint32_t iterations, std::span<std::uint8_t> key) override;
   runtime::Digest Hash(std::span<const std::uint8_t> bytes) override;
   void FillRandom(std::span<std::uint8_t> bytes) override;
+  Password Normalized(const Password& password) override;
 
   void Restart(std::uint32_t seed) { random_.seed(seed); }
 
