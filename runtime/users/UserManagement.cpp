@@ -7,6 +7,14 @@ namespace {
 
 constexpr std::chrono::milliseconds kPatienceForFailures{50};
 
+// Why the user is not logged on any more; empty when he is.
+StringView ReasonToEnd(const LoggedOnUser& logged_on, const StoredUser& user) {
+  if (user.Deactivated) return u"user was deactivated";
+  const bool is_reset = user.PasswordChangedOn != logged_on.PasswordChangedOn ||
+                        (user.MustRenew && !logged_on.RenewsHimself);
+  return is_reset ? u"password was changed or reset elsewhere" : u"";
+}
+
 }  // namespace
 
 RefusedPasswords UserManagement::Refused() {
@@ -25,7 +33,18 @@ std::optional<StoredUser> UserManagement::Actor(UserSource& users) const {
     return user;
   }
   std::optional<StoredUser> user = users.FindId(current->Id);
-  return user && !user->Deactivated ? user : std::nullopt;
+  return user && ReasonToEnd(*current, *user).empty() ? user : std::nullopt;
+}
+
+void UserManagement::EndLostSession() {
+  const std::optional<LoggedOnUser> current = Session.Current();
+  if (!current || current->IsOfDirectory()) return;
+  StringView reason = u"user was removed";
+  if (const auto user = UserStore::Reading(Store).FindId(current->Id))
+    reason = ReasonToEnd(*current, *user);
+  // Somebody may have logged on or off meanwhile.
+  if (reason.empty() || !Session.EndOf(current->Id)) return;
+  RecordFailure({current->Name, u"log-off", u"", u"logged off: " + String(reason)});
 }
 
 void UserManagement::Record(const AuditEntry& entry) {

@@ -36,8 +36,12 @@ class UserManagement {
   RefusedPasswords Refused();
 
   // The user logged on to this process; nothing when nobody is, or when he has been removed or
-  // deactivated in the meantime. One of the directory service has no id here.
+  // deactivated or his password has been reset in the meantime. One of the directory service has no
+  // id here.
   std::optional<StoredUser> Actor(UserSource& users) const;
+
+  // Ends the session of a user for whom Actor has answered nothing, and records why.
+  void EndLostSession();
 
   // Adds an event on its own. Raises Error when that cannot be done.
   void Record(const AuditEntry& entry);

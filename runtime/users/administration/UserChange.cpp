@@ -179,6 +179,8 @@ std::int32_t ModifyUser(UserManagement& management, const host::UserRecord& reco
     user.Passwords = WithNewPassword(rules, user.Passwords, std::move(hash));
     editing.Users().Update(user, true);
     editing.Commit(entry.Action, record.Name, u"modified, class " + record.ClassName);
+    if (editing.IsActor(user))
+      management.Session.Renew(user.Id, user.PasswordChangedOn, user.MustRenew);
     return host::ModifyUserSucceeded;
   });
 }

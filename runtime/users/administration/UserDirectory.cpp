@@ -75,10 +75,14 @@ std::vector<String> UserDirectory::GetUserNames(const String& selection) {
 }
 
 host::CurrentUser UserDirectory::GetCurrentUser() {
-  UserStore::Reading users(management_.Store);
-  const std::optional<StoredUser> actor = management_.Actor(users);
-  if (!actor) return {};
-  return {actor->Name, actor->ClassName, true};
+  std::optional<StoredUser> actor;
+  {
+    UserStore::Reading users(management_.Store);
+    actor = management_.Actor(users);
+  }
+  if (actor) return {actor->Name, actor->ClassName, true};
+  management_.EndLostSession();
+  return {};
 }
 
 std::int32_t UserDirectory::GetAdministrationMode() {

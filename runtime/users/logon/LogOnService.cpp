@@ -86,7 +86,8 @@ std::int32_t LogOnService::JudgeAndRecord(const UserRules& rules, const CheckedU
   writing.Record({checked.User.Name, u"log-on", u"", OutcomeText(checked, result)});
   writing.Commit();
   if (result == host::LogOnSucceeded)
-    management_.Session.Begin({checked.User.Id, checked.User.Name});
+    management_.Session.Begin(
+        {checked.User.Id, checked.User.Name, {}, checked.User.PasswordChangedOn});
   return result;
 }
 

@@ -82,6 +82,7 @@ class Change {
     writing.Users().Update(user, true);
     writing.Record({user.Name, u"change password", u"", u"changed"});
     writing.Commit();
+    management_.Session.Renew(user.Id, user.PasswordChangedOn, false);
   }
 
   StoredUser FindStill(UserStore::Writing& writing) {

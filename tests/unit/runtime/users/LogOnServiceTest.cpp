@@ -1,3 +1,4 @@
+#include "runtime/users/administration/Recovery.h"
 #include "runtime/users/logon/PasswordAge.h"
 #include "support/UserManagementTest.h"
 
@@ -173,6 +174,73 @@ TEST_F(LogOnServiceTest, ARemovedOrDeactivatedUserIsNoLongerLoggedOn) {
   ASSERT_EQ(directory.SetUserActive(u"anna", 0), host::ModifyUserSucceeded);
   EXPECT_FALSE(others_directory.GetCurrentUser().LoggedOn);
   EXPECT_EQ(others_directory.RemoveUser(u"boss"), host::ModifyUserCallFailed);
+}
+
+class SessionsElsewhere : public UserManagementTest {
+ protected:
+  // Logs anna on to another process.
+  void LogAnnaOn() {
+    ProvisionAndLogOn();
+    AddUser(u"anna", u"anna's secret", u"Administrator");
+    ASSERT_EQ(runtime::LogOnService(other).LogOnUser(u"anna", Secret(u"anna's secret")),
+              host::LogOnSucceeded);
+    EXPECT_TRUE(others_directory.GetCurrentUser().LoggedOn);
+  }
+  // Her session has ended, and that is recorded once.
+  void ExpectLoggedOff(const std::string& reason) {
+    EXPECT_FALSE(others_directory.GetCurrentUser().LoggedOn);
+    EXPECT_FALSE(other_session.Current().has_value());
+    const std::size_t records = Records().size();
+    EXPECT_THAT(LastAuditLine(), testing::HasSubstr("anna\tlog-off\t-\tlogged off: " + reason));
+    EXPECT_FALSE(others_directory.GetCurrentUser().LoggedOn);
+    EXPECT_EQ(Records().size(), records);
+  }
+
+  runtime::Session other_session;
+  runtime::UserManagement other{System(), folder, other_session};
+  runtime::UserDirectory others_directory{other};
+};
+
+TEST_F(SessionsElsewhere, EndWithARemovedUser) {
+  LogAnnaOn();
+  ASSERT_EQ(directory.RemoveUser(u"anna"), host::ModifyUserSucceeded);
+  ExpectLoggedOff("user was removed");
+}
+
+TEST_F(SessionsElsewhere, EndWithADeactivatedUserAndDoNotComeBack) {
+  LogAnnaOn();
+  ASSERT_EQ(directory.SetUserActive(u"anna", 0), host::ModifyUserSucceeded);
+  ExpectLoggedOff("user was deactivated");
+  ASSERT_EQ(directory.SetUserActive(u"anna", 1), host::ModifyUserSucceeded);
+  EXPECT_FALSE(others_directory.GetCurrentUser().LoggedOn);
+}
+
+TEST_F(SessionsElsewhere, EndWithAPasswordThatIsReset) {
+  LogAnnaOn();
+  runtime::ResetPassword(management, u"anna");
+  EXPECT_EQ(others_directory.RemoveUser(u"boss"), host::ModifyUserCallFailed);
+  ExpectLoggedOff("password was changed or reset elsewhere");
+}
+
+TEST_F(SessionsElsewhere, EndWithAPasswordThatAnAdministratorSets) {
+  LogAnnaOn();
+  clock.Seconds += 1;
+  host::UserRecord record = Record(u"anna", u"another secret", u"Administrator");
+  record.State = host::UserActive;
+  ASSERT_EQ(directory.ModifyUser(record), host::ModifyUserSucceeded);
+  ExpectLoggedOff("password was changed or reset elsewhere");
+}
+
+TEST_F(SessionsElsewhere, GoOnWhereTheUserChangesHimself) {
+  LogAnnaOn();
+  clock.Seconds += 1;
+  ASSERT_EQ(others_directory.ChangeUserPassword(u"anna", Secret(u"another secret"),
+                                                Secret(u"anna's secret")),
+            host::ChangePasswordSucceeded);
+  EXPECT_TRUE(others_directory.GetCurrentUser().LoggedOn);
+  ASSERT_EQ(others_directory.ModifyUser(Record(u"anna", u"a third secret", u"Administrator")),
+            host::ModifyUserSucceeded);
+  EXPECT_TRUE(others_directory.GetCurrentUser().LoggedOn);
 }
 
 TEST_F(LogOnServiceTest, ANamesakeDoesNotInheritTheSession) {
