@@ -73,6 +73,14 @@ Arguments::Arguments(ITypeInfo& owner, const FUNCDESC& function, LCID locale)
   }
 }
 
+Arguments::~Arguments() {
+  for (Slot& slot : slots_) {
+    const VARIANT& value = slot.Value.Get();
+    if (value.vt == VT_BSTR && value.bstrVal)
+      SecureZeroMemory(value.bstrVal, SysStringByteLen(value.bstrVal));
+  }
+}
+
 HRESULT Arguments::Bind(const DISPPARAMS& given, UINT* wrong) {
   if (const HRESULT result = Assign(given, wrong); FAILED(result)) return result;
   for (Slot& slot : slots_) {

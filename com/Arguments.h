@@ -13,6 +13,10 @@ namespace krx::com {
 class Arguments {
  public:
   Arguments(ITypeInfo& owner, const FUNCDESC& function, LCID locale);
+  // Wipes the copies of texts: the system keeps freed ones, and one may be a password.
+  ~Arguments();
+  Arguments(const Arguments&) = delete;
+  Arguments& operator=(const Arguments&) = delete;
 
   // Takes copies of what the client passes, by position or by name, and fills in what it leaves
   // out. Returns DISP_E_BADPARAMCOUNT, DISP_E_PARAMNOTFOUND, DISP_E_TYPEMISMATCH or
