@@ -36,7 +36,7 @@ struct UserRules {
   std::int32_t AuditRecords = 100'000;     // as many stay in the database; 0: all
   std::int32_t AuditDays = 0;              // as long they stay there; 0: for ever
   bool AuditEventLog = false;              // events go to the machine's event log, too
-  bool LogOnWithFullDisk = true;           // else nobody logs on while there is no room for a record
+  bool LogOnWithFullDisk = true;  // else nobody logs on while there is no room for a record
   std::vector<UserClass> Classes = {{u"Operator", u"Operator", 10},
                                     {u"Engineer", u"Engineer", 50},
                                     {u"Administrator", u"Administrator", 100}};
