@@ -14,8 +14,7 @@ struct LoggedOnUser {
   String Name;
   String ClassName = {};  // of a user of the directory service, who has no id here; else empty
   std::int64_t PasswordChangedOn = 0;  // as it was when he logged on
-
-  bool RenewsHimself = false;  // it was he who asked for a new password
+  bool RenewsHimself = false;          // it was he who asked for a new password
 
   bool IsOfDirectory() const { return !ClassName.empty(); }
 };

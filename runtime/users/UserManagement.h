@@ -40,6 +40,10 @@ class UserManagement {
   // id here.
   std::optional<StoredUser> Actor(UserSource& users) const;
 
+  // Begins the session of a user as he is stored now.
+  void BeginSession(const StoredUser& user) {
+    Session.Begin({user.Id, user.Name, {}, user.PasswordChangedOn});
+  }
   // Ends the session of a user for whom Actor has answered nothing, and records why.
   void EndLostSession();
 

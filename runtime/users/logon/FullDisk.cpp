@@ -91,7 +91,7 @@ std::int32_t FullDiskLogOn::Settle(CheckedUser& checked) {
   if (PasswordAge(rules_, user, management_.System.Time.Now()).IsExpired())
     return host::LogOnPasswordExpired;
   Remember(user.Name, u"logged on");
-  management_.Session.Begin({user.Id, user.Name});
+  management_.BeginSession(user);
   return host::LogOnSucceeded;
 }
 

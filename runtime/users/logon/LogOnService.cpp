@@ -85,9 +85,7 @@ std::int32_t LogOnService::JudgeAndRecord(const UserRules& rules, const CheckedU
   if (result == host::LogOnSucceeded) RecordReplaced(writing, checked.User.Name);
   writing.Record({checked.User.Name, u"log-on", u"", OutcomeText(checked, result)});
   writing.Commit();
-  if (result == host::LogOnSucceeded)
-    management_.Session.Begin(
-        {checked.User.Id, checked.User.Name, {}, checked.User.PasswordChangedOn});
+  if (result == host::LogOnSucceeded) management_.BeginSession(checked.User);
   return result;
 }
 

@@ -80,7 +80,7 @@ int CountInMemory(const Disguised& secret) {
     const bool is_readable =
         region.State == MEM_COMMIT && (region.Protect & (PAGE_NOACCESS | PAGE_GUARD)) == 0;
     for (std::size_t done = 0; is_readable && done < region.RegionSize; done += kPiece) {
-      const std::size_t wanted = std::min(piece.size(), region.RegionSize - done);
+      const std::size_t wanted = std::min<std::size_t>(piece.size(), region.RegionSize - done);
       SIZE_T read = 0;
       ReadProcessMemory(GetCurrentProcess(), static_cast<std::uint8_t*>(region.BaseAddress) + done,
                         piece.data(), wanted, &read);

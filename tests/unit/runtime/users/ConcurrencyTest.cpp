@@ -177,6 +177,7 @@ TEST_F(ConcurrencyTest, AProcessKilledAtAnyStepLeavesAStoreThatOthersGoOnWith) {
 TEST_F(ConcurrencyTest, WithoutTheRightToWriteAChangeIsUnableToSave) {
   RealManagement real(folder);
   ASSERT_EQ(real.LogOn.LogOnUser(u"boss", Secret(u"boss's secret")), host::LogOnSucceeded);
+  const runtime::LoggedOnUser boss = *real.Session.Current();
   using std::filesystem::perms;
   const perms readable = perms::owner_read | perms::group_read | perms::others_read;
   for (const auto& entry : std::filesystem::directory_iterator(folder))
@@ -186,7 +187,7 @@ TEST_F(ConcurrencyTest, WithoutTheRightToWriteAChangeIsUnableToSave) {
   const pid_t child = Fork([&] {
     if (geteuid() == 0 && setuid(65'534) != 0) return 98;
     RealManagement mine(folder);
-    mine.Session.Begin({1, u"boss"});
+    mine.Session.Begin(boss);
     return static_cast<int>(mine.Directory.CreateUser(Record(u"anna")));
   });
   EXPECT_EQ(ExitCode(child), host::CreateUserUnableToSave);
@@ -194,7 +195,7 @@ TEST_F(ConcurrencyTest, WithoutTheRightToWriteAChangeIsUnableToSave) {
   const pid_t blind = Fork([&] {
     if (geteuid() == 0 && setuid(65'534) != 0) return 98;
     RealManagement mine(folder);
-    mine.Session.Begin({1, u"boss"});
+    mine.Session.Begin(boss);
     try {
       mine.Directory.GetUserNames(u"");
       return 97;

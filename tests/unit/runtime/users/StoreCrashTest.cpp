@@ -21,6 +21,7 @@ class StoreCrashTest : public UserManagementTest {
     crypto.Restart(1);
     ProvisionAndLogOn();
     AddUser(u"anna", u"anna's secret");
+    boss = logged_on.Current();
     CloseStore();
   }
 
@@ -53,7 +54,7 @@ class StoreCrashTest : public UserManagementTest {
   }
 
   void Begin() {
-    logged_on.Begin({1, u"boss"});
+    logged_on.Begin(*boss);
     crypto.Restart(2);
   }
 
@@ -87,6 +88,8 @@ class StoreCrashTest : public UserManagementTest {
     CloseStore();
     return states;
   }
+
+  std::optional<runtime::LoggedOnUser> boss;
 };
 
 const StoreCrashTest::Change StoreCrashTest::kChanges[] = {
@@ -129,7 +132,7 @@ TEST_F(StoreCrashTest, AMachineThatStopsAtAnyStepLeavesTheOldOrTheNewStore) {
             << change.Name << " step " << step << "\n"
             << found;
         // The next change works whatever the last one left behind.
-        logged_on.Begin({1, u"boss"});
+        logged_on.Begin(*boss);
         ASSERT_EQ(directory.CreateUser(Record(u"next")), host::CreateUserSucceeded)
             << change.Name << " step " << step;
       }
