@@ -82,6 +82,14 @@ void DrawDown(Canvas& canvas, Color color) {
   canvas.Shape(color, Bend(canvas));
 }
 
+void DrawAbove(Canvas& canvas, Color color) {
+  auto bend = Bend(canvas);
+  for (Dot& dot : bend)
+    dot.Y = canvas.Size() - dot.Y;
+  std::reverse(bend.begin(), bend.end());
+  canvas.Shape(color, bend);
+}
+
 void DrawInside(Canvas& canvas, Color color) {
   auto bend = Bend(canvas);
   for (Dot& dot : bend)
@@ -185,6 +193,9 @@ std::vector<Color> Draw(Picture picture, int size, const Inks& inks, Color groun
       break;
     case Picture::Down:
       DrawDown(canvas, inks.Line);
+      break;
+    case Picture::Above:
+      DrawAbove(canvas, inks.Line);
       break;
     case Picture::Inside:
       DrawInside(canvas, inks.Line);

@@ -224,7 +224,12 @@ TEST_F(ListLooks, ColumnsLeaveRoomForTheScrollBarThatNewRowsBring) {
           return SendMessageW(window, LVM_GETCOLUMNWIDTH, 0, 0) == client.right;
         },
         "a column as wide as the room beside the scroll bar");
-    EXPECT_NE(GetWindowLongW(window, GWL_STYLE) & WS_VSCROLL, 0);
+    RECT whole{};
+    RECT client{};
+    GetWindowRect(window, &whole);
+    GetClientRect(window, &client);
+    const int edges = 2 * GetSystemMetrics(SM_CXEDGE);
+    EXPECT_EQ(whole.right - whole.left - edges - client.right, GetSystemMetrics(SM_CXVSCROLL));
     EXPECT_EQ(GetWindowLongW(window, GWL_STYLE) & WS_HSCROLL, 0);
   });
 }

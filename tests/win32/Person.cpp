@@ -59,6 +59,24 @@ BOOL CALLBACK CloseForm(HWND window, LPARAM) {
   return TRUE;
 }
 
+std::string Described(HWND window) {
+  if (!window) return "none";
+  std::array<wchar_t, 64> type{};
+  const int length = GetClassNameW(window, type.data(), static_cast<int>(type.size()));
+  return ToUtf8(String(type.begin(), type.begin() + length)) + " '" + ToUtf8(NameOf(window)) + "'";
+}
+
+// Who waits in vain wants to know where the keyboard was instead, and what covered the form.
+std::string WhatIsThere() {
+  const HWND foreground = GetForegroundWindow();
+  RECT place{};
+  if (foreground) GetWindowRect(foreground, &place);
+  const POINT middle{(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+  return " [foreground " + Described(foreground) + ", focus " +
+         Described(foreground ? FocusOf(foreground) : nullptr) + ", in its middle " +
+         Described(WindowFromPoint(middle)) + "]";
+}
+
 }  // namespace
 
 bool Within(const std::function<bool()>& condition) {
@@ -71,7 +89,7 @@ bool Within(const std::function<bool()>& condition) {
 }
 
 void Person::Await(const std::function<bool()>& condition, const std::string& what) {
-  if (!Within(condition)) throw std::runtime_error("waited in vain: " + what);
+  if (!Within(condition)) throw std::runtime_error("waited in vain: " + what + WhatIsThere());
 }
 
 HWND Person::AwaitForm(StringView name) {

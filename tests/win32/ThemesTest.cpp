@@ -201,7 +201,11 @@ TEST_P(Themes, TheKeyboardIsSeenWhereverItIs) {
         person.Press(VK_TAB);
         person.Await([&] { return FocusOf(window) != before; }, "the next control");
       }
-      person.Await([&] { return EdgeOf(here, 0) == colors.Focus; }, ToUtf8(control->Name()));
+      COLORREF seen = 0;
+      const auto focused = [&] { return (seen = EdgeOf(here, 0)) == colors.Focus; };
+      ASSERT_TRUE(Within(focused)) << ToUtf8(control->Name()) << " with an edge of " << std::hex
+                                   << seen << ", the focus on " << ToUtf8(NameOf(FocusOf(window)))
+                                   << ", in front " << ToUtf8(NameOf(GetForegroundWindow()));
       EXPECT_EQ(EdgeOf(here, 1), colors.Focus) << ToUtf8(control->Name());
       EXPECT_GE(ui::Contrast(EdgeOf(here, 0), EdgeOf(here, -2)), 3) << ToUtf8(control->Name());
       EXPECT_GE(ui::Contrast(EdgeOf(here, 0), EdgeOf(here, 2)), 3) << ToUtf8(control->Name());

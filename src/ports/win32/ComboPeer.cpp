@@ -25,7 +25,10 @@ int ArrowSize(int square) {
 }  // namespace
 
 ComboPeer::ComboPeer(Toolkit& toolkit, FormPeer& form, ui::ComboBox& box)
-    : ControlPeer(toolkit, form, box), box_(box) {
+    : ControlPeer(toolkit, form, box),
+      box_(box),
+      list_(toolkit, form,
+            box.ForFingers() ? ScrollBar::Wide::ForFingers : ScrollBar::Wide::AsUsual) {
   constexpr DWORD kStyle = CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS | WS_VSCROLL;
   CreateChild(L"COMBOBOX", kStyle, 0, String());
   // Their number and height are the list's height; newer controls would open thirty.
@@ -132,9 +135,7 @@ void ComboPeer::UpdateContent(ui::Aspect aspect) {
 void ComboPeer::Notified(WORD code) {
   switch (code) {
     case CBN_DROPDOWN:
-      box_.DroppedDown = true;
-      cancelled_ = false;
-      return Tell(EVENT_OBJECT_STATECHANGE, Window());
+      return Dropped();
     case CBN_SELENDCANCEL:
       cancelled_ = true;
       return;
@@ -150,6 +151,15 @@ void ComboPeer::Notified(WORD code) {
     default:
       return;
   }
+}
+
+void ComboPeer::Dropped() {
+  COMBOBOXINFO info{};
+  info.cbSize = sizeof info;
+  if (GetComboBoxInfo(Window(), &info)) list_.Take(info.hwndList);
+  box_.DroppedDown = true;
+  cancelled_ = false;
+  Tell(EVENT_OBJECT_STATECHANGE, Window());
 }
 
 void ComboPeer::Choose() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ports/win32/ControlPeer.h"
+#include "ports/win32/DropList.h"
 #include "ports/win32/Hovering.h"
 #include "ui/ComboBox.h"
 
@@ -34,6 +35,7 @@ class ComboPeer final : public ControlPeer {
   void Fill() const;
   void FillUnlessOpen();
   void ShowSelection() const;
+  void Dropped();
   void Choose();
   void PaintCombo(HDC dc) const;
   // As it reads in a form of either direction.
@@ -43,6 +45,7 @@ class ComboPeer final : public ControlPeer {
 
   ui::ComboBox& box_;
   Hovering hovering_;
+  DropList list_;
   bool cancelled_ = false;  // the open list is being left without a choice
   bool stale_ = false;      // the open list is to be filled anew when it closes
 };

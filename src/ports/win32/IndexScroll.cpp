@@ -2,21 +2,13 @@
 
 #include <windowsx.h>
 
+#include "ports/win32/ScrollBar.h"
 #include "ui/Form.h"
 #include "ui/Platform.h"
 
 namespace krx::win32 {
 
-namespace {
-
-bool HasBar(HWND window) {
-  return (GetWindowLongPtrW(window, GWL_STYLE) & WS_VSCROLL) != 0;
-}
-
-}  // namespace
-
 void IndexScroll::Show(HWND window) const {
-  if (index_.Scrolls() != HasBar(window)) ShowScrollBar(window, SB_VERT, index_.Scrolls());
   if (!index_.Scrolls()) return;
   SCROLLINFO info{};
   info.cbSize = sizeof info;
@@ -24,7 +16,17 @@ void IndexScroll::Show(HWND window) const {
   info.nMax = index_.LineCount() - 1;
   info.nPage = static_cast<UINT>(index_.LinesInSight());
   info.nPos = index_.TopLine();
-  SetScrollInfo(window, SB_VERT, &info, TRUE);
+  SetScrollInfo(window, SB_VERT, &info, FALSE);
+}
+
+ui::BarTrack::Rows IndexScroll::Extent() const {
+  if (!index_.Scrolls()) return {};
+  return {index_.LineCount(), index_.LinesInSight(), index_.TopLine()};
+}
+
+void IndexScroll::ScrollTo(int line) {
+  finger_.StopGliding();
+  index_.ScrollTo(line);
 }
 
 void IndexScroll::Hear(HWND window, Scale scale, UINT message, WPARAM w, LPARAM l) {
@@ -87,14 +89,7 @@ void IndexScroll::ScrollByBar(HWND window, int what) {
 }
 
 void IndexScroll::Turn(ui::KRXIndex& index, int delta, int& rest) {
-  UINT lines = 3;
-  SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
-  const bool pages = lines == WHEEL_PAGESCROLL;
-  const int notch = pages ? index.LinesInSight() : static_cast<int>(lines);
-  rest += delta * notch;
-  const int whole = rest / WHEEL_DELTA;
-  rest -= whole * WHEEL_DELTA;
-  index.ScrollTo(index.TopLine() - whole);
+  index.ScrollTo(index.TopLine() + RowsTurned(delta, index.LinesInSight(), rest));
 }
 
 }  // namespace krx::win32

@@ -2,6 +2,7 @@
 
 #include "ports/win32/FingerScroll.h"
 #include "ports/win32/Screen.h"
+#include "ui/BarTrack.h"
 #include "ui/KRXIndex.h"
 
 namespace krx::win32 {
@@ -12,8 +13,11 @@ class IndexScroll {
  public:
   explicit IndexScroll(ui::KRXIndex& index) : index_(index) {}
 
-  // Brings the window's scroll bar in line with the text.
+  // Lets the system know what there is to scroll, for whoever asks it.
   void Show(HWND window) const;
+  // What the scroll bar shows and does.
+  ui::BarTrack::Rows Extent() const;
+  void ScrollTo(int line);
   // What a message to the window does to the text; the window handles it all the same.
   void Hear(HWND window, Scale scale, UINT message, WPARAM w, LPARAM l);
   // Turns the wheel over a form's text; `rest` keeps what is less than a line.

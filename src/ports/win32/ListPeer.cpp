@@ -37,7 +37,14 @@ class DrawnOnce {
 }  // namespace
 
 ListPeer::ListPeer(Toolkit& toolkit, FormPeer& form, ui::RowList& list)
-    : ControlPeer(toolkit, form, list), list_(list) {
+    : ControlPeer(toolkit, form, list),
+      list_(list),
+      bar_(toolkit, form, ScrollBar::Wide::AsUsual,
+           {[this] { return Extent(); },
+            [this](int top) {
+              finger_.StopGliding();
+              ShowTop(top);
+            }}) {
   LoadListClass();
   constexpr DWORD kStyle = LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS |
                            LVS_SHAREIMAGELISTS | LVS_NOSORTHEADER;
@@ -78,7 +85,10 @@ void ListPeer::Settle() {
 void ListPeer::Update(ui::Aspect aspect) {
   ControlPeer::Update(aspect);
   if (!Window()) return;
-  if (aspect == ui::Aspect::Bounds) SizeColumns();
+  if (aspect == ui::Aspect::Bounds) {
+    FollowRows();
+    SizeColumns();
+  }
   if (aspect == ui::Aspect::Colors) ShowColors();
   if (aspect == ui::Aspect::Enabled) {  // rows and titles have other colours
     ShowColors();
@@ -155,8 +165,8 @@ void ListPeer::CountRows() {
   const Following following(*this);
   Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list_.RowCount()),
        LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
+  FollowRows();
   SizeColumns();
-  if (list_.DragScrolls && IsWindowVisible(Window())) PaintBorder();
 }
 
 void ListPeer::ShowRows() {

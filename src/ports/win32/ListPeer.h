@@ -11,6 +11,7 @@
 #include "ports/win32/FingerScroll.h"
 #include "ports/win32/Hovering.h"
 #include "ports/win32/RowImages.h"
+#include "ports/win32/ScrollBar.h"
 #include "ui/DoubleTouch.h"
 #include "ui/Platform.h"
 #include "ui/RowList.h"
@@ -75,8 +76,11 @@ class ListPeer final : public ControlPeer {
   int PictureSize() const;
   int CellPadding() const;
   int StripWidth() const;
+  ui::BarTrack::Rows Extent() const;
+  void FollowRows();
   LRESULT SizeFrame(WPARAM w, LPARAM l);
   void PaintBorder() const;
+  void PaintCorner(HDC dc, const RECT& whole) const;
   void PaintStrip(HDC dc, const RECT& strip) const;
   LRESULT PaintFrame(HRGN region);
   void Hover(UINT message, LPARAM point);
@@ -110,6 +114,7 @@ class ListPeer final : public ControlPeer {
   int columns_ = 0;  // that the window has
 
   FingerScroll finger_;
+  ScrollBar bar_;
   Hovering hovering_;
   int wheel_rest_ = 0;             // turns of the wheel that make no whole row yet
   int hot_ = ui::RowList::kNoRow;  // row under the pointer

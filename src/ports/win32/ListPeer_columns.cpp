@@ -44,7 +44,7 @@ std::vector<int> ListPeer::ColumnWidths() const {
   if (list_.DragScrolls) {
     rest -= StripWidth();
   } else if (list_.RowCount() > Send(LVM_GETCOUNTPERPAGE)) {
-    rest -= form_.Scale().Metric(SM_CXVSCROLL);
+    rest -= bar_.Width();
   }
   int sharing = 0;
   for (const ui::RowList::Column& column : columns) {

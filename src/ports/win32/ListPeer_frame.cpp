@@ -21,14 +21,11 @@ int ListPeer::StripWidth() const {
 
 // The system's list shows its scroll bar by its style, anew whenever its rows change.
 LRESULT ListPeer::SizeFrame(WPARAM w, LPARAM l) {
-  if (list_.DragScrolls) {
-    const auto style = GetWindowLongPtrW(Window(), GWL_STYLE);
-    if ((style & (WS_VSCROLL | WS_HSCROLL)) != 0)
-      SetWindowLongPtrW(Window(), GWL_STYLE, style & ~LONG_PTR{WS_VSCROLL | WS_HSCROLL});
-  }
+  DropSystemBars(Window(), list_.DragScrolls ? WS_VSCROLL | WS_HSCROLL : WS_VSCROLL);
   const LRESULT result = Default(WM_NCCALCSIZE, w, l);
   // Both forms of the message start with what is to be the client area.
   RECT& client = *reinterpret_cast<RECT*>(l);
+  if (!list_.DragScrolls) bar_.TakeRoom(Window(), client);
   const bool mirrored = (GetWindowLongPtrW(Window(), GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0;
   (mirrored ? client.left : client.right) += mirrored ? StripWidth() : -StripWidth();
   return result;
@@ -44,9 +41,30 @@ void ListPeer::PaintBorder() const {
   const RECT strip{whole.right - edge - StripWidth(), edge, whole.right - edge,
                    whole.bottom - edge};
   PaintStrip(dc, strip);
+  PaintCorner(dc, whole);
   ExcludeClipRect(dc, edge, edge, whole.right - edge, whole.bottom - edge);
   PaintField(dc, whole, {list_.Enabled(), GetFocus() == Window(), hovering_.Inside()});
   ReleaseDC(Window(), dc);
+  if (!list_.DragScrolls) bar_.Paint(Window());
+}
+
+// Where the scroll bars meet, of which the level one is the system's.
+void ListPeer::PaintCorner(HDC dc, const RECT& whole) const {
+  if ((GetWindowLongPtrW(Window(), GWL_STYLE) & WS_HSCROLL) == 0) return;
+  const int edge = GetSystemMetrics(SM_CXEDGE);
+  RECT area{};
+  GetClientRect(Window(), &area);
+  Flood(dc, {edge + area.right, edge + area.bottom, whole.right - edge, whole.bottom - edge},
+        form_.Theme()->Face);
+}
+
+ui::BarTrack::Rows ListPeer::Extent() const {
+  return {list_.RowCount(), static_cast<int>(Send(LVM_GETCOUNTPERPAGE)), TopRow()};
+}
+
+void ListPeer::FollowRows() {
+  if (!list_.DragScrolls) return bar_.Follow(Window());
+  if (IsWindowVisible(Window())) PaintBorder();
 }
 
 void ListPeer::PaintStrip(HDC dc, const RECT& strip) const {
@@ -66,10 +84,10 @@ void ListPeer::PaintStrip(HDC dc, const RECT& strip) const {
   Flood(dc, slider, form_.Theme()->Border);
 }
 
-// The system's scroll bars are its own, the rest is ours.
+// The system's level scroll bar is its own, the rest is ours.
 LRESULT ListPeer::PaintFrame(HRGN region) {
   const auto style = GetWindowLongPtrW(Window(), GWL_STYLE);
-  if ((style & (WS_VSCROLL | WS_HSCROLL)) != 0) {
+  if ((style & WS_HSCROLL) != 0) {
     RECT inner{};
     GetWindowRect(Window(), &inner);
     const int edge = GetSystemMetrics(SM_CXEDGE);
@@ -84,7 +102,7 @@ LRESULT ListPeer::PaintFrame(HRGN region) {
 }
 
 void ListPeer::AdoptTop() {
-  if (list_.TopRow.Adopt(TopRow()) && list_.DragScrolls) PaintBorder();
+  if (list_.TopRow.Adopt(TopRow())) FollowRows();
 }
 
 // The pointer is over another row, or over none.

@@ -78,6 +78,8 @@ void ListPeer::TellRow(const NMLISTVIEW& change) const {
 // Mouse and keyboard
 
 LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
+  if (const auto heard = list_.DragScrolls ? std::nullopt : bar_.Hear(Window(), message, w, l))
+    return *heard;
   Hover(message, l);
   if (const auto touched = HandleTouch(message, w, l)) return *touched;
   switch (message) {
@@ -120,25 +122,20 @@ LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
   }
   if (message == WM_MOUSEWHEEL) {
     finger_.StopGliding();
-    if (list_.DragScrolls) return TurnWheel(static_cast<short>(HIWORD(w)));
+    return TurnWheel(static_cast<short>(HIWORD(w)));
   }
   const LRESULT result = ControlPeer::Handle(message, w, l);
-  const bool may_scroll = message == WM_VSCROLL || message == WM_MOUSEWHEEL || message == WM_CHAR ||
+  const bool may_scroll = message == WM_VSCROLL || message == WM_CHAR ||
                           message == LVM_ENSUREVISIBLE || message == LVM_SCROLL;
   if (may_scroll && !IsFollowing() && Window()) AdoptTop();
   return result;
 }
 
-// The system's list turns by its scroll bar, which a list for fingers has none of.
+// The system's list turns by the system's scroll bar, which ours has none of.
 LRESULT ListPeer::TurnWheel(int delta) {
-  UINT lines = 3;
-  SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
   const int page = static_cast<int>(Send(LVM_GETCOUNTPERPAGE));
-  const int notch = lines == WHEEL_PAGESCROLL ? page : static_cast<int>(lines);
-  wheel_rest_ += delta * notch;
-  const int rows = wheel_rest_ / WHEEL_DELTA;
-  wheel_rest_ -= rows * WHEEL_DELTA;
-  ShowTop(std::clamp(TopRow() - rows, 0, std::max(list_.RowCount() - page, 0)));
+  const int top = TopRow() + RowsTurned(delta, page, wheel_rest_);
+  ShowTop(std::clamp(top, 0, std::max(list_.RowCount() - page, 0)));
   return 0;
 }
 

@@ -43,10 +43,19 @@ LRESULT PanePeer::Handle(UINT message, WPARAM w, LPARAM l) {
 }
 
 IndexPeer::IndexPeer(Toolkit& toolkit, FormPeer& form, ui::KRXIndex& index)
-    : PanePeer(toolkit, form, index), index_(index), scroll_(index) {
+    : PanePeer(toolkit, form, index),
+      index_(index),
+      scroll_(index),
+      bar_(toolkit, form, ScrollBar::Wide::AsUsual,
+           {[this] { return scroll_.Extent(); }, [this](int top) { scroll_.ScrollTo(top); }}) {
   TakeText();
-  CreateChild(kPaneClass, index.Scrolls() ? WS_VSCROLL : 0, 0, TextOfWindow());
+  CreateChild(kPaneClass, 0, 0, TextOfWindow());
+  ShowScroll();
+}
+
+void IndexPeer::ShowScroll() {
   scroll_.Show(Window());
+  bar_.Follow(Window());
 }
 
 void IndexPeer::TakeText() {
@@ -60,7 +69,7 @@ void IndexPeer::TakeText() {
 
 void IndexPeer::Update(ui::Aspect aspect) {
   PanePeer::Update(aspect);
-  if (aspect == ui::Aspect::Bounds && Window()) scroll_.Show(Window());
+  if (aspect == ui::Aspect::Bounds && Window()) ShowScroll();
 }
 
 void IndexPeer::UpdateContent(ui::Aspect aspect) {
@@ -68,13 +77,23 @@ void IndexPeer::UpdateContent(ui::Aspect aspect) {
     TakeText();
     SetText(TextOfWindow());
   }
-  scroll_.Show(Window());
+  ShowScroll();
   Invalidate();
 }
 
 LRESULT IndexPeer::Handle(UINT message, WPARAM w, LPARAM l) {
-  if (index_.Scrolls()) scroll_.Hear(Window(), form_.Scale(), message, w, l);
-  return PanePeer::Handle(message, w, l);
+  if (!index_.Scrolls() && message != WM_NCCALCSIZE) return PanePeer::Handle(message, w, l);
+  if (const auto heard = bar_.Hear(Window(), message, w, l)) return *heard;
+  if (message == WM_NCPAINT) {
+    bar_.Paint(Window());
+    return 0;
+  }
+  if (message == WM_NCCALCSIZE) DropSystemBars(Window(), WS_VSCROLL);
+  scroll_.Hear(Window(), form_.Scale(), message, w, l);
+  const LRESULT result = PanePeer::Handle(message, w, l);
+  // Both forms of the message start with what is to be the client area.
+  if (message == WM_NCCALCSIZE) bar_.TakeRoom(Window(), *reinterpret_cast<RECT*>(l));
+  return result;
 }
 
 void IndexPeer::Paint(HDC dc, const RECT& area) {

@@ -2,6 +2,7 @@
 
 #include "ports/win32/ControlPeer.h"
 #include "ports/win32/IndexScroll.h"
+#include "ports/win32/ScrollBar.h"
 #include "ui/KRXIndex.h"
 #include "ui/StandardControls.h"
 
@@ -31,6 +32,7 @@ class IndexPeer final : public PanePeer {
 
  private:
   void TakeText();
+  void ShowScroll();
   const String& TextOfWindow() const { return whole_.empty() ? shown_ : whole_; }
   void PaintLinesInSight(HDC dc, const RECT& area);
 
@@ -39,6 +41,7 @@ class IndexPeer final : public PanePeer {
   String whole_;                     // where not all of it is shown
   std::vector<std::size_t> starts_;  // of the lines that are shown, and the end behind the last one
   IndexScroll scroll_;
+  ScrollBar bar_;
 };
 
 // Shows the stock icon of a picture box.

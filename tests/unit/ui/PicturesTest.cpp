@@ -16,8 +16,9 @@ namespace {
 
 constexpr Color kGround = 0xFFFFFF;
 constexpr Inks kInks{0x000000, 0x202020, 0x404040, 0x606060, 0x808080};
-constexpr std::array kAll{Picture::Cross,  Picture::Down,       Picture::Inside, Picture::Up,
-                          Picture::Folder, Picture::OpenFolder, Picture::Drive,  Picture::File};
+constexpr std::array kAll{Picture::Cross, Picture::Down,   Picture::Inside,
+                          Picture::Up,    Picture::Folder, Picture::OpenFolder,
+                          Picture::Drive, Picture::File,   Picture::Above};
 
 double Sum(const std::vector<double>& shares) {
   return std::accumulate(shares.begin(), shares.end(), 0.0);
@@ -77,7 +78,8 @@ bool Alike(Color a, Color b) {
 }
 
 TEST_P(Sizes, PicturesWithTwoSidesAreSymmetric) {
-  for (const Picture picture : {Picture::Cross, Picture::Down, Picture::Up, Picture::Inside}) {
+  for (const Picture picture :
+       {Picture::Cross, Picture::Down, Picture::Above, Picture::Up, Picture::Inside}) {
     const std::vector<Color> pixels = Drawn(picture);
     for (int a = 0; a < size; ++a) {
       for (int b = 0; b < size; ++b) {
