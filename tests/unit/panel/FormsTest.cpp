@@ -171,6 +171,6 @@ const FormCase kForms[] = {
      }}};
 
 INSTANTIATE_TEST_SUITE_P(Forms, KeyboardBesideForms, ::testing::ValuesIn(kForms),
-                         [](const auto& info) { return ToUtf8(info.param.Name); });
+                         [](const auto& form) { return ToUtf8(form.param.Name); });
 
 }  // namespace krx::test
