@@ -36,4 +36,9 @@ inline constexpr Difference kCertificatesAreNotShown{
     "the client of directory services has no option by which a program sees the server's "
     "certificate, and takes any"};
 
+inline constexpr Difference kFreedCopiesStay{
+    "wine10-x64, wine10-x86", [](const Platform& platform) { return platform.Wine >= 10; },
+    "freed memory stays as it was: one copy of a password as bytes, which the system's key "
+    "derivation makes, and one as text, whose maker is not known yet"};
+
 }  // namespace krx::test
