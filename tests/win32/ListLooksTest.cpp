@@ -28,8 +28,11 @@ class ListLooks : public ListsTest {
   }
   static COLORREF Ground(const List& list, int row) { return GroundOf(Pixels(list, row)); }
   static void AwaitGround(Person& person, const List& list, int row, COLORREF color) {
-    person.Await([&] { return Ground(list, row) == color; },
-                 "colour " + std::to_string(color) + ", not " + std::to_string(Ground(list, row)));
+    COLORREF seen = 0;
+    const RECT place = list.RowBounds(row);
+    EXPECT_TRUE(Within([&] { return (seen = Ground(list, row)) == color; }))
+        << "colour " << std::hex << color << " of row " << std::dec << row << " at " << place.left
+        << ',' << place.top << ", not " << std::hex << seen << person.WhatIsThere();
   }
 };
 

@@ -66,17 +66,6 @@ std::string Described(HWND window) {
   return ToUtf8(String(type.begin(), type.begin() + length)) + " '" + ToUtf8(NameOf(window)) + "'";
 }
 
-// Who waits in vain wants to know where the keyboard was instead, and what covered the form.
-std::string WhatIsThere() {
-  const HWND foreground = GetForegroundWindow();
-  RECT place{};
-  if (foreground) GetWindowRect(foreground, &place);
-  const POINT middle{(place.left + place.right) / 2, (place.top + place.bottom) / 2};
-  return " [foreground " + Described(foreground) + ", focus " +
-         Described(foreground ? FocusOf(foreground) : nullptr) + ", in its middle " +
-         Described(WindowFromPoint(middle)) + "]";
-}
-
 }  // namespace
 
 bool Within(const std::function<bool()>& condition) {
@@ -86,6 +75,19 @@ bool Within(const std::function<bool()>& condition) {
     std::this_thread::sleep_for(kPoll);
   }
   return true;
+}
+
+// Who waits in vain wants to know where the keyboard was instead, and what covered the form.
+std::string Person::WhatIsThere() {
+  const HWND foreground = GetForegroundWindow();
+  RECT place{};
+  if (foreground) GetWindowRect(foreground, &place);
+  const POINT middle{(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+  return " [foreground " + Described(foreground) + " at " + std::to_string(place.left) + "," +
+         std::to_string(place.top) + " to " + std::to_string(place.right) + "," +
+         std::to_string(place.bottom) + ", focus " +
+         Described(foreground ? FocusOf(foreground) : nullptr) + ", in its middle " +
+         Described(WindowFromPoint(middle)) + "]";
 }
 
 void Person::Await(const std::function<bool()>& condition, const std::string& what) {

@@ -53,6 +53,8 @@ class Person {
   // between them, with the Shift that one of them holds.
   void AwaitRelease(HWND button);
   void Await(const std::function<bool()>& condition, const std::string& what);
+  // Where the keyboard is and what covers the form in use, for complaints.
+  static std::string WhatIsThere();
 
  private:
   std::set<WORD> down_;

@@ -151,6 +151,34 @@ TEST(Windows, ThatOthersMoveTellTheFormWhereTheyAre) {
   ShowWith(form, [](Person&) {});
 }
 
+// On a busy machine the system sometimes took a form that had just appeared for one in the corner
+// of the screen, while the window manager showed it in the middle; its lists dropped in the corner.
+TEST(Windows, ThatAreTakenToTheCornerComeBackOnce) {
+  win32::Win32Platform platform;
+  TestForm form(platform);
+  const auto corner = [](HWND window) {
+    SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  };
+  const auto place = [](HWND window) {
+    RECT now{};
+    GetWindowRect(window, &now);
+    return POINT{now.left, now.top};
+  };
+  ShowWith(form, [&](Person& person) {
+    const HWND window = person.AwaitForm(u"FTest");
+    const POINT before = place(window);
+    ASSERT_NE(before.x, 0);
+    corner(window);
+    person.Await([&] { return place(window).x == before.x && place(window).y == before.y; },
+                 "the form where it was");
+    // Whoever moves it there again means it.
+    corner(window);
+    person.Press(VK_ESCAPE);
+  });
+  EXPECT_EQ(form.Left(), 0);
+  EXPECT_EQ(form.Top(), 0);
+}
+
 TEST(Windows, FollowTheMouseWithoutDrifting) {
   win32::Win32Platform platform;
   TestForm form(platform);

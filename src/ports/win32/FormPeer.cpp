@@ -79,7 +79,22 @@ void FormPeer::AdoptPosition(const RECT& window) {
 void FormPeer::FollowWindow() {
   const DpiScope scope;
   RECT now{};
-  if (GetWindowRect(Window(), &now) && !EqualRect(&now, &place_)) AdoptPosition(now);
+  if (!GetWindowRect(Window(), &now) || EqualRect(&now, &place_)) return;
+  // While a window appears on a busy machine, some systems confuse its place inside the window
+  // manager's frame with that on the screen, and then what drops from it drops in the corner.
+  if (now.left == 0 && now.top == 0 && !std::exchange(asked_again_, true)) {
+    asked_ = POINT{place_.left, place_.top};
+    PostMessageW(Window(), kStandWhereAsked, 0, 0);
+  }
+  AdoptPosition(now);
+}
+
+// Asked within the system's own move it would not reach the screen.
+void FormPeer::StandWhereAsked() {
+  if (!asked_) return;
+  const POINT at = *std::exchange(asked_, std::nullopt);
+  if (place_.left == 0 && place_.top == 0)
+    SetWindowPos(Window(), nullptr, at.x, at.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void FormPeer::TellPosition(const RECT& window) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "ports/win32/CapsLockHint.h"
@@ -17,6 +18,7 @@ class TimerPeer;
 
 // Message to a form that its focus has moved or that it is pressed.
 inline constexpr UINT kSettle = WM_USER + 2;
+inline constexpr UINT kStandWhereAsked = WM_USER + 3;
 
 // The window of a form: borderless, with a thin edge around a client area of exactly the form's
 // size. It is created hidden, in its place. It paints the parts that have no windows.
@@ -106,6 +108,7 @@ class FormPeer final : public WindowPeer {
   void AdoptPosition(const RECT& window);
   void TellPosition(const RECT& window);
   void FollowWindow();
+  void StandWhereAsked();
   void UpdateBounds();
   void PlaceChildrenAnew();
   void ComeToTheFront(bool called);
@@ -126,7 +129,9 @@ class FormPeer final : public WindowPeer {
   ui::Form& form_;
   win32::Scale scale_;
   win32::Theme theme_;
-  RECT place_{};  // of the window, in pixels of the screen
+  RECT place_{};                // of the window, in pixels of the screen
+  std::optional<POINT> asked_;  // where the window is put once more
+  bool asked_again_ = false;
   std::vector<ControlPeer*> children_;
   std::vector<DrawnPeer*> parts_;
   std::vector<TimerPeer*> timers_;

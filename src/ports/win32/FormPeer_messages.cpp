@@ -47,6 +47,9 @@ LRESULT FormPeer::Handle(UINT message, WPARAM w, LPARAM l) {
     case WM_MOUSEWHEEL:
       if (!TurnWheel(static_cast<short>(HIWORD(w)))) break;
       return 0;
+    case kStandWhereAsked:
+      StandWhereAsked();
+      return 0;
     case kOthersMoved:
       ComeToTheFront(w != 0);
       return 0;
