@@ -3,6 +3,7 @@
 
 #include "ListsTest.h"
 #include "ScreenPixels.h"
+#include "driver/Input.h"
 
 namespace krx::test {
 
@@ -108,6 +109,31 @@ TEST_F(ListLooks, TheSelectedRowIsSeenWhereverTheKeyboardIs) {
     EXPECT_NE(elsewhere, kLight.Field);
     person.Press(VK_TAB);
     AwaitGround(person, list, 2, elsewhere);
+  });
+}
+
+TEST_F(ListLooks, ATouchedRowIsSeenUntilItIsClickedOrDragged) {
+  form.grd.SetRows(ListsForm::FingerRows(30));
+  WorkWith(form.lvw, [&](Person& person, const List&) {
+    const List grid = ListOf(person, form.grd);
+    const auto middle = [&](int row) {
+      const RECT place = grid.RowBounds(row);
+      return POINT{(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+    };
+    person.MoveTo(middle(1));
+    drive::PressMouse(drive::MouseButton::Left, middle(1));
+    AwaitGround(person, grid, 1, kLight.Quiet);
+    drive::ReleaseMouse(drive::MouseButton::Left, middle(1));
+    AwaitGround(person, grid, 1, kLight.Selection);
+    const POINT from = middle(3);
+    person.MoveTo(from);
+    drive::PressMouse(drive::MouseButton::Left, from);
+    AwaitGround(person, grid, 3, kLight.Quiet);
+    const POINT to = middle(1);
+    person.MoveTo(to);
+    person.Await([&] { return form.grd.TopRow() > 0; }, "the rows that follow");
+    AwaitGround(person, grid, 3, kLight.Field);
+    drive::ReleaseMouse(drive::MouseButton::Left, to);
   });
 }
 

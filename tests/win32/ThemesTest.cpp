@@ -213,6 +213,22 @@ TEST_P(Themes, TheKeyboardIsSeenWhereverItIs) {
   });
 }
 
+// The field is the system's, and so are the colours of what is selected in it.
+TEST_P(Themes, WhatIsSelectedInAFieldIsRead) {
+  form.txtName.TabIndex = 0;
+  Look([&](Person& person, HWND window) {
+    const HWND field = person.Control(window, u"txtName");
+    person.AwaitFocus(field);
+    SendMessageW(field, EM_SETSEL, 0, -1);
+    RECT text = PlaceOf(field);
+    InflateRect(&text, -8, -4);
+    text.right = text.left + 24;  // less than four wide letters
+    const COLORREF selected = GetSysColor(COLOR_HIGHLIGHT);
+    person.Await([&] { return GroundOf(ScreenPixels(text)) == selected; }, "the selection");
+    EXPECT_GE(TextContrast(text), 4.5);
+  });
+}
+
 TEST_P(Themes, AKeyShowsItsState) {
   form.DefaultKey = &form.keyOne;
   Look([&](Person& person, HWND window) {

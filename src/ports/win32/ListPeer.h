@@ -101,8 +101,10 @@ class ListPeer final : public ControlPeer {
   void Select(int row) const;
   void Press(UINT message, WPARAM w, LPARAM point);
   void BeginDrag(LPARAM point, double now);
+  void Drag(int y);
   void Release(WPARAM w, LPARAM point);
   void LetGo();
+  void ShowTouched(int row);
   void GiveUp();
   void ScrollTo(int row);
   int RowAt(LPARAM point) const;
@@ -127,6 +129,7 @@ class ListPeer final : public ControlPeer {
     double Began;
   };
   std::optional<Pressed> pressed_;
+  int touched_ = ui::RowList::kNoRow;  // row under a finger that may still click it
   int clicked_ = ui::RowList::kNoRow;  // row of the click before
   int clicked_rows_ = 0;               // RowList::Replacements at that time
   ui::DoubleTouch touches_;

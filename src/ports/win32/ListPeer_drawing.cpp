@@ -43,6 +43,7 @@ ListPeer::RowLook ListPeer::LookOf(int row) const {
   const Theme& theme = form_.Theme();
   const bool selected = row == list_.SelectedRow();
   if (!list_.Enabled()) return {selected ? theme->DisabledKey : Ground(), theme->DisabledText};
+  if (row == touched_) return {theme->Quiet, theme->QuietText};
   if (!selected && row == hot_) return {theme->Hot, theme->FieldText};
   if (!selected) return {Ground(), theme(list_.ForeColor())};
   // A touch panel has no keyboard that would tell one list from another.

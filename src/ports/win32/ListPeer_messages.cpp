@@ -100,8 +100,7 @@ LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       HandleMouse(message, w, l);
       return 0;
     case WM_MOUSEMOVE:
-      if (finger_.Touched() && (w & MK_LBUTTON) != 0)
-        ShowTop(finger_.Move(form_.Scale().ToTwips(GET_Y_LPARAM(l)), Now()));
+      if (finger_.Touched() && (w & MK_LBUTTON) != 0) Drag(GET_Y_LPARAM(l));
       return ControlPeer::Handle(message, w, l);
     case WM_CAPTURECHANGED:
     case WM_CANCELMODE:
@@ -188,6 +187,7 @@ void ListPeer::Press(UINT message, WPARAM w, LPARAM point) {
   if (drags) {
     // What is touched is not selected before it is certain that it is not dragged.
     BeginDrag(point, now);
+    ShowTouched(under);
   } else if (under >= 0 && !twice) {
     Select(under);
   }
@@ -234,8 +234,22 @@ void ListPeer::GiveUp() {
   if (selected && form_.Form().Visible()) list_.OperatorLeftRow();
 }
 
+void ListPeer::Drag(int y) {
+  const int before = TopRow();
+  ShowTop(finger_.Move(form_.Scale().ToTwips(y), Now()));
+  if (TopRow() != before) ShowTouched(ui::RowList::kNoRow);
+}
+
+void ListPeer::ShowTouched(int row) {
+  const int before = std::exchange(touched_, row);
+  if (before == row) return;
+  for (const int other : {before, row})
+    if (other >= 0) Send(LVM_REDRAWITEMS, static_cast<WPARAM>(other), other);
+}
+
 void ListPeer::LetGo() {
   pressed_.reset();
+  ShowTouched(ui::RowList::kNoRow);
   finger_.LetGo();
   if (GetCapture() == Window()) ReleaseCapture();
 }
