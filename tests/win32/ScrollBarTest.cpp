@@ -181,6 +181,10 @@ TEST_F(ScrollBars, OfTouchListsThatDropAreWideEnoughForAFinger) {
           return colors.contains(dark.Face) && colors.contains(dark.Border);
         },
         "the theme's colours");
+    RECT rows{};
+    GetClientRect(dropped, &rows);
+    MapWindowPoints(dropped, nullptr, reinterpret_cast<POINT*>(&rows), 2);
+    person.Await([&] { return Colors(rows).contains(dark.FieldText); }, "the entries");
     const auto top = [&] { return SendMessageW(dropped, LB_GETTOPINDEX, 0, 0); };
     person.ClickAt(On(bar, -4));
     person.Await([&] { return top() == 1; }, "the next row");
