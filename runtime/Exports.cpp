@@ -7,9 +7,11 @@
 
 #include "com/Registration.h"
 #include "runtime/FontService.h"
+#include "runtime/ModuleTexts.h"
 #include "runtime/PanelSettings.h"
 #include "runtime/RuntimeSettings.h"
 #include "runtime/TextService.h"
+#include "runtime/users/com/SessionThread.h"
 #include "runtime/users/com/UserAdministration.h"
 #include "runtime/users/com/UserClassAdministration.h"
 #include "runtime/users/com/UserSession.h"
@@ -46,6 +48,10 @@ const com::ClassInfo kClasses[] = {
         L"Korvel Runtime user classes"),
 };
 const com::Component kComponent{kClasses, LIBID_KorvelRuntime};
+
+const struct TextsOfSessions {
+  TextsOfSessions() { TellSessionsBy(&ProcessLanguages); }
+} texts_of_sessions;
 
 }  // namespace
 }  // namespace krx::runtime

@@ -29,6 +29,12 @@ class Session {
   void Begin(LoggedOnUser user) {
     const std::lock_guard lock(guard_);
     user_ = std::move(user);
+    ++number_;
+  }
+  // What is known of the user has become another; his session goes on.
+  void Update(LoggedOnUser user) {
+    const std::lock_guard lock(guard_);
+    user_ = std::move(user);
   }
   // The user has changed his own password or record; nothing when he is not logged on here.
   void Renew(std::uint32_t id, std::int64_t password_changed_on, bool must_renew) {
@@ -50,9 +56,26 @@ class Session {
     return std::exchange(user_, std::nullopt);
   }
 
+  // Tells the sessions of the process apart.
+  std::uint64_t Number() const {
+    const std::lock_guard lock(guard_);
+    return number_;
+  }
+  // Who is logged on, as long as it is still in this session.
+  std::optional<LoggedOnUser> CurrentIn(std::uint64_t number) const {
+    const std::lock_guard lock(guard_);
+    return number == number_ ? user_ : std::nullopt;
+  }
+  // The same, and ends that session.
+  std::optional<LoggedOnUser> EndIn(std::uint64_t number) {
+    const std::lock_guard lock(guard_);
+    return number == number_ ? std::exchange(user_, std::nullopt) : std::nullopt;
+  }
+
  private:
   mutable std::mutex guard_;
   std::optional<LoggedOnUser> user_;
+  std::uint64_t number_ = 0;
 };
 
 }  // namespace krx::runtime

@@ -1,6 +1,7 @@
 #include "runtime/users/com/UserSession.h"
 
 #include "com/Text.h"
+#include "runtime/users/com/SessionThread.h"
 
 namespace krx::runtime {
 
@@ -10,6 +11,7 @@ HRESULT UserSession::LogOnUser(BSTR user, BSTR password, LONG* result) {
       return ProcessPlant().Session.LogOnUser(com::FromBstr(user), PasswordFromBstr(password));
     });
     KeepLoadedWhileLoggedOn();
+    if (*result == host::LogOnSucceeded) AccompanySession();
     return S_OK;
   });
 }
@@ -17,6 +19,7 @@ HRESULT UserSession::LogOnUser(BSTR user, BSTR password, LONG* result) {
 HRESULT UserSession::LogOffUser(LONG* result) {
   return Guard([&] {
     com::Answer(result, [] { return ProcessPlant().Session.LogOffUser(); });
+    SessionHasEnded();
     KeepLoadedWhileLoggedOn();
     return S_OK;
   });

@@ -154,7 +154,7 @@ void PlantUsers::CheckCurrentUser() {
   if (rules.Directory.InUse())
     user = directory_.Current(rules, SearchPasswordOf(management_, rules), current->Name);
   if (user && user->ClassName == current->ClassName) return;
-  if (user) return management_.Session.Begin({0, current->Name, user->ClassName});
+  if (user) return management_.Session.Update({0, current->Name, user->ClassName});
   management_.Session.End();
   management_.RecordFailure(
       {current->Name, u"log-off", u"", u"the directory service lets this user in no more"});

@@ -13,6 +13,12 @@ namespace {
 constexpr std::size_t kMostLate = 1'000;
 constexpr std::chrono::milliseconds kPatienceForLate{50};
 
+String Late(UserManagement& management, const String& outcome, StringView reason) {
+  const std::string at = TimeStamp(management.System.Time.Now());
+  return outcome + u" at " + FromUtf8(at).value_or(String()) + u", recorded late: " +
+         String(reason);
+}
+
 void TakeAttempts(StoredUser& user, const StoredUser& attempted) {
   if (user.LastFailure > attempted.LastFailure) return;
   user.Failures = attempted.Failures;
@@ -98,9 +104,8 @@ std::int32_t FullDiskLogOn::Settle(CheckedUser& checked) {
 // Beyond the bound only who gets in is worth the memory.
 void FullDiskLogOn::Remember(const String& actor, const String& outcome) {
   if (late_.Entries.size() >= kMostLate && outcome.starts_with(u"refused")) return;
-  const String at = FromUtf8(TimeStamp(management_.System.Time.Now())).value_or(String());
   late_.Entries.push_back(
-      {actor, u"log-on", u"", outcome + u" at " + at + u", recorded late: the disk was full"});
+      {actor, u"log-on", u"", Late(management_, outcome, u"the disk was full")});
 }
 
 void RecordLate(UserManagement& management) noexcept {
@@ -122,6 +127,16 @@ void RecordLate(UserManagement& management) noexcept {
     late.Entries.clear();
     late.Attempts.clear();
   } catch (const std::exception&) {
+  }
+}
+
+void RecordOrKeep(UserManagement& management, const AuditEntry& entry) noexcept {
+  try {
+    management.Record(entry);
+  } catch (const Error& failure) {
+    const std::lock_guard lock(management.Late.Guard);
+    management.Late.Entries.push_back({entry.Actor, entry.Action, entry.Subject,
+                                       Late(management, entry.Outcome, failure.Description())});
   }
 }
 

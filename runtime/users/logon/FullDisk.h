@@ -33,4 +33,8 @@ class FullDiskLogOn {
 // Records what could not be recorded in time, oldest first, where the disk takes it again.
 void RecordLate(UserManagement& management) noexcept;
 
+// Records what has happened already and cannot be refused; where that fails it waits in memory
+// like what happens while the disk is full.
+void RecordOrKeep(UserManagement& management, const AuditEntry& entry) noexcept;
+
 }  // namespace krx::runtime

@@ -32,6 +32,7 @@ constexpr Setting kSettings[] = {
     {"hash-iterations", &UserRules::HashIterations, 1000, 100'000'000},
     {"audit-records", &UserRules::AuditRecords, 0, 10'000'000},
     {"audit-days", &UserRules::AuditDays, 0, 3650},
+    {"log-off-after-idle-minutes", &UserRules::LogOffAfterIdleMinutes, 0, 1440},
     {"administrator-level", &UserRules::AdministratorLevel, INT32_MIN, INT32_MAX},
     {"administration-mode", &UserRules::AdministrationMode, INT32_MIN, INT32_MAX},
 };
@@ -45,6 +46,7 @@ struct Choice {
 
 constexpr Choice kChoices[] = {
     {"audit-event-log", &UserRules::AuditEventLog, "on", "off"},
+    {"last-log-on-notice", &UserRules::LastLogOnNotice, "on", "off"},
     {"when-disk-full", &UserRules::LogOnWithFullDisk, "log-on", "refuse"},
 };
 
@@ -195,6 +197,12 @@ std::string_view RulesFileTemplate() {
 
 # Work to check one password. Users with fewer iterations follow at their next log-on.
 #hash-iterations = 600000
+
+# Minutes without any input after which the user is logged off, told half a minute before; 0 is
+# never. And whether a log-on shows when the last one was and how many have failed since (on or off).
+# Both hold from the next log-on on.
+#log-off-after-idle-minutes = 0
+#last-log-on-notice = off
 
 # Audit records: as many stay in the database before the oldest go to a file beside it, and for so
 # many days (0: all, for ever); whether they go to the event log of Windows, too (on or off); and

@@ -37,6 +37,8 @@ struct UserRules {
   std::int32_t AuditDays = 0;              // as long they stay there; 0: for ever
   bool AuditEventLog = false;              // events go to the machine's event log, too
   bool LogOnWithFullDisk = true;  // else nobody logs on while there is no room for a record
+  std::int32_t LogOffAfterIdleMinutes = 0;  // 0: nobody is logged off
+  bool LastLogOnNotice = false;             // told after each log-on
   std::vector<UserClass> Classes = {{u"Operator", u"Operator", 10},
                                     {u"Engineer", u"Engineer", 50},
                                     {u"Administrator", u"Administrator", 100}};

@@ -44,6 +44,10 @@ UserStoreFolder::~UserStoreFolder() {
   std::filesystem::remove_all(folder_, ignored);
 }
 
+void UserStoreFolder::AddRule(const std::string& line) const {
+  std::ofstream(folder_ / "users.conf", std::ios::binary | std::ios::app) << line << '\n';
+}
+
 void UserStoreFolder::Use() const {
   SetEnvironmentVariableW(L"KORVEL_USERS_FOLDER", folder_.c_str());
 }

@@ -16,6 +16,8 @@ class UserStoreFolder {
   ~UserStoreFolder();
   UserStoreFolder& operator=(const UserStoreFolder&) = delete;
 
+  // Adds a line to the rules.
+  void AddRule(const std::string& line) const;
   // Makes it the one that programs started from now on use.
   void Use() const;
   // Creates the users with the provisioning command and returns the administrator's password.

@@ -60,7 +60,10 @@ const std::vector<String> kUserKeys{u"capLogon",
                                     u"msgUserExists",
                                     u"msgUnknownUserClass",
                                     u"msgNoCurrentUser",
-                                    u"msgNoAddUser"};
+                                    u"msgNoAddUser",
+                                    u"msgIdleLogOff",
+                                    u"msgLastLogOn",
+                                    u"msgNoLastLogOn"};
 const std::vector<String> kDialogKeys{u"OK",
                                       u"Cancel",
                                       u"Cancel&",
@@ -149,7 +152,7 @@ class RuntimeTextsTest : public testing::TestWithParam<const char*> {
 };
 
 TEST_P(RuntimeTextsTest, HoldEveryKeyOfTheDialogsAndNoOther) {
-  EXPECT_EQ(43u, kUserKeys.size());
+  EXPECT_EQ(46u, kUserKeys.size());
   EXPECT_EQ(23u, kDialogKeys.size());
   for (const String& key : kUserKeys)
     EXPECT_NE(u"", Text(key, kUser)) << ToUtf8(key);

@@ -38,6 +38,8 @@ TEST(RulesFileTest, AnEmptyFileLeavesTheDefaults) {
   EXPECT_EQ(rules.HashIterations, 600'000);
   EXPECT_EQ(rules.AdministratorLevel, 100);
   EXPECT_EQ(rules.AdministrationMode, 1);
+  EXPECT_EQ(rules.LogOffAfterIdleMinutes, 0);
+  EXPECT_FALSE(rules.LastLogOnNotice);
   ASSERT_EQ(rules.Classes.size(), 3u);
   EXPECT_EQ(rules.FindClass(u"Operator")->Level, 10);
   EXPECT_EQ(rules.FindClass(u"Engineer")->Level, 50);
@@ -81,6 +83,8 @@ TEST(RulesFileTest, EverySettingIsRead) {
                                      "audit-days = 365\n"
                                      "audit-event-log = on\n"
                                      "when-disk-full = refuse\n"
+                                     "log-off-after-idle-minutes = 1440\n"
+                                     "last-log-on-notice = on\n"
                                      "class = Boss | -1 | Der Chef");
   EXPECT_EQ(rules.MinimumLength, 1);
   EXPECT_EQ(rules.MaximumLength, 1024);
@@ -98,6 +102,8 @@ TEST(RulesFileTest, EverySettingIsRead) {
   EXPECT_EQ(rules.AuditDays, 365);
   EXPECT_TRUE(rules.AuditEventLog);
   EXPECT_FALSE(rules.LogOnWithFullDisk);
+  EXPECT_EQ(rules.LogOffAfterIdleMinutes, 1440);
+  EXPECT_TRUE(rules.LastLogOnNotice);
   EXPECT_TRUE(rules.IsAdministratorClass(u"Boss"));
 }
 
