@@ -56,7 +56,7 @@ TEST(RulesFileTest, TheTemplateWithoutCommentMarksGivesTheDefaults) {
       settings += std::string(line.substr(1)) + "\n";
     rest.remove_prefix(end + 1);
   }
-  EXPECT_EQ(std::count(settings.begin(), settings.end(), '\n'), 19);
+  EXPECT_EQ(std::count(settings.begin(), settings.end(), '\n'), 21);
   const UserRules rules = ParseRules(u"", settings);
   EXPECT_EQ(rules.Classes, UserRules().Classes);
   EXPECT_EQ(rules.MinimumLength, 8);
