@@ -86,11 +86,19 @@ void Client::WaitForLine(const std::string& line) const {
 
 DWORD Client::Finish(Milliseconds limit) {
   if (WaitForSingleObject(process_, static_cast<DWORD>(limit.count())) != WAIT_OBJECT_0)
-    throw std::runtime_error("the client does not end; it printed: " + output_);
+    throw std::runtime_error("the client does not end; it printed: " + output_ +
+                             "; it shows: " + Shown());
   if (reader_.joinable()) reader_.join();
   DWORD code = 0;
   GetExitCodeProcess(process_, &code);
   return code;
+}
+
+std::string Client::Shown() const {
+  std::string shown;
+  for (const Window& window : WindowsOf(process_id_))
+    shown += Narrow(window.Name()) + " '" + Narrow(window.Text()) + "' ";
+  return shown.empty() ? "nothing" : shown;
 }
 
 ScriptFile::ScriptFile(const std::string& text, const wchar_t* extension) {

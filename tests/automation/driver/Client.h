@@ -32,6 +32,8 @@ class Client {
 
  private:
   void Read(HANDLE pipe);
+  // Its windows, for who waits for its end in vain.
+  std::string Shown() const;
 
   HANDLE process_ = nullptr;
   DWORD process_id_ = 0;
