@@ -4,6 +4,7 @@
 #include "runtime/ModuleTexts.h"
 #include "runtime/core/PanelChoice.h"
 #include "runtime/core/PanelFile.h"
+#include "runtime/users/com/ProcessUsers.h"
 
 namespace krx::runtime {
 
@@ -61,6 +62,13 @@ HRESULT PanelSettings::put_FirstAnswerDelay(double value) {
   return Guard([&] {
     Choice().SetFirstAnswerDelay(value);
     return S_OK;
+  });
+}
+
+HRESULT PanelSettings::get_LogOnNotice(BSTR* value) {
+  return Answer(value, [] {
+    const UsersInUse in_use;
+    return com::Bstr(NoticeBeforeLogOn().Read(ProcessLanguages().Current())).Detach();
   });
 }
 

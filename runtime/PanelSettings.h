@@ -17,6 +17,7 @@ class PanelSettings : public com::DualObject<IPanelSettings> {
   HRESULT STDMETHODCALLTYPE put_ShowCountdown(VARIANT_BOOL value) override;
   HRESULT STDMETHODCALLTYPE get_FirstAnswerDelay(double* value) override;
   HRESULT STDMETHODCALLTYPE put_FirstAnswerDelay(double value) override;
+  HRESULT STDMETHODCALLTYPE get_LogOnNotice(BSTR* value) override;
 };
 
 }  // namespace krx::runtime

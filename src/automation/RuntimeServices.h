@@ -17,6 +17,8 @@ class RuntimeServices : public host::Runtime {
   // Without such a class, as without any; what cannot be had, or is none of its values, stays as
   // without the class.
   PanelSettings ReadPanelSettings() override;
+  // By name, because a runtime's class may be older than the property.
+  String ReadLogOnNotice() override;
 };
 
 }  // namespace krx::automation

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "KorvelRuntime.h"
+#include "automation/LateMember.h"
 #include "automation/RuntimeServices.h"
 #include "com/ComPtr.h"
 #include "com/Text.h"
@@ -62,6 +63,13 @@ PanelSettings RuntimeServices::ReadPanelSettings() {
     read.FirstAnswerDelay = std::min(delay, kLongestAnswerDelay);
   }
   return read;
+}
+
+String RuntimeServices::ReadLogOnNotice() {
+  const com::ComPtr<IDispatch> settings = Settings().As<IDispatch>();
+  if (!settings) return {};
+  const com::Variant notice = LateMember(settings, L"LogOnNotice").Read();
+  return notice.Get().vt == VT_BSTR ? com::FromBstr(notice.Get().bstrVal) : String();
 }
 
 }  // namespace krx::automation

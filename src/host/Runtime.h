@@ -22,6 +22,9 @@ class Runtime {
   // What the plant has chosen for its panels. It is optional: a runtime that knows nothing of it
   // leaves it as it is.
   virtual PanelSettings ReadPanelSettings() { return {}; }
+  // What operators have to acknowledge before they log on, as the text of a message box; empty
+  // where there is none. It is optional: a runtime that knows nothing of it may raise Error.
+  virtual String ReadLogOnNotice() { return {}; }
 };
 
 }  // namespace krx::host

@@ -91,6 +91,7 @@ std::int32_t FMessageBox::Ask(const service::MessageBoxRequest& request) {
   if (const auto& extra = request.Extra)
     SetTextsEx(extra->Button1, extra->Button2, extra->Button3, extra->AutoActivation);
   SetTexts(request.Text, request.Style, request.Title, request.HelpFile, request.Context);
+  if (request.WhenClosed) Result = *request.WhenClosed;
   CalcPositions();
   ShowModal();
   return Result;

@@ -8,6 +8,8 @@
 #include "files/FFileSelectTouch.h"
 #include "files/FSelectDirectory.h"
 #include "msgbox/FMessageBox.h"
+#include "service/MessageBoxStyle.h"
+#include "service/Skip.h"
 #include "users/FAddUser.h"
 #include "users/FChangePassword.h"
 #include "users/FLogOn.h"
@@ -77,12 +79,23 @@ std::int32_t KRXDialog::KRMsgBoxEx(String text, std::int32_t style, String title
             std::move(extra)});
 }
 
+bool KRXDialog::NoticeIsAcknowledged() {
+  host::Runtime& runtime = TheApartment().Runtime;
+  MessageBoxRequest box;
+  Skip([&] { box.Text = runtime.ReadLogOnNotice(); });
+  if (box.Text.empty()) return true;
+  Skip([&] { box.Title = runtime.CreateTextService()->GetText(u"capLogon", host::kUserTexts); });
+  box.Style = kOKCancel | kInformation;
+  box.WhenClosed = kCancel;
+  return msgbox::FMessageBox(TheApartment()).Ask(box) == kOK;
+}
+
 bool KRXDialog::KRUserLogOn() {
-  return users::FLogOn(TheApartment()).LogOn();
+  return NoticeIsAcknowledged() && users::FLogOn(TheApartment()).LogOn();
 }
 
 bool KRXDialog::KRUserLogOnCombo() {
-  return users::FLogOnCombo(TheApartment()).LogOn();
+  return NoticeIsAcknowledged() && users::FLogOnCombo(TheApartment()).LogOn();
 }
 
 void KRXDialog::KRWhoAmI() {

@@ -41,7 +41,8 @@ class KRXDialog : public std::enable_shared_from_this<KRXDialog> {
                           std::int32_t context, FreeButtons extra);
 
   // Logs a user on, by typed name or by a name from the list of all users. True when a user has
-  // logged on; a failing call of the user management raises its own error.
+  // logged on; a failing call of the user management raises its own error. Where the runtime has a
+  // notice, it comes first, and whoever does not acknowledge it has given up.
   bool KRUserLogOn();
   bool KRUserLogOnCombo();
   // Shows who is logged on.
@@ -65,6 +66,7 @@ class KRXDialog : public std::enable_shared_from_this<KRXDialog> {
  private:
   explicit KRXDialog(const Apartment& apartment) : apartment_(apartment.Handle()) {}
   void Initialise();
+  bool NoticeIsAcknowledged();
   Apartment& TheApartment() const;
 
   const std::weak_ptr<Apartment> apartment_;

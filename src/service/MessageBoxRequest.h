@@ -23,6 +23,8 @@ struct MessageBoxRequest {
   String HelpFile;
   std::int32_t Context = 0;
   std::optional<FreeButtons> Extra;
+  // Result of a box that is closed by its close key; otherwise the default button's.
+  std::optional<std::int32_t> WhenClosed = std::nullopt;
 };
 
 }  // namespace krx::service

@@ -38,6 +38,7 @@ struct Process {
   Win32EventLog Events;
   runtime::Session Session;
   UserManagement Management;
+  LogOnNotice Notice{Management};
 
   SystemLdapClient Client;
   Win32Errands Errands;
@@ -69,6 +70,11 @@ std::filesystem::path UsersFolder() {
 UserManagement& ProcessUsers(const DatabaseAccess& access) {
   made = &TheProcess(access).Management;
   return *made;
+}
+
+LogOnNotice& NoticeBeforeLogOn() {
+  ProcessUsers();
+  return TheProcess().Notice;
 }
 
 std::optional<host::UserInfo> ProcessPlant::FindUserInfo(const String& user) {

@@ -8,6 +8,7 @@
 #include "base/Password.h"
 #include "runtime/users/administration/UserDirectory.h"
 #include "runtime/users/directory/PlantUsers.h"
+#include "runtime/users/logon/LogOnNotice.h"
 #include "runtime/users/logon/LogOnService.h"
 
 namespace krx::runtime {
@@ -19,6 +20,9 @@ std::filesystem::path UsersFolder();
 // The user management of this process; all its objects share it. Raises Error when the system's
 // cryptography is not to be had. The first call decides how the database is reached.
 UserManagement& ProcessUsers(const DatabaseAccess& access = {});
+
+// What operators of this process have to acknowledge before they log on.
+LogOnNotice& NoticeBeforeLogOn();
 
 // The users of this process, those of the plant's directory service included, for one call.
 class ProcessPlant {

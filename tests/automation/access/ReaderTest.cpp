@@ -99,6 +99,20 @@ TEST_F(Readers, FillInAndConfirmALogOnAndNeverHearThePassword) {
   EXPECT_EQ(Printed(), (Lines{"True, eva.meier", "end"}));
 }
 
+TEST_F(Readers, HearTheNoticeBeforeALogOnAndAcknowledgeIt) {
+  Store->Write("log-on-notice.txt", "Authorised staff only.\nWhat you do is recorded.");
+  RunDialog("KRUserLogOn()");
+  const Window box = NextBox();
+  const Element notice(box);
+  EXPECT_EQ(notice.Role(), ROLE_SYSTEM_DIALOG);
+  EXPECT_EQ(Narrow(notice.Name()), Narrow(Text("capLogon")));
+  EXPECT_EQ(Narrow(notice.Description()), "Authorised staff only.\nWhat you do is recorded.");
+  EXPECT_TRUE(Control(box, L"keyButton(0)").Has(STATE_SYSTEM_FOCUSED));
+  Leave(box, L"keyButton(0)");
+  Leave(Form(L"FLogOn", L"txtName"), L"keyCancel");
+  EXPECT_EQ(Printed(), (Lines{"False, nobody", "end"}));
+}
+
 TEST_F(Readers, ReadAndOpenTheListOfAComboBox) {
   RunDialog("KRUserLogOnCombo()");
   const Window form = Form(L"FLogOnCombo", L"cboName");

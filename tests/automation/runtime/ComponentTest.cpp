@@ -107,7 +107,7 @@ TEST(RuntimeTypeLibrary, KeepsTheOrderOfTheOperations) {
       {__uuidof(IRuntimeSettings), {L"Language", L"Language"}},
       {__uuidof(IPanelSettings),
        {L"Keyboard", L"Keyboard", L"Theme", L"Theme", L"ShowCountdown", L"ShowCountdown",
-        L"FirstAnswerDelay", L"FirstAnswerDelay"}},
+        L"FirstAnswerDelay", L"FirstAnswerDelay", L"LogOnNotice"}},
       {__uuidof(IUserSession), {L"LogOnUser", L"LogOffUser"}},
       {__uuidof(IUserAdministration),
        {L"ChangeUserPassword", L"CreateUser", L"RemoveUser", L"SetUserActive", L"GetUserClass",

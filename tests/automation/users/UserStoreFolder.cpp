@@ -103,6 +103,10 @@ void UserStoreFolder::RefuseWriting() const {
   std::filesystem::create_directories(folder_ / "users.db-journal" / "kept");
 }
 
+void UserStoreFolder::Write(const std::string& name, const std::string& bytes) const {
+  std::ofstream(folder_ / name, std::ios::binary) << bytes;
+}
+
 std::string UserStoreFolder::AuditLog() const {
   Use();
   const std::filesystem::path file = folder_ / "audit.csv";

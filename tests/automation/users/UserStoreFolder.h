@@ -28,6 +28,8 @@ class UserStoreFolder {
   // Runs a script with `Users`, `Session` and `Check` at hand against these users; throws with its
   // output when it does not come to its end. `Check result, wanted` stops it.
   void Administer(const std::string& script) const;
+  // Lays a file beside the users.
+  void Write(const std::string& name, const std::string& bytes) const;
   // The audit records as comma-separated values.
   std::string AuditLog() const;
   // From now on nothing can be stored.

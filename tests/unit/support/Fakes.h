@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/Error.h"
 #include "host/Application.h"
 #include "host/Runtime.h"
 #include "ports/headless/Operator.h"
@@ -25,6 +26,9 @@ class FakeRuntime : public host::Runtime {
   int LiveFontServices = 0;
   FakeUsers Users;
   PanelSettings Panel;
+  String LogOnNotice;
+  bool LogOnNoticeFails = false;
+  int LogOnNoticeAsked = 0;
   // What a dialog asks besides its own texts is counted here and not in the log.
   int DirectionAsked = 0;
   bool DirectionFails = false;
@@ -39,6 +43,11 @@ class FakeRuntime : public host::Runtime {
     return Users.CreateClassAdministration();
   }
   PanelSettings ReadPanelSettings() override { return Panel; }
+  String ReadLogOnNotice() override {
+    ++LogOnNoticeAsked;
+    if (LogOnNoticeFails) throw Error(0x80040212u, u"log-on-notice.txt is malformed");
+    return LogOnNotice;
+  }
 
  private:
   CallLog& log_;
