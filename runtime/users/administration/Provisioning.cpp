@@ -36,7 +36,7 @@ String ClassOfFirstAdministrator(const UserRules& rules) {
 
 void Judge(const UserRules& rules, const RefusedPasswords& refused, const String& name,
            const Password& password) {
-  if (!IsValidUserName(name)) Refuse(u"this is no user name");
+  if (!IsValidUserName(name)) Refuse(ReasonAgainstUserName(name));
   const PasswordVerdict verdict = JudgePassword(rules, refused, name, password);
   if (verdict == PasswordVerdict::InvalidLength) {
     Refuse(u"the password needs " + ToString(rules.MinimumLength) + u" to " +

@@ -99,7 +99,7 @@ void Fill(StoredUser& user, const host::UserRecord& record, std::int64_t now) {
 void JudgeCreation(Editing& editing, const UserRules& rules, const host::UserRecord& record) {
   editing.Require(rules.FindClass(record.ClassName) != nullptr, u"unknown class");
   editing.RequireRight(record.ClassName);
-  editing.Require(IsValidUserName(record.Name), u"this is no user name");
+  editing.Require(IsValidUserName(record.Name), ReasonAgainstUserName(record.Name));
   editing.Require(IsStorable(record), u"an argument is out of range");
   if (editing.Users().IsTaken(record.Name))
     throw Refusal{host::CreateUserExists, u"a user of this name exists"};

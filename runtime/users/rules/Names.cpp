@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 namespace krx::runtime {
 namespace {
@@ -79,17 +80,27 @@ bool IsUnseen(char32_t code) {
          });
 }
 
-// Of a well-formed text.
-bool HasUnseen(StringView text) {
+// The first one of a well-formed text.
+std::optional<char32_t> FindUnseen(StringView text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     char32_t code = text[i];
     if (IsPairAt(text, i)) {
       code = 0x10000 + ((code - 0xD800) << 10) + (text[i + 1] - char32_t{0xDC00});
       ++i;
     }
-    if (IsUnseen(code)) return true;
+    if (IsUnseen(code)) return code;
   }
-  return false;
+  return std::nullopt;
+}
+
+String CodePointName(char32_t code) {
+  constexpr StringView kDigits = u"0123456789ABCDEF";
+  String name = u"U+";
+  for (int shift = code > 0xFFFF ? 20 : 12; shift >= 0; shift -= 4) {
+    const char32_t digit = (code >> shift) & 0xF;
+    if (shift < 20 || digit > 0) name += kDigits[digit];
+  }
+  return name;
 }
 
 // What turns the order of the text around it; marks of a direction only hold their own place.
@@ -119,7 +130,15 @@ bool IsWellFormed(StringView text) {
 }
 
 bool IsValidUserName(StringView name) {
-  return IsValidClassName(name) && !HasUnseen(name);
+  return IsValidClassName(name) && !FindUnseen(name);
+}
+
+String ReasonAgainstUserName(StringView name) {
+  if (IsValidUserName(name)) return {};
+  String reason = u"this is no user name";
+  const auto unseen = IsWellFormed(name) ? FindUnseen(name) : std::nullopt;
+  if (unseen) reason += u": it has a character that is not seen, " + CodePointName(*unseen);
+  return reason;
 }
 
 bool IsValidClassName(StringView name) {

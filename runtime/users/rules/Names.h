@@ -20,6 +20,9 @@ bool IsWellFormed(StringView text);
 // than the blank: two names that look alike on a panel should not be two users.
 bool IsValidUserName(StringView name);
 
+// Why this is no user name, with the character that is not seen; empty when it is one.
+String ReasonAgainstUserName(StringView name);
+
 // Names of classes come from the rules: invisible characters in them are the plant's own affair.
 bool IsValidClassName(StringView name);
 

@@ -50,6 +50,16 @@ TEST_F(ProvisioningTest, NameAndPasswordHaveToSatisfyTheRules) {
   EXPECT_FALSE(HasStore());
 }
 
+TEST_F(ProvisioningTest, ACharacterThatIsNotSeenInANameIsNamed) {
+  const std::string reason = "this is no user name: it has a character that is not seen, ";
+  EXPECT_EQ(ToUtf8(RefusalOf(u"bo\u202Ess", u"provisioned secret")), reason + "U+202E");
+  EXPECT_EQ(ToUtf8(RefusalOf(u"boss\u00AD", u"provisioned secret")), reason + "U+00AD");
+  EXPECT_EQ(ToUtf8(RefusalOf(u"bo\U0001D173ss", u"provisioned secret")), reason + "U+1D173");
+  EXPECT_EQ(ToUtf8(RefusalOf(u"bo\U0010FFFFss", u"provisioned secret")), reason + "U+10FFFF");
+  EXPECT_EQ(RefusalOf(u"bo\nss", u"provisioned secret"), u"this is no user name");
+  EXPECT_FALSE(HasStore());
+}
+
 TEST_F(ProvisioningTest, TheLowestClassThatAdministersIsTaken) {
   Configure("class = Vendor | 300 | V\nclass = Chief | 150 | C\nclass = Operator | 1 | O\n");
   ASSERT_EQ(RefusalOf(u"boss", u"provisioned secret"), u"done");
