@@ -100,9 +100,9 @@ ProcessPlant::ProcessPlant()
       Session(ProcessUsers(), session_, users_, TheProcess().Directory) {}
 
 void KeepLoadedWhileLoggedOn() {
-  const bool logged_on = ProcessUsers().Session.Current().has_value();
-  const std::lock_guard lock(keeper_guard);
-  if (!logged_on) {
+  const UserManagement& users = ProcessUsers();
+  const std::lock_guard lock(keeper_guard);  // who asks last knows best
+  if (!users.Session.Current()) {
     keeper.reset();
   } else if (!keeper) {
     keeper.emplace();

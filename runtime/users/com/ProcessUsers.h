@@ -24,10 +24,18 @@ UserManagement& ProcessUsers(const DatabaseAccess& access = {});
 // What operators of this process have to acknowledge before they log on.
 LogOnNotice& NoticeBeforeLogOn();
 
+// Keeps the component loaded while somebody is logged on: unloading it would log him off in
+// silence. To be called after whatever may have changed that.
+void KeepLoadedWhileLoggedOn();
+
 // The users of this process, those of the plant's directory service included, for one call.
 class ProcessPlant {
  public:
   ProcessPlant();
+  // The call may have noticed that the user is not logged on any more.
+  ~ProcessPlant() { KeepLoadedWhileLoggedOn(); }
+  ProcessPlant(const ProcessPlant&) = delete;
+  ProcessPlant& operator=(const ProcessPlant&) = delete;
 
   // Nothing when there is no such user.
   std::optional<host::UserInfo> FindUserInfo(const String& user);
@@ -40,10 +48,6 @@ class ProcessPlant {
   PlantUsers Users;
   PlantSession Session;
 };
-
-// Keeps the component loaded while somebody is logged on: unloading it would log him off in
-// silence. To be called after every log-on and log-off.
-void KeepLoadedWhileLoggedOn();
 
 // Held by whoever works with the users: when nobody does any more, the database is closed.
 class UsersInUse {

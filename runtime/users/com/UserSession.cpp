@@ -6,22 +6,19 @@
 namespace krx::runtime {
 
 HRESULT UserSession::LogOnUser(BSTR user, BSTR password, LONG* result) {
-  return Guard([&] {
-    com::Answer(result, [&] {
-      return ProcessPlant().Session.LogOnUser(com::FromBstr(user), PasswordFromBstr(password));
-    });
-    KeepLoadedWhileLoggedOn();
-    if (*result == host::LogOnSucceeded) AccompanySession();
-    return S_OK;
+  return Answer(result, [&] {
+    const std::int32_t outcome =
+        ProcessPlant().Session.LogOnUser(com::FromBstr(user), PasswordFromBstr(password));
+    if (outcome == host::LogOnSucceeded) AccompanySession();
+    return outcome;
   });
 }
 
 HRESULT UserSession::LogOffUser(LONG* result) {
-  return Guard([&] {
-    com::Answer(result, [] { return ProcessPlant().Session.LogOffUser(); });
+  return Answer(result, [] {
+    const std::int32_t outcome = ProcessPlant().Session.LogOffUser();
     SessionHasEnded();
-    KeepLoadedWhileLoggedOn();
-    return S_OK;
+    return outcome;
   });
 }
 

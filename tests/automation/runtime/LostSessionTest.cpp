@@ -1,0 +1,103 @@
+// A user who is logged off because somebody else has changed him keeps the component loaded no
+// longer.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+
+#include "ModuleCopy.h"
+#include "runtime/users/administration/Provisioning.h"
+#include "runtime/users/administration/UserDirectory.h"
+#include "runtime/users/logon/LogOnService.h"
+#include "runtime/users/win32/Win32Clock.h"
+#include "runtime/users/win32/Win32Cryptography.h"
+#include "runtime/users/win32/Win32Files.h"
+
+namespace krx::test {
+namespace {
+
+struct Change {
+  const char* Name;
+  std::function<std::int32_t(runtime::UserDirectory&)> Make;
+};
+
+constexpr StringView kAnna = u"anna's own secret";
+
+host::UserRecord Anna(StringView password, std::int32_t state) {
+  return {u"anna", u"Anna", u"", Password(password), u"Operator", 0, state};
+}
+
+// A plant with an administrator, in this program, and Anna, in the component.
+class LostSessionTest : public testing::TestWithParam<Change> {
+ protected:
+  LostSessionTest() {
+    std::filesystem::create_directories(folder_);
+    SetEnvironmentVariableW(L"KORVEL_USERS_FOLDER", folder_.c_str());
+    std::ofstream(folder_ / "users.conf", std::ios::binary) << "hash-iterations = 1000\n";
+    const Password first(u"provisioned secret");
+    const Password own(u"boss's own secret");
+    runtime::ProvisionFirstAdministrator(management_, u"boss", first);
+    EXPECT_EQ(Directory.ChangeUserPassword(u"boss", own, first), host::ChangePasswordSucceeded);
+    EXPECT_EQ(runtime::LogOnService(management_).LogOnUser(u"boss", own), host::LogOnSucceeded);
+    EXPECT_EQ(Directory.CreateUser(Anna(kAnna, host::UserActive)), host::CreateUserSucceeded);
+  }
+  ~LostSessionTest() override {
+    { const runtime::UserStore::Use closes(management_.Store); }
+    SetEnvironmentVariableW(L"KORVEL_USERS_FOLDER", nullptr);
+    std::error_code ignored;
+    std::filesystem::remove_all(folder_, ignored);
+  }
+
+  LONG LogAnnaOn() const {
+    LONG result = -1;
+    const auto session = Module.Create<::UserSession, IUserSession>();
+    EXPECT_EQ(session->LogOnUser(com::Bstr(u"anna").Get(), com::Bstr(kAnna).Get(), &result), S_OK);
+    return result;
+  }
+  bool SomebodyIsLoggedOn() const {
+    com::Bstr name, class_name;
+    VARIANT_BOOL logged_on = VARIANT_FALSE;
+    const auto users = Module.Create<::UserAdministration, IUserAdministration>();
+    EXPECT_EQ(users->GetCurrentUser(name.Put(), class_name.Put(), &logged_on), S_OK);
+    return logged_on != VARIANT_FALSE;
+  }
+
+ private:
+  const std::filesystem::path folder_ = std::filesystem::temp_directory_path() /
+                                        ("krx-lost-" + std::to_string(GetCurrentProcessId()));
+  runtime::Win32Files files_;
+  runtime::Win32Cryptography crypto_;
+  runtime::Win32Clock clock_;
+  runtime::Session session_;
+  runtime::UserManagement management_{{files_, crypto_, clock_}, folder_, session_};
+
+ protected:
+  runtime::UserDirectory Directory{management_};
+  runtime::ModuleCopy Module;
+};
+
+TEST_P(LostSessionTest, TheComponentMayBeUnloadedOnceThatIsNoticed) {
+  ASSERT_EQ(LogAnnaOn(), 2);
+  EXPECT_TRUE(SomebodyIsLoggedOn());
+  EXPECT_EQ(Module.Call("DllCanUnloadNow"), S_FALSE);
+  ASSERT_EQ(GetParam().Make(Directory), 0);
+  EXPECT_FALSE(SomebodyIsLoggedOn());
+  EXPECT_EQ(Module.Call("DllCanUnloadNow"), S_OK);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, LostSessionTest,
+    testing::Values(
+        Change{"OneWhoIsRemoved", [](auto& users) { return users.RemoveUser(u"anna"); }},
+        Change{"OneWhoIsDeactivated", [](auto& users) { return users.SetUserActive(u"anna", 0); }},
+        Change{"OneWhosePasswordIsReset",
+               [](auto& users) {
+                 return users.ModifyUser(
+                     Anna(u"quite another one", host::UserActiveChangePassword));
+               }}),
+    [](const auto& test) { return test.param.Name; });
+
+}  // namespace
+}  // namespace krx::test
