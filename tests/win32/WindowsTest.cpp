@@ -151,14 +151,15 @@ TEST(Windows, ThatOthersMoveTellTheFormWhereTheyAre) {
   ShowWith(form, [](Person&) {});
 }
 
+void TakeTo(HWND window, LONG left, LONG top) {
+  SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 // On a busy machine the system sometimes took a form that had just appeared for one in the corner
 // of the screen, while the window manager showed it in the middle; its lists dropped in the corner.
 TEST(Windows, ThatAreTakenToTheCornerComeBackOnce) {
   win32::Win32Platform platform;
   TestForm form(platform);
-  const auto corner = [](HWND window) {
-    SetWindowPos(window, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-  };
   const auto place = [](HWND window) {
     RECT now{};
     GetWindowRect(window, &now);
@@ -168,16 +169,54 @@ TEST(Windows, ThatAreTakenToTheCornerComeBackOnce) {
     const HWND window = person.AwaitForm(u"FTest");
     const POINT before = place(window);
     ASSERT_NE(before.x, 0);
-    corner(window);
+    TakeTo(window, 0, 0);
     person.Await([&] { return place(window).x == before.x && place(window).y == before.y; },
                  "the form where it was");
     // Whoever moves it there again means it.
-    corner(window);
+    TakeTo(window, 0, 0);
     person.Press(VK_ESCAPE);
   });
   EXPECT_EQ(form.Left(), 0);
   EXPECT_EQ(form.Top(), 0);
 }
+
+// An operator who takes the form to the corner finds it there, whatever he moves it with.
+class MovedWindows : public testing::TestWithParam<std::function<void(Person&, HWND)>> {};
+
+TEST_P(MovedWindows, StayInTheCorner) {
+  win32::Win32Platform platform;
+  TestForm form(platform);
+  form.keyOne.Click = [&] {
+    form.Move(300, 300);
+    form.keyTwo.SetFocus();
+  };
+  ShowWith(form, [](Person& person) {
+    const HWND window = person.AwaitForm(u"FTest");
+    GetParam()(person, window);
+    person.Press(VK_ESCAPE);
+  });
+  EXPECT_EQ(form.Left(), 0);
+  EXPECT_EQ(form.Top(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Ways, MovedWindows,
+    testing::Values(
+        [](Person&, HWND window) {  // through other places
+          TakeTo(window, 5, 7);
+          TakeTo(window, 0, 0);
+        },
+        [](Person& person, HWND window) {  // after the form has moved itself, as by its caption
+          person.Click(person.Control(window, u"keyOne"));
+          person.AwaitFocus(person.Control(window, u"keyTwo"));
+          TakeTo(window, 0, 0);
+        },
+        [](Person& person, HWND window) {  // by a key of the window manager
+          person.Down(VK_CONTROL);
+          person.Await([] { return GetAsyncKeyState(VK_CONTROL) < 0; }, "the key held down");
+          TakeTo(window, 0, 0);
+          person.Up(VK_CONTROL);
+        }));
 
 TEST(Windows, FollowTheMouseWithoutDrifting) {
   win32::Win32Platform platform;

@@ -1,6 +1,7 @@
 #include "ports/win32/FormPeer.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "ports/win32/ControlPeer.h"
@@ -19,6 +20,13 @@ constexpr DWORD kAttachedStyle = WS_EX_NOACTIVATE | WS_EX_TOPMOST | WS_EX_TOOLWI
 
 HWND OwnerOf(const ui::Form& form) {
   return form.Attached ? static_cast<const FormPeer*>(form.Attached->ThePeer())->Window() : nullptr;
+}
+
+// Who moves a window by the window manager holds a button, or a key that calls it.
+bool AnythingHeld() {
+  constexpr std::array kKeys{VK_LBUTTON, VK_MBUTTON, VK_RBUTTON, VK_MENU,
+                             VK_CONTROL, VK_SHIFT,   VK_LWIN,    VK_RWIN};
+  return std::any_of(kKeys.begin(), kKeys.end(), [](int key) { return GetAsyncKeyState(key) < 0; });
 }
 
 }  // namespace
@@ -81,11 +89,13 @@ void FormPeer::FollowWindow() {
   RECT now{};
   if (!GetWindowRect(Window(), &now) || EqualRect(&now, &place_)) return;
   // While a window appears on a busy machine, some systems confuse its place inside the window
-  // manager's frame with that on the screen, and then what drops from it drops in the corner.
-  if (now.left == 0 && now.top == 0 && !std::exchange(asked_again_, true)) {
+  // manager's frame with that on the screen, and then what drops from it drops in the corner. A
+  // window that has moved before, or that somebody is moving, is meant to be there.
+  if (now.left == 0 && now.top == 0 && !moved_ && !AnythingHeld()) {
     asked_ = POINT{place_.left, place_.top};
     PostMessageW(Window(), kStandWhereAsked, 0, 0);
   }
+  moved_ = moved_ || IsWindowVisible(Window());
   AdoptPosition(now);
 }
 
@@ -112,6 +122,8 @@ void FormPeer::UpdateBounds() {
   const RECT wanted = form_.KeptInReach ? KeptInReach(asked) : asked;
   if (!EqualRect(&wanted, &asked)) TellPosition(wanted);
   if (EqualRect(&wanted, &place_)) return;
+  asked_.reset();
+  moved_ = moved_ || IsWindowVisible(Window());
   const bool resized =
       size.cx != place_.right - place_.left || size.cy != place_.bottom - place_.top;
   place_ = wanted;

@@ -131,7 +131,7 @@ class FormPeer final : public WindowPeer {
   win32::Theme theme_;
   RECT place_{};                // of the window, in pixels of the screen
   std::optional<POINT> asked_;  // where the window is put once more
-  bool asked_again_ = false;
+  bool moved_ = false;          // has left its first place since it is shown
   std::vector<ControlPeer*> children_;
   std::vector<DrawnPeer*> parts_;
   std::vector<TimerPeer*> timers_;
