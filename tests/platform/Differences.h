@@ -36,6 +36,10 @@ inline constexpr Difference kCertificatesAreNotShown{
     "the client of directory services has no option by which a program sees the server's "
     "certificate, and takes any"};
 
+inline constexpr Difference kEventsAreNotKept{
+    "wine8-x64, wine10-x64, wine10-x86", [](const Platform& platform) { return platform.Wine > 0; },
+    "the event log takes every event and keeps none, so that there is nothing to read back"};
+
 inline constexpr Difference kFreedCopiesStay{
     "wine10-x64, wine10-x86", [](const Platform& platform) { return platform.Wine >= 10; },
     "freed memory stays as it was: one copy of a password as bytes, which the system's key "

@@ -81,6 +81,15 @@ shared() {
   component_as "$1Shared" 32 "$(guid "$1Shared $scope")" "$(library_values "$1" | key_path)" "$(interface_values "$1")"
 }
 
+# events: the source of the users' events, which the log of the machine finds the text of in the runtime. Both widths
+# share it; it names the one that was installed last.
+events() {
+  local key='SYSTEM\CurrentControlSet\Services\EventLog\Application\KRXUsers'
+  component_as RuntimeEvents 32 "$(guid "RuntimeEvents $scope")" \
+    "<RegistryValue Root=\"HKMU\" Key=\"$key\" Name=\"TypesSupported\" Type=\"integer\" Value=\"7\" KeyPath=\"yes\"/>" \
+    "<RegistryValue Root=\"HKMU\" Key=\"$key\" Name=\"EventMessageFile\" Type=\"expandable\" Value=\"[#KorvelRuntime.dll]\"/>"
+}
+
 # key_path: makes the first value of the input the one that its component is known by.
 key_path() { sed '1s|/>$| KeyPath="yes"/>|'; }
 
@@ -136,6 +145,7 @@ folders() {
   [[ $scope == user ]] || shared Dialogs
   echo '<Directory Id="INSTALLDIR" Name="KRXDialogs">'
   shared Runtime
+  [[ $scope == user ]] || events
   module Dialogs KRXDialogs.dll "$(remembered Folder '[INSTALLDIR]')"
   module Runtime KorvelRuntime.dll "$(remembered Runtime 1)"
   component UsersTool "$(own_bits)" "$(file krxusers.exe krxusers.exe)" "$(remembered UsersTool 1)"
@@ -158,15 +168,16 @@ folders() {
 }
 
 features() {
-  local samples texts notices apart=()
+  local samples texts notices apart=() events=()
   mapfile -t notices < <(for file in $(notices); do identifier "$file"; done)
   [[ $width == x86 ]] || apart=(Apart)
+  [[ $scope == user ]] || events=(RuntimeEvents)
   mapfile -t samples < <(trees samples)
   mapfile -t texts < <(trees texts)
   feature Dialogs 1 Dialogs 'The dialogs and their registration' Dialogs \
     DialogsNames DialogsShared "${apart[@]/#/Dialogs}" "${notices[@]}"
   feature Runtime 1 'Reference runtime' 'Texts, fonts and users, unless the plant brings its own' \
-    Runtime RuntimeNames RuntimeShared "${apart[@]/#/Runtime}" "${texts[@]}"
+    Runtime RuntimeNames RuntimeShared "${apart[@]/#/Runtime}" "${events[@]}" "${texts[@]}"
   feature UsersTool 1000 'Tool for users' 'Creates the first administrator' UsersTool
   if [[ -e $staged/$help ]]; then
     feature Help 1 Help 'The manual, with an entry in the start menu' Help HelpEntry

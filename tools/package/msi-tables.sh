@@ -40,8 +40,9 @@ file_version() {
 complete() {
   local versions
   versions=$(versions "$staged" | tr '\n' ' ')
-  # The root that stands for the machine or the user, by the kind of package.
-  edit "$1" Registry rows '{ $2 = -1; print }'
+  # The root that stands for the machine or the user, by the kind of package; and what says that names of folders in a
+  # value are to be replaced where it is read.
+  edit "$1" Registry rows '{ $2 = -1 } $4 == "EventMessageFile" { sub(/^(#%)?/, "#%", $5) } { print }'
   # A file with a version is replaced by that, one without by what it holds.
   edit "$1" File rows 'BEGIN { n = split(v, w, " "); for (i = 1; i < n; i += 2) of[w[i]] = w[i + 1] }
     $1 in of { $5 = of[$1]; $6 = "1033" } { print }' "v=$versions"

@@ -54,14 +54,16 @@ Win32EventLog::~Win32EventLog() {
   if (source_ != nullptr) DeregisterEventSource(source_);
 }
 
-void Win32EventLog::Report(const AuditRecord& record) noexcept {
+bool Win32EventLog::HandOver(const AuditRecord& record) noexcept {
   try {
     if (source_ == nullptr) source_ = RegisterEventSourceW(nullptr, kEventSource);
-    if (source_ == nullptr) return;
+    if (source_ == nullptr) return false;
     const std::wstring line = LineOfEvent(record);
     const wchar_t* texts[] = {line.c_str()};
-    ReportEventW(source_, LevelOf(record.Entry), 0, kEventOfUsers, nullptr, 1, 0, texts, nullptr);
+    return ReportEventW(source_, LevelOf(record.Entry), 0, kEventOfUsers, nullptr, 1, 0, texts,
+                        nullptr) != FALSE;
   } catch (const std::exception&) {
+    return false;
   }
 }
 

@@ -14,7 +14,9 @@ class Win32EventLog : public EventLog {
   Win32EventLog(const Win32EventLog&) = delete;
   Win32EventLog& operator=(const Win32EventLog&) = delete;
 
-  void Report(const AuditRecord& record) noexcept override;
+  void Report(const AuditRecord& record) noexcept override { HandOver(record); }
+  // The same; whether the system has taken the event.
+  bool HandOver(const AuditRecord& record) noexcept;
 
  private:
   void* source_ = nullptr;

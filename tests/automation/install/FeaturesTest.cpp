@@ -49,6 +49,21 @@ TEST_P(Features, APlantWithItsOwnRuntimeLeavesTheReferenceRuntimeOut) {
   EXPECT_EQ(Printed(), Lines{"80040154 The runtime's class FontService is not registered"});
 }
 
+TEST_P(Features, TheEventLogOfAMachineFindsTheTextsOfEventsInTheRuntime) {
+  const std::wstring source =
+      L"HKLM\\System\\CurrentControlSet\\Services\\EventLog\\Application\\KRXUsers";
+  Install(Version::New);
+  Picture entry = TakePictureOf(source);
+  if (For() == Scope::User) {
+    EXPECT_TRUE(entry.empty()) << "a user has no rights to that";
+    return;
+  }
+  EXPECT_EQ(entry[L" : EventMessageFile"], L"2:" + (Folder() / "KorvelRuntime.dll").wstring());
+  EXPECT_EQ(entry[L" : TypesSupported"], L"4:07000000");
+  Install(Version::New, L"REMOVE=Runtime");
+  EXPECT_TRUE(TakePictureOf(source).empty());
+}
+
 TEST_P(Features, TheFolderMayBeChosenAndIsKept) {
   const fs::path folder = fs::temp_directory_path() / "krx chosen";
   Install(Version::Old, L"INSTALLDIR=\"" + folder.wstring() + L"\"");

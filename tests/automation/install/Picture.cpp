@@ -26,6 +26,9 @@ const std::array kOnItsOwn = {
     LR"(HKU\\[^\\]+\\Software\\Microsoft\\Installer(\\(Features|Products|UpgradeCodes))?)",
     // What the mouse is set to, which is noted when the first window opens.
     LR"(HKU\\[^\\]+\\Software\\Wine\\Temporary System Parameters\\.*)",
+    // The empty key above the sources of events: some installers take it along with the last of
+    // them.
+    LR"(HKLM\\System\\CurrentControlSet\\Services\\EventLog\\Application)",
     // What programs put down for a while.
     L"C:\\\\users\\\\[^\\\\]+\\\\(Temp|AppData\\\\Local\\\\Temp)\\b.*",
     L"C:\\\\windows\\\\temp\\b.*",
@@ -141,6 +144,8 @@ bool HappensOnItsOwn(const std::wstring& path) {
 Picture TakePicture() {
   Picture picture;
   AddKey(HKEY_LOCAL_MACHINE, L"", L"HKLM", picture);
+  const std::wstring sources = L"System\\CurrentControlSet\\Services\\EventLog";
+  AddKey(HKEY_LOCAL_MACHINE, sources, L"HKLM\\" + sources, picture);
   AddKey(HKEY_USERS, L"", L"HKU", picture);
   AddFolder(L"C:", picture);
   return picture;
