@@ -23,6 +23,10 @@ struct Change {
   std::function<std::int32_t(runtime::UserDirectory&)> Make;
 };
 
+void PrintTo(const Change& change, std::ostream* out) {
+  *out << change.Name;
+}
+
 constexpr StringView kAnna = u"anna's own secret";
 
 host::UserRecord Anna(StringView password, std::int32_t state) {
