@@ -6,8 +6,6 @@ namespace krx::ui {
 
 namespace {
 
-constexpr char16_t kLeftToRightMark = 0x200E;
-
 // Hebrew, Arabic and their neighbours, and the shapes that older texts use for them.
 bool IsRightToLeft(char16_t unit) {
   return (unit >= 0x0590 && unit <= 0x08FF) || (unit >= 0xFB1D && unit <= 0xFDFF) ||

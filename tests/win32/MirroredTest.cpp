@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <array>
+#include <vector>
 
 #include "ListsTest.h"
 #include "ports/win32/Screen.h"
@@ -114,6 +116,56 @@ TEST_F(MirroredForms, ReportTheMouseFromTheLeft) {
     expected = win32::Screen::Of(list.TheWindow().Handle()).Scale.ToTwips(50);
   });
   EXPECT_NEAR(x, expected, 15) << "a pixel may be lost between the two counts";
+}
+
+// A combo box with a letter that is its own mirror image.
+class FormWithLetter : public FormWithCross {
+ public:
+  explicit FormWithLetter(ui::Platform& platform) : FormWithCross(platform, u"FLetter") {
+    Width = 4500;
+    Height = 2400;
+    MakeCross(keyClose, {4230, 30, 240, 240});
+    keyClose.Click = [this] { Hide(); };
+    cboName.AddItem(u"H", ui::ComboBox::kAtEnd);
+    cboName.Select(0);
+    cboName.Place({300, 600, 3000, 400});
+  }
+
+  ui::KRXKey keyClose{*this, u"keyClose"};
+  ui::KRXComboBox cboName{*this, u"cboName"};
+};
+
+// How far the letter is from the edge of the field that it begins at.
+int InsetOfLetter(bool mirrored) {
+  win32::Win32Platform platform;
+  FormWithLetter form(platform);
+  form.AsksRightToLeft = [mirrored] { return mirrored; };
+  int inset = 0;
+  ShowWith(form, [&](Person& person) {
+    person.PointAway();
+    RECT place = BoundsOf(person.Control(person.AwaitForm(u"FLetter"), u"cboName"));
+    InflateRect(&place, -4, -4);  // without the ring of the focus
+    const int width = place.right - place.left;
+    const auto is_there = [&] {
+      const std::vector<COLORREF> pixels = ScreenPixels(place);
+      const COLORREF ground = GroundOf(pixels);
+      int first = width;  // column of the first pixel, from where the text begins
+      for (std::size_t i = 0; i < pixels.size(); ++i) {
+        const int x = static_cast<int>(i % static_cast<std::size_t>(width));
+        if (ui::Contrast(pixels[i], ground) > 3)
+          first = std::min(first, mirrored ? width - 1 - x : x);
+      }
+      inset = first;
+      return first < width / 2;
+    };
+    person.Await(is_there, "the letter");
+    person.Press(VK_ESCAPE);
+  });
+  return inset;
+}
+
+TEST(MirroredTexts, BeginAsFarFromTheirEdgeAsOthers) {
+  EXPECT_NEAR(InsetOfLetter(true), InsetOfLetter(false), 1);
 }
 
 TEST(MirroredCaption, DragsTheFormWithThePointer) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/Direction.h"
+
 namespace krx::win32 {
 
 namespace {
@@ -23,6 +25,14 @@ int ForEachLine(StringView text, EachLine each) {
 
 bool HasTab(StringView line) {
   return line.find(u'\t') != StringView::npos;
+}
+
+int LineWidth(HDC dc, StringView line) {
+  const int length = static_cast<int>(line.size());
+  if (HasTab(line)) return LOWORD(GetTabbedTextExtentW(dc, WideData(line), length, 0, nullptr));
+  SIZE size{};
+  GetTextExtentPoint32W(dc, WideData(line), length, &size);
+  return size.cx;
 }
 
 // Systems do not agree how texts read, nor which pixels are filled, where drawing is mirrored. So
@@ -47,8 +57,13 @@ class WithoutMirror {
   WithoutMirror& operator=(const WithoutMirror&) = delete;
 
   const RECT& Area() const { return area_; }
-  // Where a text begins that is so far from the area's edge.
-  int Begin(int indent) const { return Mirrored() ? area_.right - indent : area_.left + indent; }
+  // Where a text begins that is so far from the area's edge. Some systems give a mark of direction
+  // the width of a space.
+  int Begin(int indent, StringView text) const {
+    if (!Mirrored()) return area_.left + indent;
+    const bool marked = text.starts_with(ui::kLeftToRightMark);
+    return area_.right - indent + (marked ? LineWidth(dc_, text.substr(0, 1)) : 0);
+  }
 
  private:
   bool Mirrored() const { return (layout_ & LAYOUT_RTL) != 0; }
@@ -58,14 +73,6 @@ class WithoutMirror {
   RECT area_;
   UINT align_ = 0;
 };
-
-int LineWidth(HDC dc, StringView line) {
-  const int length = static_cast<int>(line.size());
-  if (HasTab(line)) return LOWORD(GetTabbedTextExtentW(dc, WideData(line), length, 0, nullptr));
-  SIZE size{};
-  GetTextExtentPoint32W(dc, WideData(line), length, &size);
-  return size.cx;
-}
 
 }  // namespace
 
@@ -143,7 +150,6 @@ void Texts::Draw(HDC dc, const SharedFont& font, StringView text, const RECT& ar
   const int line_height = LineHeight(font);
   const int lines = static_cast<int>(std::count(text.begin(), text.end(), u'\n')) + 1;
   const WithoutMirror plain(dc, area);
-  const int left = plain.Begin(indent);
   const int top = plain.Area().top + (area.bottom - area.top - lines * line_height) / 2;
   const HGDIOBJ before = SelectObject(dc, font->Get());
   // An empty opaque text is the cheapest way to fill the area in the background colour.
@@ -151,6 +157,7 @@ void Texts::Draw(HDC dc, const SharedFont& font, StringView text, const RECT& ar
   SetBkMode(dc, TRANSPARENT);
   ForEachLine(text, [&](StringView line, int number) {
     const int length = static_cast<int>(line.size());
+    const int left = plain.Begin(indent, line);
     const int y = top + number * line_height;
     if (HasTab(line)) {
       TabbedTextOutW(dc, left, y, WideData(line), length, 0, nullptr, left);
