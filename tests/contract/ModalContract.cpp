@@ -63,6 +63,34 @@ TEST_F(ModalContract, AnInnerFormReturnsToTheHandlerThatOpenedIt) {
   EXPECT_EQ(form.Cancels, 1);
 }
 
+// The second form comes up by itself, under the operator's hand, with a button where the first has
+// one.
+TEST_F(ModalContract, AButtonHeldAsAFormComesUpAnswersNeitherOfBoth) {
+  ContractForm inner(platform, u"FInner");
+  form.keyOne.Click = [&] { log += "outer "; };
+  form.keyOne.MouseDown = [&](int, int, Twips, Twips) { form.tmrTick.Enabled = true; };
+  form.tmrTick.Interval = 10;
+  form.tmrTick.Tick = [&] {
+    form.tmrTick.Enabled = false;
+    inner.ShowModal();
+  };
+  inner.keyOne.Click = [&] { log += "inner "; };
+  Show([&](Hand& hand) {
+    hand.HoldWhile(u"keyOne", u"FInner", [&](Hand& inside) {
+      inside.LetGo(u"keyOne");
+      inside.Press(ui::kKeyTab);  // has its turn behind the release
+      inside.AwaitFocus(u"txtPassword");
+      EXPECT_EQ(log, "");
+      inside.Click(u"keyOne");
+      inside.Await([&] { return log == "inner "; });
+      Leave(inside);
+    });
+    Leave(hand);
+  });
+  EXPECT_EQ(log, "inner ");
+  EXPECT_EQ(form.Cancels, 1);
+}
+
 TEST_F(ModalContract, AFormThatIsShownCannotBeShownTwice) {
   form.keyOne.Click = [&] {
     try {

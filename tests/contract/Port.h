@@ -54,6 +54,10 @@ class Hand {
   virtual void Type(StringView letters) = 0;  // lower case, into the focused control
   virtual void AccessKey(char16_t letter) = 0;
   virtual void Click(StringView key) = 0;
+  // Presses a button and keeps it down while another form comes up, in which the script works.
+  virtual void HoldWhile(StringView key, StringView form, const HandScript& script) = 0;
+  // Lets go over a button of this form, wherever the press was.
+  virtual void LetGo(StringView key) = 0;
   virtual void ClickRow(StringView list, int row) = 0;
   virtual void DoubleClickRow(StringView list, int row) = 0;
   // Presses on a row and lets go outside the list.

@@ -112,6 +112,18 @@ class RealHand final : public Hand {
   }
   void AccessKey(char16_t letter) override { person_.Press(KeyOf(letter), VK_MENU); }
   void Click(StringView key) override { person_.Click(person_.Control(window_, key)); }
+  void HoldWhile(StringView key, StringView form, const HandScript& script) override {
+    const POINT at = drive::Window(person_.Control(window_, key)).Centre();
+    person_.MoveTo(at);
+    drive::PressMouse(drive::MouseButton::Left, at);
+    RealHand inside(person_, platform_, form);
+    script(inside);
+    person_.AwaitForm(form_);
+  }
+  void LetGo(StringView key) override {
+    drive::ReleaseMouse(drive::MouseButton::Left,
+                        drive::Window(person_.Control(window_, key)).Centre());
+  }
   void ClickRow(StringView list, int row) override { ListNamed(list).Click(row); }
   void DoubleClickRow(StringView list, int row) override { ListNamed(list).DoubleClick(row); }
   void PressRowAndLeave(StringView list, int row) override {

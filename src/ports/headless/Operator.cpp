@@ -44,6 +44,21 @@ void Operator::Click(StringView key) {
   Rest();
 }
 
+void Operator::Hold(StringView key) {
+  auto& button = dynamic_cast<ui::KRXKey&>(Reachable(key));
+  if (button.TabStop()) button.SetFocus();
+  held_ = &button;
+  button.MouseDown(ui::kLeftButton, 0, 0, 0);
+  Rest();
+}
+
+void Operator::LetGo(StringView key) {
+  auto& button = dynamic_cast<ui::KRXKey&>(Reachable(key));
+  button.MouseUp(ui::kLeftButton, 0, 0, 0);
+  if (std::exchange(held_, nullptr) == &button) button.Press();
+  Rest();
+}
+
 void Operator::Rest() {
   if (form_.Visible() && form_.Beside) form_.Beside->Settle();
 }

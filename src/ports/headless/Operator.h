@@ -23,6 +23,9 @@ class Operator {
   }
 
   void Click(StringView key);
+  // The two halves of a click; both have to come on the same button of the same form.
+  void Hold(StringView key);
+  void LetGo(StringView key);
   // Into the focused control, character by character; a list looks rows up by what is typed.
   void Type(StringView text);
   void Press(int key, int shift = 0);  // a list that has the focus follows the arrow keys
@@ -91,6 +94,7 @@ class Operator {
   HeadlessPlatform& platform_;
   ui::Form& form_;
   std::map<ui::RowList*, Finger> fingers_;
+  const ui::Control* held_ = nullptr;        // the button that the mouse holds down
   const ui::Control* space_down_ = nullptr;  // the button that Space holds down
 };
 

@@ -39,6 +39,8 @@ ModalLoop::ModalLoop(Toolkit& toolkit, FormPeer& peer)
   toolkit_.Loops.push_back(this);
   toolkit_.ForgetScreen();
   DisableOthers();
+  // A button that is held would be let go, and so pressed, behind the form.
+  if (GetCapture()) ReleaseCapture();
 }
 
 ModalLoop::~ModalLoop() {

@@ -17,6 +17,16 @@ class ScriptedHand final : public Hand {
   void Type(StringView letters) override { op_.Type(letters); }
   void AccessKey(char16_t letter) override { op_.AccessKey(letter); }
   void Click(StringView key) override { op_.Click(key); }
+  void HoldWhile(StringView key, StringView form, const HandScript& script) override {
+    bool shown = false;
+    Expect(platform_, form, [&](Hand& inside) {
+      shown = true;
+      script(inside);
+    });
+    op_.Hold(key);
+    Await([&] { return shown; });
+  }
+  void LetGo(StringView key) override { op_.LetGo(key); }
   void ClickRow(StringView list, int row) override { op_.ClickRow(list, row); }
   void DoubleClickRow(StringView list, int row) override { op_.DoubleClickRow(list, row); }
   void PressRowAndLeave(StringView list, int row) override {
