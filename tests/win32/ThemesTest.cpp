@@ -12,6 +12,7 @@
 #include "ScreenPixels.h"
 #include "TestForm.h"
 #include "driver/List.h"
+#include "platform/Imports.h"
 
 // Measured on what the screen shows.
 namespace krx::test {
@@ -113,6 +114,32 @@ class BlackScheme {
       RGB(128, 0, 128), kBlack, RGB(255, 255, 0), kWhite, RGB(26, 235, 255),
       kBlack,           kBlack, RGB(63, 242, 63), kWhite};
   std::array<COLORREF, kIndexes.size()> before_{};
+};
+
+// The system asks for high contrast as long as this lives. Not every system keeps what it is told
+// of that, so the question itself is answered.
+class ContrastAskedFor {
+ public:
+  ContrastAskedFor() { Answer(&AskedFor); }
+  ~ContrastAskedFor() { Answer(kSystem); }
+  ContrastAskedFor(const ContrastAskedFor&) = delete;
+  ContrastAskedFor& operator=(const ContrastAskedFor&) = delete;
+
+ private:
+  using Question = BOOL(WINAPI*)(UINT, UINT, void*, UINT);
+  // Not by its name, which leads to the place that is redirected.
+  static inline const Question kSystem = reinterpret_cast<Question>(reinterpret_cast<void*>(
+      GetProcAddress(GetModuleHandleW(L"user32.dll"), "SystemParametersInfoW")));
+
+  static void Answer(Question question) {
+    RedirectImport(GetModuleHandleW(nullptr), "SystemParametersInfoW",
+                   reinterpret_cast<void*>(question));
+  }
+  static BOOL WINAPI AskedFor(UINT what, UINT size, void* data, UINT flags) {
+    if (what != SPI_GETHIGHCONTRAST) return kSystem(what, size, data, flags);
+    static_cast<HIGHCONTRASTW*>(data)->dwFlags = HCF_HIGHCONTRASTON;
+    return TRUE;
+  }
 };
 
 // The colour in a place that is farthest from its ground: that of a text, whose edges are paler.
@@ -259,6 +286,53 @@ TEST_P(Themes, AKeyShowsItsState) {
     shows(two, colors.Accent, "released");
   });
 }
+
+// Whatever the plant has chosen; also while the form is shown.
+class ContrastOfTheSystem : public testing::TestWithParam<Theme> {
+ protected:
+  void Look(const std::function<void(Person&, HWND)>& person) {
+    win32::Win32Platform platform;
+    ThemedForm form(platform);
+    form.Panel.Theme = GetParam();
+    ShowWith(form, [&](Person& somebody) {
+      person(somebody, somebody.AwaitForm(u"FThemed"));
+      somebody.Press(VK_ESCAPE);
+    });
+  }
+  // At the lower edge, where nothing stands on the form.
+  static void AwaitLook(Person& person, HWND window, Theme theme) {
+    const COLORREF face = ColorsOf(theme).Face;
+    const RECT form = PlaceOf(window);
+    const RECT edge{form.left + 4, form.bottom - 9, form.right - 4, form.bottom - 4};
+    person.Await([&] { return GroundOf(ScreenPixels(edge)) == face; }, ToUtf8(NameOf(theme)));
+  }
+
+ private:
+  const BlackScheme scheme_;
+};
+
+TEST_P(ContrastOfTheSystem, WinsOverTheTheme) {
+  ASSERT_NE(ColorsOf(GetParam()).Face, ColorsOf(Theme::HighContrast).Face);
+  const ContrastAskedFor contrast;
+  Look([](Person& person, HWND window) { AwaitLook(person, window, Theme::HighContrast); });
+}
+
+TEST_P(ContrastOfTheSystem, ComesAndGoesWhileTheFormIsShown) {
+  Look([](Person& person, HWND window) {
+    AwaitLook(person, window, GetParam());
+    {
+      const ContrastAskedFor contrast;
+      SendMessageW(window, WM_SETTINGCHANGE, SPI_SETHIGHCONTRAST, 0);
+      AwaitLook(person, window, Theme::HighContrast);
+    }
+    SendMessageW(window, WM_SETTINGCHANGE, SPI_SETHIGHCONTRAST, 0);
+    AwaitLook(person, window, GetParam());
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ContrastOfTheSystem,
+                         testing::Values(Theme::Light, Theme::Dark, Theme::Grey),
+                         [](const auto& theme) { return ToUtf8(NameOf(theme.param)); });
 
 INSTANTIATE_TEST_SUITE_P(All, Themes,
                          testing::Values(Theme::Light, Theme::Dark, Theme::Grey,

@@ -4,7 +4,8 @@
 #include <ole2.h>
 
 #include <atomic>
-#include <cstring>
+
+#include "platform/Imports.h"
 
 namespace krx::tests {
 
@@ -43,44 +44,17 @@ const Place kPlaces[] = {
     PlaceOf<4>("DestroyWindow", &DestroyWindow),
 };
 
-// Puts another address in the place of an import of this name.
-void Redirect(BYTE* module, const char* name, void* target) {
-  const auto& dos = *reinterpret_cast<const IMAGE_DOS_HEADER*>(module);
-  const auto& headers = *reinterpret_cast<const IMAGE_NT_HEADERS*>(module + dos.e_lfanew);
-  const auto& directory = headers.OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-  auto* library =
-      reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(module + directory.VirtualAddress);
-  for (; library->Name; ++library) {
-    auto* names = reinterpret_cast<const IMAGE_THUNK_DATA*>(module + library->OriginalFirstThunk);
-    auto* place = reinterpret_cast<IMAGE_THUNK_DATA*>(module + library->FirstThunk);
-    for (; names->u1.AddressOfData; ++names, ++place) {
-      if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal)) continue;
-      const auto* import =
-          reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(module + names->u1.AddressOfData);
-      if (std::strcmp(import->Name, name) != 0) continue;
-      DWORD before = 0;
-      VirtualProtect(place, sizeof *place, PAGE_READWRITE, &before);
-      place->u1.Function = reinterpret_cast<ULONG_PTR>(target);
-      VirtualProtect(place, sizeof *place, before, &before);
-    }
-  }
-}
-
-BYTE* Module(const wchar_t* name) {
-  return reinterpret_cast<BYTE*>(GetModuleHandleW(name));
-}
-
 }  // namespace
 
 ImportSpy::ImportSpy(const wchar_t* module) : module_(module) {
   Reset();
   for (const Place& place : kPlaces)
-    Redirect(Module(module_), place.Name, place.Counting);
+    test::RedirectImport(GetModuleHandleW(module_), place.Name, place.Counting);
 }
 
 ImportSpy::~ImportSpy() {
   for (const Place& place : kPlaces)
-    Redirect(Module(module_), place.Name, place.Original);
+    test::RedirectImport(GetModuleHandleW(module_), place.Name, place.Original);
 }
 
 long ImportSpy::Calls() {
