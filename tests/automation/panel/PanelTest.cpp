@@ -157,6 +157,28 @@ TEST_P(ScreenKeyboard, TypesAFileName) {
   EXPECT_EQ(Printed(), (Lines{"C:\\windows\\bericht_7.txt", "end"}));
 }
 
+// A caption line that leaves the fields at the lower end of a form as high as the screen.
+TEST_P(ScreenKeyboard, StandsAboveFieldsThatLieLow) {
+  const int height = GetSystemMetrics(SM_CYSCREEN);
+  const int twips_per_inch = 1440;
+  const int dpi = static_cast<int>(GetParam().Dpi);
+  const int caption = (height - Millimetres(500)) * twips_per_inch / dpi;
+  RunPanel("Dialogs.CaptionMinHeight = " + std::to_string(caption) +
+           "\r\nWScript.Echo CStr(Dialogs.KRUserLogOn()) & \", \" & CurrentUser()");
+  const Window form = Form(L"FLogOn", L"txtName");
+  const RECT home = form.Bounds();
+  ASSERT_LE(home.bottom - home.top, height);
+  const RECT keyboard = Board(GetParam().Hand).TheWindow().Bounds();
+  if (form.Child(L"txtName").Bounds().top - Millimetres(15) < keyboard.bottom - keyboard.top)
+    GTEST_SKIP() << "the screen is too low for both";
+  EXPECT_EQ(keyboard.top, 0);
+  Fill(form, L"txtName", kOperator);
+  const RECT now = form.Bounds();
+  EXPECT_TRUE(EqualRect(&now, &home)) << "the form had no reason to move";
+  Fill(form, L"txtPassword", kPassword);
+  EXPECT_EQ(Printed(), (Lines{"True, eva.meier", "end"}));
+}
+
 TEST_P(ScreenKeyboard, GoesByItsKeyAndTheFormGoesBack) {
   RunPanel("WScript.Echo CStr(Dialogs.KRUserLogOn())");
   const Window form = Form(L"FLogOn", L"txtName");
