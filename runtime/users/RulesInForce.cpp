@@ -60,13 +60,16 @@ std::optional<String> RulesInForce::Fault() {
 }
 
 UserRules RulesInForce::Get() {
+  const std::lock_guard lock(guard_);
+  const auto now = std::chrono::steady_clock::now();
+  if (rules_ && now - unchanged_at_ < system_.RulesLag) return *rules_;
   // Taken first: what is written while the file is read gets another stamp.
   const FileStamp stamp = system_.FileSystem.Stamp(File());
-  const std::lock_guard lock(guard_);
-  if (rules_ && stamp.IsSettled && stamp == stamp_) return *rules_;
-  const Content content = Read();
-  if (rules_ && content.Bytes == bytes_) {
+  const bool is_same = rules_ && stamp.IsSettled && stamp == stamp_;
+  const Content content = is_same ? Content() : Read();
+  if (is_same || (rules_ && content.Bytes == bytes_)) {
     stamp_ = stamp;
+    unchanged_at_ = now;
     return *rules_;
   }
   const bool settled = Settle(content);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <mutex>
 #include <optional>
 
@@ -15,7 +16,8 @@ class RulesInForce {
  public:
   RulesInForce(const SystemServices& system, UserStore& store) : system_(system), store_(store) {}
 
-  // A changed file holds from the next call on; one that cannot be recorded does not hold yet.
+  // A changed file holds from the next call on, at the latest after SystemServices::RulesLag; one
+  // that cannot be recorded does not hold yet.
   // Raises Error for a file that cannot be read, and for a malformed one without good ones before.
   UserRules Get();
 
@@ -37,6 +39,7 @@ class RulesInForce {
   std::mutex guard_;
   std::optional<UserRules> rules_;
   FileStamp stamp_;
+  std::chrono::steady_clock::time_point unchanged_at_;
   std::string bytes_;
 };
 

@@ -27,7 +27,8 @@ class UserManagement {
                  runtime::Session& session)
       : System(system), Session(session), Store(system, std::move(folder)) {}
 
-  // A change of either file holds from the next operation on; without a file the defaults hold.
+  // A change of either file holds from the next operation on, of the rules at the latest after
+  // SystemServices::RulesLag; without a file the defaults hold.
   // While the rules are malformed the last good ones hold. Raises Error when there are none, and
   // for a malformed list of passwords.
   UserRules Rules() { return rules_.Get(); }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cwchar>
+#include <numeric>
 #include <stdexcept>
 #include <utility>
 
@@ -22,10 +23,21 @@ int RowsOf(HWND list) {
   return static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
 }
 
-bool IsList(HWND window) {
+bool IsOf(const wchar_t* window_class, HWND window) {
   std::array<wchar_t, 32> name{};
   GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-  return std::wcscmp(name.data(), WC_LISTVIEWW) == 0 && IsWindowVisible(window);
+  return _wcsicmp(name.data(), window_class) == 0 && IsWindowVisible(window);
+}
+
+bool IsList(HWND window) {
+  return IsOf(WC_LISTVIEWW, window);
+}
+
+int ChoicesIn(const std::vector<HWND>& windows) {
+  return std::accumulate(windows.begin(), windows.end(), 0, [](int sum, HWND window) {
+    const bool is_box = IsOf(WC_COMBOBOXW, window);
+    return sum + (is_box ? static_cast<int>(SendMessageW(window, CB_GETCOUNT, 0, 0)) : 0);
+  });
 }
 
 bool IsCancel(HWND window) {
@@ -53,6 +65,7 @@ class Painting {
         watch_([this](HWND dialog, HWND, UINT message) { Handled(dialog, message); }) {}
 
   double Painted = 0;
+  int Choices = 0;
   const std::vector<HWND>& Windows() const { return watch_.Windows(); }
   double SinceCall() const { return Since(called_); }
 
@@ -65,6 +78,7 @@ class Painting {
     if (counted && !looking_) looking_ = PostMessageW(dialog, kLook, 0, 0);
     if (counted || AnyPaintPending()) return;
     Painted = SinceCall();
+    Choices = ChoicesIn(Windows());
     done_();
   }
   bool Filled() const {
@@ -123,7 +137,7 @@ Acquaintance GetToKnow(const Call& call, const std::function<void(HWND dialog)>&
 Showing Measure(const Call& call, const Acquaintance& known) {
   Painting painting(known, [&] { Close(painting.Windows(), known); });
   call();
-  return {painting.Painted, painting.SinceCall()};
+  return {painting.Painted, painting.SinceCall(), painting.Choices};
 }
 
 }  // namespace krx::bench

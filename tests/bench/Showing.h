@@ -13,6 +13,7 @@ namespace krx::bench {
 struct Showing {
   double Painted = 0;   // it was there with all its rows; 0 when that was never seen
   double Returned = 0;  // closed as soon as it was painted, its call had returned
+  int Choices = 0;      // that its boxes to choose from had when it was painted
 };
 
 // What a dialog is like, from having looked at it once. Its windows are counted as they are met.

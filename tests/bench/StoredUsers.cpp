@@ -37,6 +37,13 @@ void StoredUsers::Fill(int first, int end) {
   writing.Commit();
 }
 
+void StoredUsers::FillAudit(int count) {
+  runtime::UserStore::Writing writing(Management.Store);
+  for (int i = 0; i < count; ++i)
+    writing.Record({u"operator1", u"log-on", u"", u"logged on"});
+  writing.Commit();
+}
+
 void StoredUsers::ProvisionAndLogOn() {
   const Password first(u"provisioned secret");
   const Password own(u"the chief's own");

@@ -14,17 +14,21 @@ namespace krx::bench {
 class StoredUsers {
  public:
   explicit StoredUsers(const std::filesystem::path& folder)
-      : Management({files_, crypto_, clock_}, folder, session_) {}
+      : Management({files_, crypto_, clock_, {}, {}, nullptr, kRulesLag}, folder, session_) {}
 
   // Adds operators with the numbers from `first` to before `end`, all at once and past the rules:
   // what they cost one by one is measured apart.
   void Fill(int first, int end);
+  // Adds so many events to the audit records.
+  void FillAudit(int count);
   // Creates the administrator and logs him on.
   void ProvisionAndLogOn();
   // Milliseconds that an operator of this number takes to create.
   double Create(int number);
 
  private:
+  static constexpr std::chrono::milliseconds kRulesLag{10};  // as in the component
+
   runtime::Win32Files files_;
   runtime::Win32Cryptography crypto_;
   runtime::Win32Clock clock_;

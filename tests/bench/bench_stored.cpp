@@ -1,6 +1,6 @@
-// Users in the reference runtime's database: what the first and the ten-thousandth cost to add, and
-// how long the user overview takes to show all of them anew, with everything that the runtime does
-// for it.
+// Users in the reference runtime's database: what the first and the ten-thousandth cost to add,
+// also behind many audit records, and how long the user overview takes to show all of them anew,
+// with everything that the runtime does for it.
 //   bench_stored [ROUNDS]
 #include <windows.h>
 
@@ -91,13 +91,38 @@ double MedianOfCreating(StoredUsers& users, int first) {
   return Median(times);
 }
 
-void Measure(const std::filesystem::path& folder, int count, int rounds, krx::bench::Table& table) {
+// A folder with rules that were not written just now: as in a plant, a look at the file's time
+// tells that.
+void MakeFolder(const std::filesystem::path& folder) {
   std::filesystem::create_directories(folder);
   std::ofstream(folder / "users.conf", std::ios::binary) << "hash-iterations = 1000\n";
-  // The rules were not written just now: as in a plant, a look at the file's time tells that.
   std::filesystem::last_write_time(
       folder / "users.conf",
       std::filesystem::last_write_time(folder / "users.conf") - std::chrono::hours(1));
+}
+
+// Each batch of additions stands behind so many more audit records.
+void MeasureAudit(const std::filesystem::path& folder) {
+  MakeFolder(folder);
+  StoredUsers users(folder);
+  users.ProvisionAndLogOn();
+  krx::bench::Table table({"audit records", "adding a user", "ratio to the first"});
+  double first = 0;
+  int records = 0;
+  int added = 0;
+  for (const int wanted : {0, 10'000, 90'000}) {
+    users.FillAudit(wanted - records);
+    records = wanted;
+    const double median = MedianOfCreating(users, added);
+    added += kAdded;
+    if (first == 0) first = median;
+    table.Add({std::to_string(records), Decimal(median), Decimal(median / first)});
+  }
+  table.Print();
+}
+
+void Measure(const std::filesystem::path& folder, int count, int rounds, krx::bench::Table& table) {
+  MakeFolder(folder);
   StoredUsers users(folder);
   users.ProvisionAndLogOn();
   const double first = MedianOfCreating(users, 0);
@@ -122,6 +147,7 @@ void Run(int rounds) {
   for (const int count : {500, 10'000})
     Measure(root / std::to_string(count), count, rounds, table);
   table.Print();
+  MeasureAudit(root / "audit");
   std::error_code ignored;
   std::filesystem::remove_all(root, ignored);
 }

@@ -19,6 +19,8 @@
 namespace krx::runtime {
 namespace {
 
+constexpr std::chrono::milliseconds kRulesLag{10};
+
 std::wstring EnvironmentVariable(const wchar_t* name) {
   std::wstring value(GetEnvironmentVariableW(name, nullptr, 0), L'\0');
   value.resize(GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size())));
@@ -28,8 +30,8 @@ std::wstring EnvironmentVariable(const wchar_t* name) {
 // What the user management of the process lives on.
 struct Process {
   explicit Process(const DatabaseAccess& access)
-      : Management({Files, Crypto, Clock, OriginOfProcess(), access, &Events}, UsersFolder(),
-                   Session) {}
+      : Management({Files, Crypto, Clock, OriginOfProcess(), access, &Events, kRulesLag},
+                   UsersFolder(), Session) {}
 
   SqliteLibrary Library;  // first, so that it goes last
   Win32Files Files;

@@ -163,7 +163,8 @@ std::shared_ptr<const UsersByName> DirectoryUsers::List(
 std::optional<DirectoryUser> DirectoryUsers::FindForSure(
     const UserRules& rules, const std::optional<Password>& search_password, const String& name) {
   if (!IsValidUserName(name) || !rules.Directory.CanSearch()) return std::nullopt;
-  if (list_.Known()->contains(name)) list_.AwaitReading(rules.Directory);
+  if (!list_.IsFresh(rules.Directory) && list_.Known()->contains(name))
+    list_.AwaitWhole(AccessOf(rules, search_password), name);
   if (list_.IsFresh(rules.Directory)) {
     const std::shared_ptr<const UsersByName> list = list_.Known();
     if (const auto found = list->find(name); found != list->end()) return found->second;

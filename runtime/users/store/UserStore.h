@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <memory>
 #include <mutex>
 #include <unordered_map>
@@ -20,6 +21,8 @@ struct SystemServices {
   AuditOrigin Origin = {};
   DatabaseAccess Access = {};
   EventLog* Events = nullptr;  // gets stored events while the rules want it
+  // As long users.conf counts as unchanged: looking at a file is dear to who lists many users.
+  std::chrono::milliseconds RulesLag{0};
 };
 
 // The users of one folder and the record of what happened to them, in the database users.db.

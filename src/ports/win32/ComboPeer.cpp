@@ -90,11 +90,14 @@ void ComboPeer::SizeEmptyList() const {
                SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+// Each row of a list that is to be drawn sizes its scroll bar.
 void ComboPeer::Fill() const {
+  SendMessageW(Window(), WM_SETREDRAW, FALSE, 0);
   SendMessageW(Window(), CB_RESETCONTENT, 0, 0);
   for (const String& item : box_.Items()) {
     SendMessageW(Window(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(item)));
   }
+  SendMessageW(Window(), WM_SETREDRAW, TRUE, 0);
   if (box_.Items().empty()) SizeEmptyList();
   ShowSelection();
 }

@@ -41,6 +41,18 @@ TEST_F(RulesInForceTest, WhileTheFileIsMalformedTheLastGoodRulesHold) {
   EXPECT_EQ(classes.GetUserClasses().Names.size(), 3u);
 }
 
+TEST_F(RulesInForceTest, WhoAsksAgainAndAgainLooksAtTheFileOnceInAWhile) {
+  Provision();
+  runtime::SystemServices lagging = System();
+  lagging.RulesLag = std::chrono::hours(24);
+  runtime::UserManagement patient(lagging, folder, logged_on);
+  for (int i = 0; i < 2; ++i)  // what has just been read is compared once more
+    EXPECT_EQ(patient.Rules().MinimumLength, 8);
+  Configure("minimum-length = 20\n");
+  EXPECT_EQ(patient.Rules().MinimumLength, 8);
+  EXPECT_EQ(management.Rules().MinimumLength, 20);
+}
+
 TEST_F(RulesInForceTest, TheLastGoodRulesHoldForProcessesThatStartLater) {
   Provision();
   Configure("minimum-length = 20\n");

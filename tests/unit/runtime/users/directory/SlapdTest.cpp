@@ -146,6 +146,48 @@ TEST_F(SlapdTest, WithoutAServerOnlyTheOfflinePeriodLetsAnybodyIn) {
   EXPECT_EQ(bench.LogOn(u"eva", kPlantPassword), LogOnSucceeded);
 }
 
+TEST_F(SlapdTest, TheOfflinePeriodEndsAndTheNextServerBeginsAnother) {
+  constexpr std::int64_t kPeriod = 7 * 86'400;
+  bench.rules.Directory.OfflineDays = 7;
+  EXPECT_EQ(bench.LogOn(u"eva", kPlantPassword), LogOnSucceeded);
+  server.Kill();
+  bench.clock.Seconds += kPeriod - 1;
+  EXPECT_EQ(bench.LogOn(u"eva", kPlantPassword), LogOnSucceeded);
+  bench.clock.Seconds += 1;
+  EXPECT_THROW(bench.LogOn(u"eva", kPlantPassword), DirectorySilence);
+  server.Start();
+  EXPECT_EQ(bench.LogOn(u"eva", kPlantPassword), LogOnSucceeded);
+  server.Kill();
+  bench.clock.Seconds += kPeriod - 1;
+  EXPECT_EQ(bench.LogOn(u"eva", kPlantPassword), LogOnSucceeded);
+}
+
+TEST_F(SlapdTest, AServerThatLetsNobodyInEndsTheOfflinePeriod) {
+  bench.rules.Directory.OfflineDays = 7;
+  EXPECT_EQ(bench.LogOn(u"eva", kPlantPassword), LogOnSucceeded);
+  EXPECT_EQ(bench.LogOn(u"eva", u"wrong"), LogOnInvalidPassword);  // says nothing against her
+  server.Modify(
+      "dn: uid=eva,ou=people,dc=plant\nchangetype: modify\nadd: pwdAccountLockedTime\n"
+      "pwdAccountLockedTime: 000001010000Z\n");
+  EXPECT_EQ(bench.LogOn(u"eva", kPlantPassword), LogOnUserDeactivated);
+  server.Kill();
+  EXPECT_THROW(bench.LogOn(u"eva", kPlantPassword), DirectorySilence);
+}
+
+TEST_F(SlapdTest, AUserOfAGroupInAGroupHasTheClassOfTheInnerOneAlone) {
+  server.Modify(
+      "dn: cn=inner,ou=groups,dc=plant\nchangetype: add\nobjectClass: groupOfNames\n"
+      "cn: inner\nmember: uid=gast,ou=people,dc=plant\n\n"
+      "dn: cn=operators,ou=groups,dc=plant\nchangetype: modify\nadd: member\n"
+      "member: cn=inner,ou=groups,dc=plant\n");
+  EXPECT_EQ(bench.LogOn(u"gast", kPlantPassword), LogOnUnknownUser);
+  EXPECT_FALSE(bench.WholeList()->contains(u"gast"));
+  bench.rules.Directory.Groups.push_back({u"Operator", u"cn=inner,ou=groups,dc=plant"});
+  EXPECT_EQ(bench.LogOn(u"gast", kPlantPassword), LogOnSucceeded);
+  EXPECT_EQ(bench.last.User->ClassName, u"Operator");
+  EXPECT_EQ(bench.WholeList()->at(u"gast").ClassName, u"Operator");
+}
+
 // Two servers that replicate each other.
 class TwoSlapdTest : public testing::Test {
  protected:
