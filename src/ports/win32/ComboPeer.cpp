@@ -90,14 +90,21 @@ void ComboPeer::SizeEmptyList() const {
                SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+HWND ComboPeer::List() const {
+  COMBOBOXINFO info{};
+  info.cbSize = sizeof info;
+  return GetComboBoxInfo(Window(), &info) ? info.hwndList : nullptr;
+}
+
 // Each row of a list that is to be drawn sizes its scroll bar.
 void ComboPeer::Fill() const {
-  SendMessageW(Window(), WM_SETREDRAW, FALSE, 0);
+  const HWND list = List();
+  SendMessageW(list, WM_SETREDRAW, FALSE, 0);
   SendMessageW(Window(), CB_RESETCONTENT, 0, 0);
   for (const String& item : box_.Items()) {
     SendMessageW(Window(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(item)));
   }
-  SendMessageW(Window(), WM_SETREDRAW, TRUE, 0);
+  SendMessageW(list, WM_SETREDRAW, TRUE, 0);
   if (box_.Items().empty()) SizeEmptyList();
   ShowSelection();
 }
@@ -108,9 +115,7 @@ void ComboPeer::FillUnlessOpen() {
   const auto rows = static_cast<std::size_t>(SendMessageW(Window(), CB_GETCOUNT, 0, 0));
   stale_ = box_.DroppedDown && rows == box_.Items().size();
   if (!stale_) return Fill();
-  COMBOBOXINFO info{};
-  info.cbSize = sizeof info;
-  if (GetComboBoxInfo(Window(), &info)) InvalidateRect(info.hwndList, nullptr, FALSE);
+  if (const HWND list = List()) InvalidateRect(list, nullptr, FALSE);
 }
 
 void ComboPeer::ShowSelection() const {
@@ -157,9 +162,7 @@ void ComboPeer::Notified(WORD code) {
 }
 
 void ComboPeer::Dropped() {
-  COMBOBOXINFO info{};
-  info.cbSize = sizeof info;
-  if (GetComboBoxInfo(Window(), &info)) list_.Take(info.hwndList);
+  if (const HWND list = List()) list_.Take(list);
   box_.DroppedDown = true;
   cancelled_ = false;
   Tell(EVENT_OBJECT_STATECHANGE, Window());

@@ -32,6 +32,8 @@ class ComboPeer final : public ControlPeer {
   void SizeRows() const;
   void SizeField(int height) const;
   void SizeEmptyList() const;
+  // The window that drops; none when the system does not tell it.
+  HWND List() const;
   void Fill() const;
   void FillUnlessOpen();
   void ShowSelection() const;
