@@ -27,14 +27,6 @@ bool HasTab(StringView line) {
   return line.find(u'\t') != StringView::npos;
 }
 
-int LineWidth(HDC dc, StringView line) {
-  const int length = static_cast<int>(line.size());
-  if (HasTab(line)) return LOWORD(GetTabbedTextExtentW(dc, WideData(line), length, 0, nullptr));
-  SIZE size{};
-  GetTextExtentPoint32W(dc, WideData(line), length, &size);
-  return size.cx;
-}
-
 // Systems do not agree how texts read, nor which pixels are filled, where drawing is mirrored. So
 // the mirror is taken away while this lives, and texts are told to end where they would have begun.
 class WithoutMirror {
@@ -57,12 +49,17 @@ class WithoutMirror {
   WithoutMirror& operator=(const WithoutMirror&) = delete;
 
   const RECT& Area() const { return area_; }
-  // Where a text begins that is so far from the area's edge. Some systems give a mark of direction
-  // the width of a space.
-  int Begin(int indent, StringView text) const {
-    if (!Mirrored()) return area_.left + indent;
-    const bool marked = text.starts_with(ui::kLeftToRightMark);
-    return area_.right - indent + (marked ? LineWidth(dc_, text.substr(0, 1)) : 0);
+  // Where a text begins that is so far from the area's edge.
+  int Begin(int indent) const { return Mirrored() ? area_.right - indent : area_.left + indent; }
+  // A line as it is to be drawn: one that marks keep in its own order is told to read so instead,
+  // as some systems give the marks a width.
+  StringView Direct(StringView line) const {
+    if (!Mirrored()) return line;
+    const bool own = line.starts_with(ui::kLeftToRightMark);
+    SetTextAlign(dc_, own ? TA_RIGHT : TA_RIGHT | TA_RTLREADING);
+    if (own) line.remove_prefix(1);
+    if (own && line.ends_with(ui::kLeftToRightMark)) line.remove_suffix(1);
+    return line;
   }
 
  private:
@@ -73,6 +70,14 @@ class WithoutMirror {
   RECT area_;
   UINT align_ = 0;
 };
+
+int LineWidth(HDC dc, StringView line) {
+  const int length = static_cast<int>(line.size());
+  if (HasTab(line)) return LOWORD(GetTabbedTextExtentW(dc, WideData(line), length, 0, nullptr));
+  SIZE size{};
+  GetTextExtentPoint32W(dc, WideData(line), length, &size);
+  return size.cx;
+}
 
 }  // namespace
 
@@ -150,14 +155,15 @@ void Texts::Draw(HDC dc, const SharedFont& font, StringView text, const RECT& ar
   const int line_height = LineHeight(font);
   const int lines = static_cast<int>(std::count(text.begin(), text.end(), u'\n')) + 1;
   const WithoutMirror plain(dc, area);
+  const int left = plain.Begin(indent);
   const int top = plain.Area().top + (area.bottom - area.top - lines * line_height) / 2;
   const HGDIOBJ before = SelectObject(dc, font->Get());
   // An empty opaque text is the cheapest way to fill the area in the background colour.
   ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &plain.Area(), L"", 0, nullptr);
   SetBkMode(dc, TRANSPARENT);
-  ForEachLine(text, [&](StringView line, int number) {
+  ForEachLine(text, [&](StringView marked, int number) {
+    const StringView line = plain.Direct(marked);
     const int length = static_cast<int>(line.size());
-    const int left = plain.Begin(indent, line);
     const int y = top + number * line_height;
     if (HasTab(line)) {
       TabbedTextOutW(dc, left, y, WideData(line), length, 0, nullptr, left);
