@@ -32,6 +32,8 @@ TEST(Gallery, ShowsEveryDialogInEveryWay) {
   for (const char* form : {"FMessageBox", "FLogOnCombo", "FFileSelect", "FFileSelectTouch"})
     for (const char* theme : {"dark", "grey", "high-contrast"})
       expected.insert(std::string("pictures/gallery/") + form + "-" + theme + ".png");
+  for (const char* sheet : {"beside", "before-after"})
+    expected.insert(std::string("pictures/") + sheet + ".png");
   const auto links = Markdown::Read(Checkout() / "docs/gallery.md").Links();
   EXPECT_EQ(std::set<std::string>(links.begin(), links.end()), expected);
 }
