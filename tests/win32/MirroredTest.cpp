@@ -3,6 +3,8 @@
 #include <vector>
 
 #include "ListsTest.h"
+#include "ScreenPixels.h"
+#include "TestForm.h"
 #include "ports/win32/Screen.h"
 
 // Forms of languages that are written from right to left.
