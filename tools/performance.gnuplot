@@ -56,7 +56,8 @@ plot data . "/files" using 1:4 with linespoints lw 2 pt 7 lc rgb ours title "fir
 set origin 0.5, 0
 set title "KRUser over the number of users"
 set xlabel "users"
-set xrange [0.8:700]
+set xrange [0.8:14000]
+set yrange [*:100000]
 plot data . "/users" using 1:2 with linespoints lw 2 pt 7 lc rgb ours title "painted", \
      data . "/users" using 1:4 with linespoints lw 2 pt 5 lc rgb more title "without user management", \
      data . "/users" using 1:3 with linespoints lw 2 pt 9 lc rgb other title "user management", \
