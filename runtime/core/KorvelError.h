@@ -21,6 +21,7 @@ inline constexpr std::uint32_t kUnableToProvision = 0x80040217u;
 inline constexpr std::uint32_t kUnableToRecover = 0x80040218u;
 inline constexpr std::uint32_t kDirectorySilent = 0x80040219u;
 inline constexpr std::uint32_t kDirectoryFailure = 0x8004021Au;
+inline constexpr std::uint32_t kPasswordKeyMissing = 0x8004021Bu;
 
 // An error of the runtime, named as its source.
 inline Error KorvelError(std::uint32_t status, String description) {

@@ -15,6 +15,7 @@ struct LoggedOnUser {
   String ClassName = {};  // of a user of the directory service, who has no id here; else empty
   std::int64_t PasswordChangedOn = 0;  // as it was when he logged on
   bool RenewsHimself = false;          // it was he who asked for a new password
+  std::int64_t PasswordProvedOn = 0;   // when he last gave his password, seconds since 1970
 
   bool IsOfDirectory() const { return !ClassName.empty(); }
 };
@@ -42,6 +43,11 @@ class Session {
     if (!user_ || user_->IsOfDirectory() || user_->Id != id) return;
     user_->PasswordChangedOn = password_changed_on;
     user_->RenewsHimself = must_renew;
+  }
+  // The user has given his password once more; nothing when he is not logged on here.
+  void Prove(std::uint32_t id, std::int64_t now) {
+    const std::lock_guard lock(guard_);
+    if (user_ && !user_->IsOfDirectory() && user_->Id == id) user_->PasswordProvedOn = now;
   }
   // Ends the session of this user alone; false when it is not there.
   bool EndOf(std::uint32_t id) {

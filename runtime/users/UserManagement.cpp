@@ -17,10 +17,16 @@ StringView ReasonToEnd(const LoggedOnUser& logged_on, const StoredUser& user) {
 
 }  // namespace
 
+std::filesystem::path KeyFile(const std::filesystem::path& folder) {
+  std::filesystem::path name = folder.filename();
+  name += ".key";
+  return folder.parent_path() / "Keys" / name;
+}
+
 RefusedPasswords UserManagement::Refused() {
   const std::filesystem::path file = Store.Folder() / "refused-passwords.txt";
   const std::optional<std::string> bytes = System.FileSystem.Read(file);
-  return bytes ? RefusedPasswords(file.u16string(), *bytes) : RefusedPasswords();
+  return bytes ? RefusedPasswords(file.u16string(), *bytes, &System.Crypto) : RefusedPasswords();
 }
 
 std::optional<StoredUser> UserManagement::Actor(UserSource& users) const {

@@ -7,6 +7,7 @@
 
 #include "runtime/users/RulesInForce.h"
 #include "runtime/users/Session.h"
+#include "runtime/users/passwords/PasswordHasher.h"
 #include "runtime/users/passwords/RefusedPasswords.h"
 #include "runtime/users/store/UserStore.h"
 
@@ -19,13 +20,20 @@ struct LateRecords {
   std::vector<AuditEntry> Entries;
 };
 
+// Where the keys of passwords lie: in a folder beside that of the users, so that what is made of
+// the one, such as a copy, does not take the other along.
+std::filesystem::path KeyFile(const std::filesystem::path& folder);
+
 // The user management of one folder: users and audit records (users.db), rules (users.conf) and
 // refused passwords (refused-passwords.txt), and who is logged on to this process.
 class UserManagement {
  public:
   UserManagement(const SystemServices& system, std::filesystem::path folder,
                  runtime::Session& session)
-      : System(system), Session(session), Store(system, std::move(folder)) {}
+      : System(system),
+        Session(session),
+        Store(system, std::move(folder)),
+        Keys(system.FileSystem, system.Crypto, system.Protection, KeyFile(Store.Folder())) {}
 
   // A change of either file holds from the next operation on, of the rules at the latest after
   // SystemServices::RulesLag; without a file the defaults hold.
@@ -35,6 +43,7 @@ class UserManagement {
   // Why the rules are malformed, with file and line.
   std::optional<String> FaultOfRules() { return rules_.Fault(); }
   RefusedPasswords Refused();
+  PasswordHasher Hasher(const UserRules& rules) { return {System.Crypto, Keys, rules}; }
 
   // The user logged on to this process; nothing when nobody is, or when he has been removed or
   // deactivated or his password has been reset in the meantime. One of the directory service has no
@@ -43,7 +52,7 @@ class UserManagement {
 
   // Begins the session of a user as he is stored now.
   void BeginSession(const StoredUser& user) {
-    Session.Begin({user.Id, user.Name, {}, user.PasswordChangedOn});
+    Session.Begin({user.Id, user.Name, {}, user.PasswordChangedOn, false, System.Time.Now()});
   }
   // Ends the session of a user for whom Actor has answered nothing, and records why.
   void EndLostSession();
@@ -57,6 +66,7 @@ class UserManagement {
   const SystemServices System;
   runtime::Session& Session;
   UserStore Store;
+  PasswordKeys Keys;
   LateRecords Late;
 
  private:

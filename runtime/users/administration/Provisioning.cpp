@@ -75,8 +75,7 @@ void ProvisionFirstAdministrator(UserManagement& management, const String& name,
   user.Name = name;
   user.ClassName = ClassOfFirstAdministrator(rules);
   user.PasswordChangedOn = management.System.Time.Now();
-  user.Passwords.push_back(HashPassword(management.System.Crypto, password,
-                                        static_cast<std::uint32_t>(rules.HashIterations)));
+  user.Passwords.push_back(management.Hasher(rules).Hash(password));
 
   Files& files = management.System.FileSystem;
   const std::filesystem::path& folder = management.Store.Folder();

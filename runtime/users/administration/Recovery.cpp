@@ -91,24 +91,31 @@ void UnlockUser(UserManagement& management, const String& name) {
 Password ResetPassword(UserManagement& management, const String& name) {
   const UserRules rules = management.Rules();
   Password generated = GeneratePassword(management.System.Crypto, rules);
-  PasswordHash hash = HashPassword(management.System.Crypto, generated,
-                                   static_cast<std::uint32_t>(rules.HashIterations));
-  ChangeUser(management, name, {u"", u"reset password", name, u"to be renewed"},
-             [&](StoredUser& user) {
-               user.Passwords = WithNewPassword(rules, user.Passwords, std::move(hash));
-               user.MustRenew = true;
-               user.PasswordChangedOn = management.System.Time.Now();
-               user.RemainingLogOns = kUnlimitedLogOns;
-             });
+  PasswordHash hash = management.Hasher(rules).Hash(generated);
+  ChangeUser(
+      management, name, {u"", u"reset password", name, u"to be renewed"}, [&](StoredUser& user) {
+        // What cannot be recognised any more would keep him from renewing this one.
+        std::erase_if(user.Passwords,
+                      [&](const PasswordHash& old) { return !management.Keys.Has(old.KeyId); });
+        user.Passwords = WithNewPassword(rules, user.Passwords, std::move(hash));
+        user.MustRenew = true;
+        user.PasswordChangedOn = management.System.Time.Now();
+        user.RemainingLogOns = kUnlimitedLogOns;
+      });
   return generated;
 }
 
 std::vector<String> CheckStore(UserManagement& management) {
-  UserStore::Reading reading(management.Store);
-  if (reading.Data() == nullptr) return {u"there are no users"};
-  std::vector<String> problems = CheckDatabase(*reading.Data(), management.System.Crypto);
-  if (!problems.empty()) return problems;
-  return CheckArchives(*reading.Data(), management.Store, management.System);
+  try {
+    UserStore::Reading reading(management.Store);
+    if (reading.Data() == nullptr) return {u"there are no users"};
+    std::vector<String> problems = CheckDatabase(*reading.Data(), management.System.Crypto);
+    if (!problems.empty()) return problems;
+    return CheckArchives(*reading.Data(), management.Store, management.System);
+  } catch (const Error& failure) {
+    if (failure.Status() != kUnreadableUsers) throw;
+    return {management.Store.File().u16string() + u": " + failure.Description()};
+  }
 }
 
 void BackUpStore(UserManagement& management, const std::filesystem::path& file) {

@@ -22,7 +22,10 @@ constexpr FailureCodes kModifyCodes{host::ModifyUserUnableToSave, host::ModifyUs
 class Editing {
  public:
   Editing(UserManagement& management, const UserRules& rules, std::int32_t code_of_refusal)
-      : rules_(rules), refused_(code_of_refusal), writing_(management.Store) {
+      : management_(management),
+        rules_(rules),
+        refused_(code_of_refusal),
+        writing_(management.Store) {
     std::optional<StoredUser> actor;
     if (writing_.HasStore()) actor = management.Actor(Users());
     if (!actor) throw Refusal{refused_, u"nobody is logged on"};
@@ -48,8 +51,15 @@ class Editing {
     Require(AdministrationRights(rules_, &actor_).MayAdminister(class_name), u"no right to do so");
   }
 
+  // Who finds a panel that somebody has left must not take the account over with a password of his
+  // own choice, and the call brings no current one.
   void RequireRightOverSelf() const {
     Require(AdministrationRights(rules_, &actor_).MayAdministerAny(), u"no right to do so");
+    const std::optional<LoggedOnUser> current = management_.Session.Current();
+    const std::int64_t proved_on = current ? current->PasswordProvedOn : 0;
+    const std::int64_t age = management_.System.Time.Now() - proved_on;
+    Require(age >= 0 && age < std::int64_t{60} * rules_.OwnRecordMinutes,
+            u"his password was not asked for lately; he has to log on again");
   }
 
   void Commit(const String& action, const String& subject, const String& outcome) {
@@ -60,6 +70,7 @@ class Editing {
   }
 
  private:
+  UserManagement& management_;
   const UserRules& rules_;
   std::int32_t refused_;
   UserStore::Writing writing_;
@@ -126,16 +137,16 @@ StoredUser JudgeModification(Editing& editing, const UserRules& rules,
 PasswordHash JudgeAndHash(UserManagement& management, const UserRules& rules,
                           const host::UserRecord& record, const std::vector<PasswordHash>& before,
                           std::int32_t invalid_length, std::int32_t not_accepted) {
-  Cryptography& cryptography = management.System.Crypto;
-  const Password password = cryptography.Normalized(record.Secret);
+  const Password password = management.System.Crypto.Normalized(record.Secret);
   const PasswordVerdict verdict = JudgePassword(rules, management.Refused(), record.Name, password);
   if (verdict == PasswordVerdict::InvalidLength)
     throw Refusal{invalid_length, u"length of the password"};
   if (verdict == PasswordVerdict::NotAccepted)
     throw Refusal{not_accepted, u"password is too easily guessed"};
-  if (IsReused(cryptography, rules, before, password))
+  PasswordHasher hasher = management.Hasher(rules);
+  if (IsReused(hasher, rules, before, password))
     throw Refusal{not_accepted, u"password was used lately"};
-  return HashPassword(cryptography, password, static_cast<std::uint32_t>(rules.HashIterations));
+  return hasher.Hash(password);
 }
 
 }  // namespace
@@ -177,6 +188,7 @@ std::int32_t ModifyUser(UserManagement& management, const host::UserRecord& reco
     StoredUser user = JudgeModification(editing, rules, record);
     Fill(user, record, management.System.Time.Now());
     user.Passwords = WithNewPassword(rules, user.Passwords, std::move(hash));
+    management.Hasher(rules).ApplyKey(user.Passwords);
     editing.Users().Update(user, true);
     editing.Commit(entry.Action, record.Name, u"modified, class " + record.ClassName);
     if (editing.IsActor(user))

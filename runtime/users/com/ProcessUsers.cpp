@@ -14,6 +14,7 @@
 #include "runtime/users/win32/Win32Errands.h"
 #include "runtime/users/win32/Win32EventLog.h"
 #include "runtime/users/win32/Win32Files.h"
+#include "runtime/users/win32/Win32KeyProtection.h"
 #include "runtime/users/win32/Win32Origin.h"
 
 namespace krx::runtime {
@@ -30,14 +31,16 @@ std::wstring EnvironmentVariable(const wchar_t* name) {
 // What the user management of the process lives on.
 struct Process {
   explicit Process(const DatabaseAccess& access)
-      : Management({Files, Crypto, Clock, OriginOfProcess(), access, &Events, kRulesLag},
-                   UsersFolder(), Session) {}
+      : Management(
+            {Files, Crypto, Clock, OriginOfProcess(), access, &Events, &Protection, kRulesLag},
+            UsersFolder(), Session) {}
 
   SqliteLibrary Library;  // first, so that it goes last
   Win32Files Files;
   Win32Cryptography Crypto;
   Win32Clock Clock;
   Win32EventLog Events;
+  Win32KeyProtection Protection;
   runtime::Session Session;
   UserManagement Management;
   LogOnNotice Notice{Management};
@@ -46,7 +49,7 @@ struct Process {
   Win32Errands Errands;
   DirectoryService Service{Client, Errands};
   OfflineTable Kept{Management.Store};
-  OfflineUsers Offline{Kept, Crypto, Clock};
+  OfflineUsers Offline{Kept, Crypto, Clock, &Management.Keys};
   DirectoryUsers Directory{Service, Offline};
 };
 

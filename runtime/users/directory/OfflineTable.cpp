@@ -11,7 +11,8 @@ class HeldTable : public OfflineStore::Hold {
     if (!writing_.HasStore()) return std::nullopt;
     Query query(writing_.Data(),
                 "SELECT name, full_name, comment, class, password_changed_on, iterations, salt, "
-                "key, confirmed_at, failures, last_failure FROM offline_users WHERE name_key = ?",
+                "key, confirmed_at, failures, last_failure, key_id, failures_in_a_row "
+                "FROM offline_users WHERE name_key = ?",
                 NameKey(name));
     if (!query.Next()) return std::nullopt;
     OfflineRecord record;
@@ -20,10 +21,12 @@ class HeldTable : public OfflineStore::Hold {
     record.User.Comment = query.Text(2);
     record.User.ClassName = query.Text(3);
     record.User.PasswordChangedOn = static_cast<std::int32_t>(query.Number(4));
-    record.Hash = {static_cast<std::uint32_t>(query.Number(5)), query.Bytes(6), query.Bytes(7)};
+    record.Hash = {static_cast<std::uint32_t>(query.Number(5)), query.Bytes(6), query.Bytes(7),
+                   query.Bytes(11)};
     record.ConfirmedAt = query.Number(8);
     record.Failures = static_cast<std::int32_t>(query.Number(9));
     record.LastFailure = query.Number(10);
+    record.FailuresInARow = static_cast<std::int32_t>(query.Number(12));
     return record;
   }
 
@@ -32,11 +35,13 @@ class HeldTable : public OfflineStore::Hold {
     const DirectoryUser& user = record.User;
     Query(writing_.Data(),
           "INSERT OR REPLACE INTO offline_users (name_key, name, full_name, comment, class, "
-          "password_changed_on, iterations, salt, key, confirmed_at, failures, last_failure) "
-          "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+          "password_changed_on, iterations, salt, key, confirmed_at, failures, last_failure, "
+          "key_id, failures_in_a_row) "
+          "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
           NameKey(user.Name), user.Name, user.FullName, user.Comment, user.ClassName,
           user.PasswordChangedOn, record.Hash.Iterations, record.Hash.Salt, record.Hash.Key,
-          record.ConfirmedAt, record.Failures, record.LastFailure)
+          record.ConfirmedAt, record.Failures, record.LastFailure, record.Hash.KeyId,
+          record.FailuresInARow)
         .Run();
   }
 

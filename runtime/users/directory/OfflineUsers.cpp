@@ -3,20 +3,24 @@
 #include <algorithm>
 #include <utility>
 
+#include "runtime/users/passwords/PasswordKeys.h"
+#include "runtime/users/rules/GuessingDelay.h"
+
 namespace krx::runtime {
 namespace {
 
 constexpr std::int64_t kDay = 86'400;  // seconds
-constexpr std::int64_t kMinute = 60;   // seconds
 
 }  // namespace
 
 void OfflineUsers::Remember(const UserRules& rules, const DirectoryUser& user,
                             const Password& password) {
+  if (rules.KeyedPasswords && keys_ == nullptr) return;
   OfflineRecord record;
   record.User = user;
   record.Hash =
       HashPassword(cryptography_, password, static_cast<std::uint32_t>(rules.HashIterations));
+  if (rules.KeyedPasswords) keys_->Apply(record.Hash);
   record.ConfirmedAt = clock_.Now();
   const std::unique_ptr<OfflineStore::Hold> hold = store_.Open();
   hold->Put(record);
@@ -39,13 +43,12 @@ bool OfflineUsers::IsValid(const UserRules& rules, const OfflineRecord& record) 
 bool OfflineUsers::Admit(const UserRules& rules, OfflineRecord& record) {
   const std::int64_t now = clock_.Now();
   record.LastFailure = std::min(record.LastFailure, now);  // a clock that was set back
-  if (record.Failures >= rules.LockOutFailures) {
-    const std::int64_t length = kMinute * rules.LockOutMinutes;
-    // Without an end of its own a lock-out ends when a server answers again.
-    if (length == 0 || now - record.LastFailure < length) return false;
-    record.Failures = 0;
-  }
+  const std::int64_t delay = DelayAfter(rules, record.Failures, record.FailuresInARow);
+  // Without an end of its own a lock-out ends when a server answers again.
+  if (delay == kForever || now - record.LastFailure < delay) return false;
+  if (record.Failures >= rules.LockOutFailures) record.Failures = 0;
   ++record.Failures;
+  record.FailuresInARow = std::min(record.FailuresInARow + 1, kEndOfGuessing);
   record.LastFailure = now;
   return true;
 }
@@ -57,17 +60,19 @@ OfflineUsers::Answer OfflineUsers::Check(const UserRules& rules, StringView name
     const std::unique_ptr<OfflineStore::Hold> hold = store_.Open();
     record = hold->Find(name);
     if (!record || !IsValid(rules, *record)) return {};
+    if (keys_ != nullptr) keys_->Require(record->Hash.KeyId);
     if (!Admit(rules, *record)) return {Verdict::LockedOut, record->User};
     hold->Put(*record);
     hold->Commit();
   }
   // The store is not held while a password is hashed.
-  if (password.Empty() || !Matches(cryptography_, password, record->Hash))
+  if (password.Empty() || !Matches(cryptography_, password, record->Hash, keys_))
     return {Verdict::WrongPassword, record->User};
   const std::unique_ptr<OfflineStore::Hold> hold = store_.Open();
   const std::optional<OfflineRecord> now = hold->Find(name);
   if (!now || now->Hash != record->Hash) return {Verdict::WrongPassword, record->User};
   record->Failures = 0;
+  record->FailuresInARow = 0;
   record->LastFailure = 0;
   hold->Put(*record);
   hold->Commit();

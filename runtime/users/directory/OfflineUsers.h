@@ -15,9 +15,10 @@ namespace krx::runtime {
 struct OfflineRecord {
   DirectoryUser User;
   PasswordHash Hash;
-  std::int64_t ConfirmedAt = 0;  // by a server, seconds since 1970
-  std::int32_t Failures = 0;     // attempts since the last right password
-  std::int64_t LastFailure = 0;  // seconds since 1970
+  std::int64_t ConfirmedAt = 0;     // by a server, seconds since 1970
+  std::int32_t Failures = 0;        // attempts since the last lock-out
+  std::int32_t FailuresInARow = 0;  // attempts since the last right password
+  std::int64_t LastFailure = 0;     // seconds since 1970
 };
 
 // Where that is kept.
@@ -49,14 +50,15 @@ class OfflineUsers {
     DirectoryUser User;  // empty when unknown
   };
 
-  OfflineUsers(OfflineStore& store, Cryptography& cryptography, Clock& clock)
-      : store_(store), cryptography_(cryptography), clock_(clock) {}
+  OfflineUsers(OfflineStore& store, Cryptography& cryptography, Clock& clock,
+               PasswordKeys* keys = nullptr)
+      : store_(store), cryptography_(cryptography), clock_(clock), keys_(keys) {}
 
-  // A server has found the password right.
+  // A server has found the password right. Without keys, rules that ask for one keep nothing.
   void Remember(const UserRules& rules, const DirectoryUser& user, const Password& password);
   // A server does not let the user in any more.
   void Forget(StringView name);
-  // Counts the attempt, stores that, and then looks at the password; by the rules' lock-out. Who
+  // Counts the attempt, stores that, and then looks at the password; by the rules' delays. Who
   // was let in by a server too long ago is unknown.
   Answer Check(const UserRules& rules, StringView name, const Password& password);
   // The user, to be shown; nothing when he is unknown.
@@ -69,6 +71,7 @@ class OfflineUsers {
   OfflineStore& store_;
   Cryptography& cryptography_;
   Clock& clock_;
+  PasswordKeys* const keys_;
 };
 
 }  // namespace krx::runtime

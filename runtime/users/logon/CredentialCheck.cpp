@@ -15,6 +15,8 @@ CheckedUser Admit(UserManagement& management, const UserRules& rules, StringView
   if (!writing.HasStore()) return checked;
   if (std::optional<StoredUser> found = writing.Users().Find(name)) {
     StoredUser& user = *found;
+    // No attempt counts that cannot be judged.
+    management.Keys.Require(user.CurrentPassword().KeyId);
     checked.Outcome = CredentialOutcome::WrongPassword;
     if (user.Deactivated) {
       checked.Outcome = CredentialOutcome::Deactivated;
@@ -38,14 +40,10 @@ CheckedUser CheckCredentials(UserManagement& management, const UserRules& rules,
   CheckedUser checked = Admit(management, rules, name);
   // No work for who is locked out: his attempts are over, and a flood of them stays cheap.
   if (checked.Outcome == CredentialOutcome::LockedOut) return checked;
-  const PasswordHash expected = checked.User.Passwords.empty()
-                                    ? DecoyHash(static_cast<std::uint32_t>(rules.HashIterations))
-                                    : checked.User.CurrentPassword();
-  Cryptography& cryptography = management.System.Crypto;
-  const Password normal = cryptography.Normalized(password);
-  // Passwords that were stored before there was a normal form were hashed as typed.
-  const bool matches = Matches(cryptography, normal, expected) ||
-                       (!(normal == password) && Matches(cryptography, password, expected));
+  PasswordHasher hasher = management.Hasher(rules);
+  const PasswordHash expected =
+      checked.User.Passwords.empty() ? hasher.Decoy() : checked.User.CurrentPassword();
+  const bool matches = hasher.MatchesTyped(password, expected);
   if (matches && checked.Outcome == CredentialOutcome::WrongPassword)
     checked.Outcome = CredentialOutcome::Right;
   return checked;

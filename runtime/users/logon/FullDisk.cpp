@@ -62,16 +62,17 @@ CredentialOutcome FullDiskLogOn::Admit(StoredUser& user) {
 std::int32_t FullDiskLogOn::LogOnUser(const String& user, const Password& password) {
   const std::lock_guard lock(late_.Guard);
   CheckedUser checked;
-  PasswordHash expected = DecoyHash(static_cast<std::uint32_t>(rules_.HashIterations));
+  PasswordHasher hasher = management_.Hasher(rules_);
+  PasswordHash expected = hasher.Decoy();
   if (std::optional<StoredUser> found = Find(user)) {
     checked.User = std::move(*found);
+    management_.Keys.Require(checked.User.CurrentPassword().KeyId);
     checked.Outcome = Admit(checked.User);
     checked.LastAttempt = checked.User.Failures >= rules_.LockOutFailures;
     expected = checked.User.CurrentPassword();
     late_.Attempts[checked.User.Id] = checked.User;
   }
-  if (checked.Outcome != CredentialOutcome::LockedOut &&
-      Matches(management_.System.Crypto, password, expected) &&
+  if (checked.Outcome != CredentialOutcome::LockedOut && hasher.MatchesTyped(password, expected) &&
       checked.Outcome == CredentialOutcome::WrongPassword) {
     checked.Outcome = CredentialOutcome::Right;
   }

@@ -37,15 +37,15 @@ String OutcomeText(const CheckedUser& checked, std::int32_t result) {
   }
 }
 
-// A hash of the same password that is as slow as the rules want it now.
-std::optional<PasswordHash> Strengthened(Cryptography& cryptography, const UserRules& rules,
+// A hash of the same password that is as slow, and has the key, as the rules want it now.
+std::optional<PasswordHash> Strengthened(UserManagement& management, const UserRules& rules,
                                          const CheckedUser& checked, const Password& password) {
-  const auto wanted = static_cast<std::uint32_t>(rules.HashIterations);
+  PasswordHasher hasher = management.Hasher(rules);
   if (checked.Outcome != CredentialOutcome::Right ||
-      checked.User.CurrentPassword().Iterations >= wanted) {
+      !hasher.IsOutdated(checked.User.CurrentPassword())) {
     return std::nullopt;
   }
-  return HashPassword(cryptography, cryptography.Normalized(password), wanted);
+  return hasher.Hash(management.System.Crypto.Normalized(password));
 }
 
 }  // namespace
@@ -74,8 +74,7 @@ std::int32_t LogOnService::LogOnUser(const String& user, const Password& passwor
 
 std::int32_t LogOnService::JudgeAndRecord(const UserRules& rules, const CheckedUser& checked,
                                           const Password& password) {
-  std::optional<PasswordHash> rehashed =
-      Strengthened(management_.System.Crypto, rules, checked, password);
+  std::optional<PasswordHash> rehashed = Strengthened(management_, rules, checked, password);
 
   UserStore::Writing writing(management_.Store);
   if (!writing.HasStore()) return host::LogOnUnknownUser;
@@ -101,7 +100,10 @@ std::int32_t LogOnService::Settle(UserStore::Writing& writing, const UserRules& 
   if (!user) return host::LogOnInvalidPassword;
   LogOnGuard::Forgive(*user);
   const bool strengthens = rehashed.has_value();
-  if (strengthens) user->Passwords.front() = std::move(*rehashed);
+  if (strengthens) {
+    user->Passwords.front() = std::move(*rehashed);
+    management_.Hasher(rules).ApplyKey(user->Passwords);
+  }
 
   const PasswordAge age(rules, *user, management_.System.Time.Now());
   std::int32_t result = host::LogOnSucceeded;

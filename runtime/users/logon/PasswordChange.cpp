@@ -35,9 +35,7 @@ class Change {
     if (checked_.Outcome != CredentialOutcome::Right)
       throw Refusal{CodeOf(checked_.Outcome), Describe(checked_)};
     Judge();
-    PasswordHash hash = HashPassword(management_.System.Crypto, new_password_,
-                                     static_cast<std::uint32_t>(rules_.HashIterations));
-    Store(std::move(hash));
+    Store(management_.Hasher(rules_).Hash(new_password_));
     return host::ChangePasswordSucceeded;
   }
 
@@ -53,7 +51,8 @@ class Change {
       Refuse(host::ChangePasswordInvalidLength, u"length of the new password");
     if (verdict == PasswordVerdict::NotAccepted)
       Refuse(host::ChangePasswordNotAccepted, u"new password is too easily guessed");
-    if (IsReused(management_.System.Crypto, rules_, checked_.User.Passwords, new_password_))
+    PasswordHasher hasher = management_.Hasher(rules_);
+    if (IsReused(hasher, rules_, checked_.User.Passwords, new_password_))
       Refuse(host::ChangePasswordNotAccepted, u"new password was used lately");
   }
 
@@ -76,6 +75,7 @@ class Change {
     StoredUser user = FindStill(writing);
     LogOnGuard::Forgive(user);
     user.Passwords = WithNewPassword(rules_, user.Passwords, std::move(hash));
+    management_.Hasher(rules_).ApplyKey(user.Passwords);
     user.MustRenew = false;
     user.PasswordChangedOn = management_.System.Time.Now();
     user.RemainingLogOns = kUnlimitedLogOns;
@@ -83,6 +83,7 @@ class Change {
     writing.Record({user.Name, u"change password", u"", u"changed"});
     writing.Commit();
     management_.Session.Renew(user.Id, user.PasswordChangedOn, false);
+    management_.Session.Prove(user.Id, user.PasswordChangedOn);
   }
 
   StoredUser FindStill(UserStore::Writing& writing) {

@@ -1,5 +1,7 @@
 #include "runtime/users/passwords/PasswordHash.h"
 
+#include "runtime/core/KorvelError.h"
+#include "runtime/users/passwords/PasswordKeys.h"
 #include "runtime/users/passwords/SecretBytes.h"
 
 namespace krx::runtime {
@@ -36,9 +38,13 @@ PasswordHash HashPassword(Cryptography& cryptography, const Password& password,
   return hash;
 }
 
-bool Matches(Cryptography& cryptography, const Password& password, const PasswordHash& hash) {
+bool Matches(Cryptography& cryptography, const Password& password, const PasswordHash& hash,
+             PasswordKeys* keys) {
+  if (keys == nullptr && !hash.KeyId.empty())
+    throw KorvelError(kPasswordKeyMissing, u"a password was hashed with a key that is not known");
   SecretBytes key(hash.Key.size());
   Derive(cryptography, password, hash, key.Bytes());
+  if (keys != nullptr) keys->Mix(hash.KeyId, key.Bytes());
   return EqualInConstantTime(key.Bytes(), hash.Key);
 }
 

@@ -28,13 +28,12 @@ PasswordVerdict JudgePassword(const UserRules& rules, const RefusedPasswords& re
   return PasswordVerdict::Accepted;
 }
 
-bool IsReused(Cryptography& cryptography, const UserRules& rules,
+bool IsReused(PasswordHasher& hasher, const UserRules& rules,
               const std::vector<PasswordHash>& passwords, const Password& password) {
   const auto end =
       passwords.begin() + static_cast<std::ptrdiff_t>(Remembered(rules, passwords.size()));
-  return std::any_of(passwords.begin(), end, [&](const PasswordHash& hash) {
-    return Matches(cryptography, password, hash);
-  });
+  return std::any_of(passwords.begin(), end,
+                     [&](const PasswordHash& hash) { return hasher.Matches(password, hash); });
 }
 
 std::vector<PasswordHash> WithNewPassword(const UserRules& rules,

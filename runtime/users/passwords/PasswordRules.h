@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "runtime/users/passwords/PasswordHash.h"
+#include "runtime/users/passwords/PasswordHasher.h"
 #include "runtime/users/passwords/RefusedPasswords.h"
 #include "runtime/users/rules/UserRules.h"
 
@@ -17,7 +17,7 @@ PasswordVerdict JudgePassword(const UserRules& rules, const RefusedPasswords& re
 
 // Whether the password is one of the last ones that the rules forbid; `passwords` has the current
 // one first. Costs one derivation for each.
-bool IsReused(Cryptography& cryptography, const UserRules& rules,
+bool IsReused(PasswordHasher& hasher, const UserRules& rules,
               const std::vector<PasswordHash>& passwords, const Password& password);
 
 // The stored passwords after a change: the new one first, and as many old ones as the rules ask to

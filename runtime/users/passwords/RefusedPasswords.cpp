@@ -1,6 +1,7 @@
 #include "runtime/users/passwords/RefusedPasswords.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "runtime/core/KorvelError.h"
 #include "runtime/core/LineReader.h"
@@ -8,11 +9,14 @@
 
 namespace krx::runtime {
 
-RefusedPasswords::RefusedPasswords(const String& file, std::string_view bytes) {
+RefusedPasswords::RefusedPasswords(const String& file, std::string_view bytes,
+                                   Cryptography* cryptography) {
   LineReader lines(file, bytes, kMalformedRules);
   while (lines.Next()) {
-    if (!lines.Line().empty() && lines.Line().front() != '#')
-      added_.push_back(lines.Text(lines.Line()));
+    if (lines.Line().empty() || lines.Line().front() == '#') continue;
+    String text = lines.Text(lines.Line());
+    if (cryptography != nullptr) text = cryptography->Normalized(Password(text)).View();
+    added_.push_back(std::move(text));
   }
 }
 

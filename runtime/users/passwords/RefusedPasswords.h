@@ -5,6 +5,7 @@
 
 #include "base/Password.h"
 #include "base/String.h"
+#include "runtime/users/system/Cryptography.h"
 
 namespace krx::runtime {
 
@@ -13,8 +14,10 @@ namespace krx::runtime {
 class RefusedPasswords {
  public:
   RefusedPasswords() = default;
-  // Adds the lines of a file; bytes that are no text raise Error with file, line and reason.
-  RefusedPasswords(const String& file, std::string_view bytes);
+  // Adds the lines of a file, with cryptography in the normal form of passwords; bytes that are no
+  // text raise Error with file, line and reason.
+  RefusedPasswords(const String& file, std::string_view bytes,
+                   Cryptography* cryptography = nullptr);
 
   bool Contains(const Password& password) const;
 

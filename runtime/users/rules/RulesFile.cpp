@@ -29,6 +29,7 @@ constexpr Setting kSettings[] = {
     {"log-ons-per-password", &UserRules::LogOnsPerPassword, 0, 1'000'000},
     {"lock-out-failures", &UserRules::LockOutFailures, 1, 1000},
     {"lock-out-minutes", &UserRules::LockOutMinutes, 0, 525'600},
+    {"own-record-minutes", &UserRules::OwnRecordMinutes, 0, 1440},
     {"hash-iterations", &UserRules::HashIterations, 1000, 100'000'000},
     {"audit-records", &UserRules::AuditRecords, 0, 10'000'000},
     {"audit-days", &UserRules::AuditDays, 0, 3650},
@@ -46,6 +47,7 @@ struct Choice {
 
 constexpr Choice kChoices[] = {
     {"audit-event-log", &UserRules::AuditEventLog, "on", "off"},
+    {"keyed-passwords", &UserRules::KeyedPasswords, "on", "off"},
     {"last-log-on-notice", &UserRules::LastLogOnNotice, "on", "off"},
     {"when-disk-full", &UserRules::LogOnWithFullDisk, "log-on", "refuse"},
 };
@@ -195,8 +197,17 @@ std::string_view RulesFileTemplate() {
 #lock-out-failures = 5
 #lock-out-minutes = 15
 
+# Minutes after his log-on in which who administers may change his own record, his password included,
+# without giving the current one; later he logs on again first. 0 never, which leaves the change of
+# password, where the current one is asked for.
+#own-record-minutes = 10
+
 # Work to check one password. Users with fewer iterations follow at their next log-on.
 #hash-iterations = 600000
+
+# Whether passwords are hashed with a secret key, too, that lies apart from the users (on or off).
+# "krxusers key create" makes it, and has to come first; docs/user-management.md tells the rest.
+#keyed-passwords = off
 
 # Minutes without any input after which the user is logged off, told half a minute before; 0 is
 # never. And whether a log-on shows when the last one was and how many have failed since (on or off).

@@ -30,7 +30,9 @@ struct UserRules {
   std::int32_t LogOnsPerPassword = 0;      // 0: unlimited
   std::int32_t LockOutFailures = 5;        // wrong passwords in a row
   std::int32_t LockOutMinutes = 15;        // 0: until an administrator activates the user
+  std::int32_t OwnRecordMinutes = 10;      // as long after a log-on one changes one's own record
   std::int32_t HashIterations = 600'000;   // of new hashes; older ones follow at the next log-on
+  bool KeyedPasswords = false;             // new hashes need a key that lies apart
   std::int32_t AdministratorLevel = 100;   // class level from which a user is an administrator
   std::int32_t AdministrationMode = 1;     // see AdministrationRights
   std::int32_t AuditRecords = 100'000;     // as many stay in the database; 0: all

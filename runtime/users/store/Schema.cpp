@@ -106,6 +106,17 @@ CREATE TABLE audit_bounds (
   told INTEGER NOT NULL                    -- 0 nothing, 1 that they are many, 2 that moving failed
 ) STRICT;
 INSERT INTO audit_bounds VALUES (1, 0);
+)sql",
+    R"sql(
+-- The secret key that a password was hashed with; empty for none.
+ALTER TABLE passwords ADD COLUMN
+  key_id BLOB NOT NULL DEFAULT x'' CHECK (length(key_id) IN (0, 8));
+ALTER TABLE offline_users ADD COLUMN
+  key_id BLOB NOT NULL DEFAULT x'' CHECK (length(key_id) IN (0, 8));
+
+-- As in users.
+ALTER TABLE offline_users ADD COLUMN
+  failures_in_a_row INTEGER NOT NULL DEFAULT 0 CHECK (failures_in_a_row >= 0);
 )sql"};
 
 std::int64_t Pragma(Database& database, const char* sql) {

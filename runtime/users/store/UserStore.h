@@ -6,6 +6,7 @@
 #include <mutex>
 #include <unordered_map>
 
+#include "runtime/users/passwords/KeyProtection.h"
 #include "runtime/users/store/AuditTrail.h"
 #include "runtime/users/store/UserTable.h"
 #include "runtime/users/system/EventLog.h"
@@ -20,7 +21,8 @@ struct SystemServices {
   Clock& Time;
   AuditOrigin Origin = {};
   DatabaseAccess Access = {};
-  EventLog* Events = nullptr;  // gets stored events while the rules want it
+  EventLog* Events = nullptr;           // gets stored events while the rules want it
+  KeyProtection* Protection = nullptr;  // of the keys of passwords
   // As long users.conf counts as unchanged: looking at a file is dear to who lists many users.
   std::chrono::milliseconds RulesLag{0};
 };

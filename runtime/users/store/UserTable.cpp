@@ -45,11 +45,12 @@ std::vector<std::uint8_t> NameKey(StringView name) {
 std::optional<StoredUser> UserTable::Whole(Query& query) {
   if (!query.Next()) return std::nullopt;
   StoredUser user = UserIn(query);
-  Query hashes(database_, "SELECT iterations, salt, key FROM passwords WHERE user = ? ORDER BY age",
+  Query hashes(database_,
+               "SELECT iterations, salt, key, key_id FROM passwords WHERE user = ? ORDER BY age",
                user.Id);
   while (hashes.Next()) {
-    user.Passwords.push_back(
-        {static_cast<std::uint32_t>(hashes.Number(0)), hashes.Bytes(1), hashes.Bytes(2)});
+    user.Passwords.push_back({static_cast<std::uint32_t>(hashes.Number(0)), hashes.Bytes(1),
+                              hashes.Bytes(2), hashes.Bytes(3)});
   }
   return user;
 }
@@ -132,8 +133,8 @@ void UserTable::Update(const StoredUser& user, bool passwords) {
 void UserTable::AddPasswords(const StoredUser& user) {
   std::int32_t age = 0;
   for (const PasswordHash& hash : user.Passwords) {
-    Query(database_, "INSERT INTO passwords VALUES (?, ?, ?, ?, ?)", user.Id, age++,
-          hash.Iterations, hash.Salt, hash.Key)
+    Query(database_, "INSERT INTO passwords VALUES (?, ?, ?, ?, ?, ?)", user.Id, age++,
+          hash.Iterations, hash.Salt, hash.Key, hash.KeyId)
         .Run();
   }
 }

@@ -8,6 +8,7 @@
 
 #include "base/Error.h"
 #include "runtime/core/KorvelError.h"
+#include "runtime/users/administration/KeyCare.h"
 #include "runtime/users/administration/Provisioning.h"
 #include "runtime/users/administration/Recovery.h"
 #include "runtime/users/administration/UserDirectory.h"
@@ -105,6 +106,7 @@ void PrintMissingArchives() {
 
 int Verify(const Arguments&) {
   std::vector<String> problems = CheckStore(Users());
+  if (problems.empty()) problems = CheckKeys(Users());
   if (const std::optional<String> fault = Users().FaultOfRules())
     problems.push_back(*fault + u"; the rules before stay in force, where there are any");
   for (const String& problem : problems)
@@ -120,11 +122,18 @@ int BackUp(const Arguments& arguments) {
   return kDone;
 }
 
+// Passwords that nobody can use any more; the users need new ones.
+void PrintProblemsOfKeys() {
+  for (const String& problem : CheckKeys(Users()))
+    Print(problem + u"\n");
+}
+
 int Restore(const Arguments& arguments) {
   PrepareFolder(Users().Store.Folder());
   const std::filesystem::path kept =
       RestoreStore(Users(), std::filesystem::path(arguments.Names[0]));
   Print(u"Restored.\n");
+  PrintProblemsOfKeys();
   if (kept.empty()) return kDone;
   Print(u"What was there before: " + kept.u16string() + u"\n");
   SetAsideForAdministrators(kept);
@@ -158,6 +167,33 @@ int Export(const Arguments& arguments) {
   return kDone;
 }
 
+int ShowKeys() {
+  UserManagement& users = Users();
+  Print(users.Keys.File().u16string() + u"\n");
+  for (const KeyUse& key : ListKeys(users)) {
+    Print(TextOf(key.Id) + u"\tpasswords: " + ToString(static_cast<std::int32_t>(key.Passwords)) +
+          (key.IsThere ? u"\n" : u", but the key is not there\n"));
+  }
+  return kDone;
+}
+
+int Key(const Arguments& arguments) {
+  UserManagement& users = Users();
+  const std::filesystem::path folder = users.Keys.File().parent_path();
+  if (arguments.Names[0] == u"show") return ShowKeys();
+  if (arguments.Names[0] == u"create") {
+    PrepareFolder(folder);
+    SetRightsOfKeys(folder, arguments.PanelAccount);
+    CreateKey(users);
+    SetRightsOfKeys(folder, arguments.PanelAccount);
+  } else if (arguments.Names[0] == u"renew") {
+    RenewKey(users);
+  } else {
+    return kWrongUsage;
+  }
+  return ShowKeys();
+}
+
 int EventSource(const Arguments& arguments) {
   wchar_t program[32768] = L"";
   GetModuleFileNameW(nullptr, program, 32768);
@@ -187,8 +223,8 @@ constexpr Command kCommands[] = {
      1, Reset},
     {u"verify", u"",
      u"Looks through the database and the chain of audit records and names the first record that\n"
-     u"does not hold, and the line of users.conf that is malformed. The exit code is 3 when "
-     u"something is wrong.\n",
+     u"does not hold, keys of passwords that are not there, and the line of users.conf that is\n"
+     u"malformed. The exit code is 3 when something is wrong.\n",
      0, Verify},
     {u"backup", u"FILE",
      u"Copies users and audit records into a new file; panels go on meanwhile.\n", 1, BackUp},
@@ -199,6 +235,11 @@ constexpr Command kCommands[] = {
      u"Writes all audit records, the oldest first, as comma-separated values or JSON lines; the\n"
      u"file - is the standard output.\n",
      1, Export},
+    {u"key", u"create|renew|show [--panel-account ACCOUNT]",
+     u"Makes the secret key that passwords are hashed with under the rule keyed-passwords, or a\n"
+     u"new one, and shows where it lies and how many passwords need it. The file can be opened on\n"
+     u"this machine alone.\n",
+     1, Key},
     {u"event-source", u"register|remove",
      u"Makes the source of the users' events known to the event log of Windows, or unknown again;\n"
      u"the rule audit-event-log sends them there.\n",

@@ -22,6 +22,7 @@ constexpr const wchar_t* kInFolder = L"(A;;0x1200ab;;;";        // list, add a f
 constexpr const wchar_t* kOfNewFiles = L"(A;OIIO;0x13019f;;;";  // read, write, delete: the journal
 constexpr const wchar_t* kOfDatabase = L"(A;;0x12019f;;;";      // read and write
 constexpr const wchar_t* kOfRules = L"(A;;0x120089;;;";         // read
+constexpr const wchar_t* kOfKeys = L"(A;OICI;0x1200a9;;;";      // list and read
 
 [[noreturn]] void Failed(const std::filesystem::path& file, DWORD error) {
   throw KorvelError(kUnableToProvision,
@@ -64,6 +65,11 @@ std::wstring Notation(Sid sid) {
   if (!ConvertSidToStringSidW(sid.data(), reinterpret_cast<LPWSTR*>(text.Put())))
     Failed({}, GetLastError());
   return static_cast<const wchar_t*>(text.Get());
+}
+
+// The end of an entry for the panel's account; empty: this account.
+std::wstring NotationOf(const String& panel_account) {
+  return Notation(panel_account.empty() ? OfThisAccount() : OfAccount(panel_account)) + L")";
 }
 
 bool IsTrusted(PSID owner) {
@@ -115,13 +121,19 @@ void PrepareFolder(const std::filesystem::path& folder) {
 }
 
 void SetRights(const std::filesystem::path& folder, const String& panel_account) {
-  const std::wstring panel =
-      Notation(panel_account.empty() ? OfThisAccount() : OfAccount(panel_account)) + L")";
+  const std::wstring panel = NotationOf(panel_account);
   SetAccess(folder, std::wstring(kOthers) + kInFolder + panel + kOfNewFiles + panel);
   for (const auto& file : std::filesystem::directory_iterator(folder)) {
     const bool is_database = file.path().filename() == "users.db";
     SetAccess(file.path(), std::wstring(kOthers) + (is_database ? kOfDatabase : kOfRules) + panel);
   }
+}
+
+void SetRightsOfKeys(const std::filesystem::path& folder, const String& panel_account) {
+  const std::wstring rights = std::wstring(kOthers) + kOfKeys + NotationOf(panel_account);
+  SetAccess(folder, rights);
+  for (const auto& file : std::filesystem::directory_iterator(folder))
+    SetAccess(file.path(), rights);
 }
 
 void SetAsideForAdministrators(const std::filesystem::path& file) {

@@ -16,6 +16,10 @@ void PrepareFolder(const std::filesystem::path& folder);
 // the database and read the rules. Empty: this account. Raises Error when there is no such account.
 void SetRights(const std::filesystem::path& folder, const String& panel_account);
 
+// The same for the folder of the keys: the panel's account may read it, and what comes into it
+// later, too.
+void SetRightsOfKeys(const std::filesystem::path& folder, const String& panel_account);
+
 // Gives a file to administrators and the system alone.
 void SetAsideForAdministrators(const std::filesystem::path& file);
 

@@ -63,6 +63,16 @@ Digest Win32Cryptography::Hash(std::span<const std::uint8_t> bytes) {
   return digest;
 }
 
+Digest Win32Cryptography::Authenticate(std::span<const std::uint8_t> key,
+                                       std::span<const std::uint8_t> bytes) {
+  Digest digest{};
+  Check(BCryptHash(algorithm_, Input(key), static_cast<ULONG>(key.size()), Input(bytes),
+                   static_cast<ULONG>(bytes.size()), digest.data(),
+                   static_cast<ULONG>(digest.size())),
+        u"authenticating");
+  return digest;
+}
+
 void Win32Cryptography::FillRandom(std::span<std::uint8_t> bytes) {
   Check(BCryptGenRandom(nullptr, bytes.data(), static_cast<ULONG>(bytes.size()),
                         BCRYPT_USE_SYSTEM_PREFERRED_RNG),

@@ -15,6 +15,8 @@ class Win32Cryptography : public Cryptography {
   void DeriveKey(std::span<const std::uint8_t> password, std::span<const std::uint8_t> salt,
                  std::uint32_t iterations, std::span<std::uint8_t> key) override;
   Digest Hash(std::span<const std::uint8_t> bytes) override;
+  Digest Authenticate(std::span<const std::uint8_t> key,
+                      std::span<const std::uint8_t> bytes) override;
   void FillRandom(std::span<std::uint8_t> bytes) override;
   Password Normalized(const Password& password) override;
 

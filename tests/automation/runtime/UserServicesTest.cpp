@@ -6,6 +6,7 @@
 #include <thread>
 #include <vector>
 
+#include "contract/KeyProtectionContract.h"
 #include "runtime/core/KorvelError.h"
 #include "runtime/users/administration/Provisioning.h"
 #include "runtime/users/administration/UserDirectory.h"
@@ -13,6 +14,7 @@
 #include "runtime/users/win32/Win32Clock.h"
 #include "runtime/users/win32/Win32Cryptography.h"
 #include "runtime/users/win32/Win32Files.h"
+#include "runtime/users/win32/Win32KeyProtection.h"
 #include "runtime/users/win32/Win32Origin.h"
 
 namespace krx::test {
@@ -75,6 +77,21 @@ TEST_F(Win32ServicesTest, TheDigestGivesThePublishedResult) {
   EXPECT_EQ(std::vector<std::uint8_t>(digest.begin(), digest.begin() + 8),
             (std::vector<std::uint8_t>{0xBA, 0x78, 0x16, 0xBF, 0x8F, 0x01, 0xCF, 0xEA}));
   EXPECT_EQ(crypto.Hash({})[0], 0xE3);
+}
+
+TEST_F(Win32ServicesTest, AuthenticationGivesThePublishedResult) {
+  runtime::Win32Cryptography crypto;  // RFC 4231, test case 2
+  const std::uint8_t key[] = {'J', 'e', 'f', 'e'};
+  const std::string text = "what do ya want for nothing?";
+  const runtime::Digest digest =
+      crypto.Authenticate(key, std::vector<std::uint8_t>(text.begin(), text.end()));
+  EXPECT_EQ(std::vector<std::uint8_t>(digest.begin(), digest.begin() + 8),
+            (std::vector<std::uint8_t>{0x5B, 0xDC, 0xC1, 0x46, 0xBF, 0x60, 0x75, 0x4E}));
+}
+
+TEST_F(Win32ServicesTest, TheProtectionOfKeysKeepsItsContract) {
+  runtime::Win32KeyProtection protection;
+  KeepsItsContract(protection);
 }
 
 TEST_F(Win32ServicesTest, PasswordsAreNormalised) {

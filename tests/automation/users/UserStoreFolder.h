@@ -16,6 +16,7 @@ class UserStoreFolder {
   ~UserStoreFolder();
   UserStoreFolder& operator=(const UserStoreFolder&) = delete;
 
+  const std::filesystem::path& Folder() const { return folder_; }
   // Adds a line to the rules.
   void AddRule(const std::string& line) const;
   // Makes it the one that programs started from now on use.

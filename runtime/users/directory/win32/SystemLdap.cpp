@@ -1,41 +1,21 @@
 #include "runtime/users/directory/win32/SystemLdap.h"
 
-#include "com/Errors.h"
-#include "com/Text.h"
+#include <utility>
+
+#include "com/SystemLibrary.h"
 #include "runtime/core/KorvelError.h"
 
 namespace krx::runtime {
 namespace {
 
-// A library of the system's own folder.
-class Library {
- public:
-  explicit Library(const wchar_t* name)
-      : name_(com::FromWide(name)),
-        module_(LoadLibraryExW(name, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32)) {
-    if (!module_) Fail(name_);
-  }
-
-  template <class Function>
-  void Find(Function& function, const char* name) const {
-    function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
-    if (!function) Fail(name_);
-  }
-
- private:
-  [[noreturn]] static void Fail(const String& name) {
-    throw KorvelError(kDirectoryFailure,
-                      name + u": " + com::SystemMessage(HRESULT_FROM_WIN32(GetLastError())));
-  }
-
-  String name_;
-  HMODULE module_;
-};
+Error MissingPart(String reason) {
+  return KorvelError(kDirectoryFailure, std::move(reason));
+}
 
 }  // namespace
 
 SystemLdap::SystemLdap() {
-  const Library ldap(L"wldap32.dll");
+  const com::SystemLibrary ldap(L"wldap32.dll", MissingPart);
   ldap.Find(Init, "ldap_initW");
   ldap.Find(InitEncrypted, "ldap_sslinitW");
   ldap.Find(Connect, "ldap_connect");
@@ -64,7 +44,7 @@ SystemLdap::SystemLdap() {
   ldap.Find(FreeControl, "ldap_control_freeW");
   ldap.Find(FreeControls, "ldap_controls_freeW");
   ldap.Find(FreeValue, "ber_bvfree");
-  const Library certificates(L"crypt32.dll");
+  const com::SystemLibrary certificates(L"crypt32.dll", MissingPart);
   certificates.Find(GetChain, "CertGetCertificateChain");
   certificates.Find(VerifyPolicy, "CertVerifyCertificateChainPolicy");
   certificates.Find(FreeChain, "CertFreeCertificateChain");

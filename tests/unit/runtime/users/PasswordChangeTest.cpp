@@ -75,6 +75,15 @@ TEST_F(PasswordChangeTest, TheMinimumAgeKeepsNobodyFromRenewingWhatHasExpired) {
   EXPECT_EQ(Change(u"boss", u"third secret", kBossSecret), host::ChangePasswordSucceeded);
 }
 
+TEST_F(PasswordChangeTest, ARefusedPasswordIsRefusedInEverySpelling) {
+  Provision();
+  files.Put(folder / "refused-passwords.txt", "O\xCC\x88lpumpe 7\nK\xC3\xA4sehaus 3\n");
+  for (const StringView spelling :
+       {u"\u00D6lpumpe 7", u"o\u0308lpumpe 7", u"K\u00E4sehaus 3", u"Ka\u0308sehaus 3"})
+    EXPECT_EQ(Change(u"boss", spelling, kBossSecret), host::ChangePasswordNotAccepted)
+        << ToUtf8(spelling);
+}
+
 TEST_F(PasswordChangeTest, ASpellingOfTheSameTextIsTheSamePassword) {
   const StringView composed = u"K\u00E4sebrot \u212B 1";
   const StringView decomposed = u"Ka\u0308sebrot A\u030A 1";

@@ -36,6 +36,8 @@ TEST(RulesFileTest, AnEmptyFileLeavesTheDefaults) {
   EXPECT_EQ(rules.LockOutFailures, 5);
   EXPECT_EQ(rules.LockOutMinutes, 15);
   EXPECT_EQ(rules.HashIterations, 600'000);
+  EXPECT_EQ(rules.OwnRecordMinutes, 10);
+  EXPECT_FALSE(rules.KeyedPasswords);
   EXPECT_EQ(rules.AdministratorLevel, 100);
   EXPECT_EQ(rules.AdministrationMode, 1);
   EXPECT_EQ(rules.LogOffAfterIdleMinutes, 0);
@@ -56,7 +58,7 @@ TEST(RulesFileTest, TheTemplateWithoutCommentMarksGivesTheDefaults) {
       settings += std::string(line.substr(1)) + "\n";
     rest.remove_prefix(end + 1);
   }
-  EXPECT_EQ(std::count(settings.begin(), settings.end(), '\n'), 21);
+  EXPECT_EQ(std::count(settings.begin(), settings.end(), '\n'), 23);
   const UserRules rules = ParseRules(u"", settings);
   EXPECT_EQ(rules.Classes, UserRules().Classes);
   EXPECT_EQ(rules.MinimumLength, 8);
@@ -82,6 +84,8 @@ TEST(RulesFileTest, EverySettingIsRead) {
                                      "audit-records = 0\n"
                                      "audit-days = 365\n"
                                      "audit-event-log = on\n"
+                                     "own-record-minutes = 0\n"
+                                     "keyed-passwords = on\n"
                                      "when-disk-full = refuse\n"
                                      "log-off-after-idle-minutes = 1440\n"
                                      "last-log-on-notice = on\n"
@@ -91,6 +95,8 @@ TEST(RulesFileTest, EverySettingIsRead) {
   EXPECT_EQ(rules.PasswordHistory, 0);
   EXPECT_EQ(rules.PasswordMinimumDays, 89);
   EXPECT_EQ(rules.RefuseCommonPasswords, 0);
+  EXPECT_EQ(rules.OwnRecordMinutes, 0);
+  EXPECT_TRUE(rules.KeyedPasswords);
   EXPECT_EQ(rules.PasswordExpiryDays, 90);
   EXPECT_EQ(rules.LogOnsPerPassword, 50);
   EXPECT_EQ(rules.LockOutFailures, 3);

@@ -227,6 +227,44 @@ TEST_F(UserChangeTest, NobodySawsOffHisOwnBranch) {
   EXPECT_TRUE(directory.GetCurrentUser().LoggedOn);
 }
 
+TEST_F(UserChangeTest, OnesOwnRecordNeedsAPasswordThatWasGivenLately) {
+  ProvisionAndLogOn();
+  AddUser(u"anna", u"anna's secret");
+  const auto own = [](StringView password) {
+    host::UserRecord record = Record(u"boss", password, u"Administrator");
+    record.State = host::UserActive;
+    return record;
+  };
+  clock.Seconds += 10 * 60;
+  EXPECT_EQ(directory.ModifyUser(own(u"second secret")), host::ModifyUserCallFailed);
+  EXPECT_THAT(LastAuditLine(),
+              testing::HasSubstr(
+                  "boss\tmodify user\tboss\trefused: his password was not asked for lately"));
+  EXPECT_EQ(directory.ModifyUser(Record(u"anna", u"anna's second")), host::ModifyUserSucceeded)
+      << "others are his work";
+  ASSERT_EQ(LogOn(u"boss", kBossSecret), host::LogOnSucceeded);
+  clock.Seconds += 10 * 60 - 1;
+  EXPECT_EQ(directory.ModifyUser(own(u"second secret")), host::ModifyUserSucceeded);
+  clock.Seconds += 1;
+  EXPECT_EQ(directory.ModifyUser(own(u"third secret")), host::ModifyUserCallFailed)
+      << "such a change gives no current password";
+  ASSERT_EQ(
+      directory.ChangeUserPassword(u"boss", Secret(u"third secret"), Secret(u"second secret")),
+      host::ChangePasswordSucceeded);
+  EXPECT_EQ(directory.ModifyUser(own(u"fourth secret")), host::ModifyUserSucceeded);
+  clock.Seconds -= 3600;  // a clock that is set back gives no more time
+  EXPECT_EQ(directory.ModifyUser(own(u"fifth secret")), host::ModifyUserCallFailed);
+}
+
+TEST_F(UserChangeTest, APlantMayLeaveOnesOwnRecordToTheChangeOfPassword) {
+  Configure("own-record-minutes = 0\n");
+  ProvisionAndLogOn();
+  EXPECT_EQ(directory.ModifyUser(Record(u"boss", u"second secret", u"Administrator")),
+            host::ModifyUserCallFailed);
+  EXPECT_EQ(directory.ChangeUserPassword(u"boss", Secret(u"second secret"), Secret(kBossSecret)),
+            host::ChangePasswordSucceeded);
+}
+
 TEST_F(UserChangeTest, OfTwoAdministratorsWhoRemoveEachOtherOneRemains) {
   ProvisionAndLogOn();
   AddUser(u"anna", u"anna's secret", u"Administrator");

@@ -1,4 +1,7 @@
 #include "directory/DirectoryTest.h"
+#include "runtime/users/passwords/PasswordKeys.h"
+#include "support/SimulatedFiles.h"
+#include "support/TestProtection.h"
 
 namespace krx::test {
 namespace {
@@ -64,6 +67,57 @@ TEST_F(OfflineUsersTest, GuessingEndsAfterAsManyAttemptsAsEverywhere) {
   EXPECT_EQ(Check(u"right"), Offline::LockedOut);
   offline.Remember(rules, eva, Password(u"right"));  // a server has answered again
   EXPECT_EQ(Check(u"right"), Offline::Right);
+}
+
+TEST_F(OfflineUsersTest, FurtherLockOutsTakeTwiceAsLongAndTheHundredthAttemptIsTheLast) {
+  std::int64_t minutes = 15;
+  for (int lock_out = 0; lock_out < 4; ++lock_out, minutes *= 2) {
+    for (int i = 0; i < 5; ++i)
+      ASSERT_EQ(Check(u"wrong"), Offline::WrongPassword);
+    clock.Seconds += 60 * minutes - 1;
+    ASSERT_EQ(Check(u"right"), Offline::LockedOut) << minutes;
+    clock.Seconds += 1;
+  }
+  EXPECT_EQ(Check(u"right"), Offline::Right);
+  rules.Directory.OfflineDays = 90;
+  for (int i = 0; i < 100; ++i) {
+    ASSERT_EQ(Check(u"wrong"), Offline::WrongPassword) << i;
+    if (i % 5 == 4) clock.Seconds += kDay;
+  }
+  clock.Seconds += 30 * kDay;
+  EXPECT_EQ(Check(u"right"), Offline::LockedOut);
+  offline.Remember(rules, eva, Password(u"right"));  // a server has answered again
+  EXPECT_EQ(Check(u"right"), Offline::Right);
+}
+
+TEST_F(OfflineUsersTest, WhereRulesLockOutLateTheFifthFailureBeginsToDelay) {
+  rules.LockOutFailures = 20;
+  for (int i = 0; i < 5; ++i)
+    EXPECT_EQ(Check(u"wrong"), Offline::WrongPassword);
+  EXPECT_EQ(Check(u"right"), Offline::LockedOut);
+  clock.Seconds += 1;
+  EXPECT_EQ(Check(u"wrong"), Offline::WrongPassword);
+  clock.Seconds += 1;
+  EXPECT_EQ(Check(u"right"), Offline::LockedOut);
+  clock.Seconds += 1;
+  EXPECT_EQ(Check(u"right"), Offline::Right);
+}
+
+TEST_F(OfflineUsersTest, WhatIsKeptNeedsTheKeyThatTheRulesAskFor) {
+  SimulatedFiles files;
+  TestProtection protection;
+  runtime::PasswordKeys keys(files, crypto, &protection, "users.key");
+  OfflineUsers keyed(kept, crypto, clock, &keys);
+  rules.KeyedPasswords = true;
+  EXPECT_THROW(keyed.Remember(rules, eva, Password(u"newer")), Error);
+  const runtime::KeyId id = keys.Add({});
+  keyed.Remember(rules, eva, Password(u"newer"));
+  EXPECT_EQ(kept.Records.at(u"eva").Hash.KeyId, id);
+  EXPECT_EQ(keyed.Check(rules, u"eva", Password(u"newer")).Outcome, Offline::Right);
+  EXPECT_EQ(keyed.Check(rules, u"eva", Password(u"right")).Outcome, Offline::WrongPassword);
+  files.Replace("users.key", "elsewhere");
+  EXPECT_THROW(keyed.Check(rules, u"eva", Password(u"newer")), Error);
+  EXPECT_EQ(kept.Records.at(u"eva").Failures, 1) << "what cannot be judged does not count";
 }
 
 TEST_F(OfflineUsersTest, AnAttemptIsCountedBeforeThePasswordIsLookedAt) {

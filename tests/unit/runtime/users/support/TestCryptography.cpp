@@ -1,6 +1,7 @@
 #include "support/TestCryptography.h"
 
 #include <openssl/evp.h>
+#include <openssl/hmac.h>
 #include <unicode/unorm2.h>
 
 #include <mutex>
@@ -35,6 +36,15 @@ runtime::Digest TestCryptography::Hash(std::span<const std::uint8_t> bytes) {
   if (HashFails ||
       EVP_Digest(bytes.data(), bytes.size(), digest.data(), nullptr, EVP_sha256(), nullptr) != 1)
     throw runtime::KorvelError(runtime::kCryptographyFailure, u"the digest failed");
+  return digest;
+}
+
+runtime::Digest TestCryptography::Authenticate(std::span<const std::uint8_t> key,
+                                               std::span<const std::uint8_t> bytes) {
+  runtime::Digest digest{};
+  if (HMAC(EVP_sha256(), key.data(), static_cast<int>(key.size()), bytes.data(), bytes.size(),
+           digest.data(), nullptr) == nullptr)
+    throw runtime::KorvelError(runtime::kCryptographyFailure, u"the authentication failed");
   return digest;
 }
 

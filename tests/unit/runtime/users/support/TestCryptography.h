@@ -16,6 +16,8 @@ class TestCryptography : public runtime::Cryptography {
   void DeriveKey(std::span<const std::uint8_t> password, std::span<const std::uint8_t> salt,
                  std::uint32_t iterations, std::span<std::uint8_t> key) override;
   runtime::Digest Hash(std::span<const std::uint8_t> bytes) override;
+  runtime::Digest Authenticate(std::span<const std::uint8_t> key,
+                               std::span<const std::uint8_t> bytes) override;
   void FillRandom(std::span<std::uint8_t> bytes) override;
   Password Normalized(const Password& password) override;
 

@@ -13,6 +13,7 @@
 #include "support/SimulatedDisk.h"
 #include "support/SimulatedFiles.h"
 #include "support/TestCryptography.h"
+#include "support/TestProtection.h"
 
 namespace krx::test {
 
@@ -79,7 +80,9 @@ class UserManagementTest : public testing::Test {
 
   // A further user management on the same folder, as other processes have it.
   runtime::SystemServices System() {
-    return {files, crypto, clock, {u"panel 1", u"test", u"operator"}, {disk.Name(), kPatience}};
+    return {
+        files,   crypto,     clock, {u"panel 1", u"test", u"operator"}, {disk.Name(), kPatience},
+        nullptr, &protection};
   }
 
   StoredUser StoredRecord(StringView name) {
@@ -115,6 +118,7 @@ class UserManagementTest : public testing::Test {
   SimulatedFiles files;
   TestCryptography crypto;
   TestClock clock;
+  TestProtection protection;
   runtime::Session logged_on;
   runtime::UserManagement management{System(), folder, logged_on};
   runtime::LogOnService session{management};
