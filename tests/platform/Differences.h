@@ -42,7 +42,7 @@ inline constexpr Difference kEventsAreNotKept{
 
 inline constexpr Difference kFreedCopiesStay{
     "wine10-x64, wine10-x86", [](const Platform& platform) { return platform.Wine >= 10; },
-    "freed memory stays as it was: one copy of a password as bytes, which the system's key "
-    "derivation makes, and one as text, whose maker is not known yet"};
+    "the system's key derivation leaves what it derives from in freed memory, which stays as it "
+    "was"};
 
 }  // namespace krx::test

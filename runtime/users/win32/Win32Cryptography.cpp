@@ -5,8 +5,11 @@
 #include <bcrypt.h>
 
 #include <algorithm>
+#include <array>
+#include <vector>
 
 #include "runtime/core/KorvelError.h"
+#include "runtime/users/passwords/PasswordHash.h"
 #include "runtime/users/passwords/SecretBytes.h"
 
 namespace krx::runtime {
@@ -53,6 +56,21 @@ void Win32Cryptography::DeriveKey(std::span<const std::uint8_t> password,
                               Input(salt), static_cast<ULONG>(salt.size()), iterations, key.data(),
                               static_cast<ULONG>(key.size()), 0),
         u"deriving a key");
+  TakePlaces(salt, password.size());
+}
+
+// The system does not wipe what it notes of a password, as seen under Wine; the same work on zeros
+// takes its places in memory.
+void Win32Cryptography::TakePlaces(std::span<const std::uint8_t> salt, std::size_t size) {
+  constexpr int kTimes = 4;
+  const std::vector<std::uint8_t> zeros(size);
+  std::array<std::uint8_t, kKeySize> key{};
+  for (int i = 0; i < kTimes; ++i) {
+    Check(BCryptDeriveKeyPBKDF2(algorithm_, Input(zeros), static_cast<ULONG>(size), Input(salt),
+                                static_cast<ULONG>(salt.size()), 1, key.data(),
+                                static_cast<ULONG>(key.size()), 0),
+          u"deriving a key");
+  }
 }
 
 Digest Win32Cryptography::Hash(std::span<const std::uint8_t> bytes) {

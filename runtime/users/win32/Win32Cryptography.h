@@ -21,6 +21,8 @@ class Win32Cryptography : public Cryptography {
   Password Normalized(const Password& password) override;
 
  private:
+  void TakePlaces(std::span<const std::uint8_t> salt, std::size_t size);
+
   void* algorithm_ = nullptr;  // HMAC-SHA256
   void* digest_ = nullptr;     // SHA-256
 };
