@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 #include <wincrypt.h>
 
+#include <atomic>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <thread>
+#include <vector>
 
 #include "directory/PlantServer.h"
 #include "host/UserManager.h"
@@ -118,6 +121,34 @@ TEST_F(SystemClientTest, AServerThatDiesIsFollowedByTheSecond) {
   EXPECT_EQ(both.LogOn(u"eva"), LogOnSucceeded);
   second.Kill();
   EXPECT_THROW(both.LogOn(u"eva"), DirectorySilence);
+}
+
+TEST_F(SystemClientTest, AServerKilledInTheMiddleOfLogOnsRefusesNobody) {
+  constexpr int kOperators = 4;
+  constexpr int kAfterwards = 5;  // log-ons of each
+  PlantServer second;
+  Panel both({server.Server(), second.Server()});
+  std::atomic<int> done = 0;
+  std::atomic<bool> killed = false;
+  std::vector<std::jthread> operators;
+  for (int i = 0; i < kOperators; ++i) {
+    operators.emplace_back([&] {
+      for (int left = kAfterwards; left > 0; left -= killed ? 1 : 0, ++done) {
+        try {
+          const auto outcome = both.users.LogOn(both.rules, {}, u"eva", Password(kPlantPassword));
+          EXPECT_EQ(outcome.Code, LogOnSucceeded);
+        } catch (const Error& failure) {
+          ADD_FAILURE() << failure.what();
+        }
+      }
+    });
+  }
+  while (done < kOperators)
+    std::this_thread::yield();
+  server.Kill();
+  killed = true;
+  operators.clear();
+  EXPECT_GE(done, kOperators * (1 + kAfterwards));
 }
 
 // Trusts an authority for as long as it lives.
