@@ -40,9 +40,9 @@ BarTrack::Part BarTrack::At(int y) const {
 int BarTrack::After(Part part) const {
   switch (part) {
     case Part::LineUp:
-      return Within(rows_.Top - 1);
+      return Within(rows_.Top - rows_.Line);
     case Part::LineDown:
-      return Within(rows_.Top + 1);
+      return Within(rows_.Top + rows_.Line);
     case Part::PageUp:
       return Within(rows_.Top - rows_.Page);
     case Part::PageDown:

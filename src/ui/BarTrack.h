@@ -2,8 +2,8 @@
 
 namespace krx::ui {
 
-// The parts of an upright scroll bar, in pixels from its upper end, and what they do to the rows
-// that it scrolls.
+// The parts of a scroll bar, in pixels from its upper end, and what they do to the rows that it
+// scrolls. What scrolls sideways counts pixels instead, and a level bar begins where its texts do.
 class BarTrack {
  public:
   enum class Part { None, LineUp, PageUp, Thumb, PageDown, LineDown };
@@ -11,6 +11,7 @@ class BarTrack {
     int Count = 0;
     int Page = 0;  // that are in sight at once
     int Top = 0;
+    int Line = 1;  // that an arrow goes on by
     // Whether there are more of them than can be seen.
     bool Scroll() const { return Page > 0 && Count > Page; }
     bool operator==(const Rows&) const = default;
@@ -19,6 +20,7 @@ class BarTrack {
   // The arrows are squares; a bar that is too short for a thumb has none.
   BarTrack(int length, int width, int lowest_thumb, const Rows& rows);
 
+  int Length() const { return length_; }
   int Arrow() const { return arrow_; }
   int ThumbTop() const { return thumb_; }
   int ThumbEnd() const { return thumb_ + thumb_length_; }

@@ -98,6 +98,13 @@ void DrawInside(Canvas& canvas, Color color) {
   canvas.Shape(color, bend);
 }
 
+void DrawBack(Canvas& canvas, Color color) {
+  auto bend = Bend(canvas);
+  for (Dot& dot : bend)
+    dot = {canvas.Size() - dot.Y, dot.X};
+  canvas.Shape(color, bend);
+}
+
 // An arrow with a shaft.
 void DrawUp(Canvas& canvas, Color color) {
   auto bend = Bend(canvas);
@@ -199,6 +206,9 @@ std::vector<Color> Draw(Picture picture, int size, const Inks& inks, Color groun
       break;
     case Picture::Inside:
       DrawInside(canvas, inks.Line);
+      break;
+    case Picture::Back:
+      DrawBack(canvas, inks.Line);
       break;
     case Picture::Up:
       DrawUp(canvas, inks.Line);

@@ -7,7 +7,7 @@
 namespace krx::ui {
 
 // The pictures of the controls. They are drawn by outlines, so every size has smooth edges.
-enum class Picture { Cross, Down, Above, Inside, Up, Folder, OpenFolder, Drive, File };
+enum class Picture { Cross, Down, Above, Inside, Back, Up, Folder, OpenFolder, Drive, File };
 
 // Inks of a picture.
 struct Inks {

@@ -1,3 +1,7 @@
+#include <windows.h>
+
+#include <commctrl.h>  // builds on the one above
+
 #include <algorithm>
 #include <set>
 
@@ -158,6 +162,83 @@ TEST_F(ScrollBars, HaveTheColoursOfTheTheme) {
     drive::ReleaseMouse(drive::MouseButton::Left, thumb);
     person.PointAway();
     seen(dark.Border, "the thumb again");
+  });
+}
+
+// Columns that are wider than their list, and the bar below them.
+class LevelBars : public ScrollBars {
+ protected:
+  LevelBars() {
+    form.Panel.Theme = Theme::Dark;
+    form.lvw.Columns = {{u"Name", 4000}, {u"State", 2000}};
+  }
+  static RECT LevelBarOf(HWND window) {
+    RECT whole{};
+    RECT area{};
+    GetWindowRect(window, &whole);
+    GetClientRect(window, &area);
+    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&area), 2);
+    return {area.left, area.bottom, area.right, whole.bottom - GetSystemMetrics(SM_CYEDGE)};
+  }
+};
+
+TEST_F(LevelBars, HaveTheColoursOfTheTheme) {
+  const ui::Palette dark = ColorsOf(Theme::Dark);
+  WorkWith(form.lvw, [&](Person& person, const List& list) {
+    const HWND window = list.TheWindow().Handle();
+    person.PointAway();
+    const RECT bar = LevelBarOf(window);
+    EXPECT_EQ(bar.bottom - bar.top, GetSystemMetrics(SM_CXVSCROLL));
+    const std::set<COLORREF> foreign{GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_SCROLLBAR),
+                                     RGB(255, 255, 255)};
+    person.Await(
+        [&] {
+          const auto colors = Colors(bar);
+          return colors.contains(dark.Face) && colors.contains(dark.Border) &&
+                 std::none_of(colors.begin(), colors.end(),
+                              [&](COLORREF color) { return foreign.contains(color); });
+        },
+        "the bar in the theme's colours");
+  });
+}
+
+TEST_F(LevelBars, MoveTheColumns) {
+  WorkWith(form.lvw, [&](Person& person, const List& list) {
+    const HWND window = list.TheWindow().Handle();
+    const RECT bar = LevelBarOf(window);
+    const LONG y = (bar.top + bar.bottom) / 2;
+    const auto left = [&] {
+      RECT header{};
+      GetWindowRect(ListView_GetHeader(window), &header);
+      return header.left;
+    };
+    const LONG home = left();
+    person.ClickAt({bar.right - 4, y});
+    person.Await([&] { return left() < home; }, "a step");
+    person.ClickAt({bar.left + 4, y});
+    person.Await([&] { return left() == home; }, "a step back");
+    const LONG begin = bar.left + (bar.bottom - bar.top) + 8;
+    person.DragTo({begin, y}, {bar.right, y});
+    const LONG hidden = ListView_GetColumnWidth(window, 0) + ListView_GetColumnWidth(window, 1) -
+                        (bar.right - bar.left);
+    person.Await([&] { return left() == home - hidden; }, "the end");
+    EXPECT_EQ(form.lvw.SelectedRow(), ui::RowList::kNoRow);
+  });
+}
+
+TEST_F(LevelBars, BeginAtTheRightWhereTextsDo) {
+  form.AsksRightToLeft = [] { return true; };
+  WorkWith(form.lvw, [&](Person& person, const List& list) {
+    const HWND window = list.TheWindow().Handle();
+    const RECT bar = LevelBarOf(window);
+    const auto right = [&] {
+      RECT header{};
+      GetWindowRect(ListView_GetHeader(window), &header);
+      return header.right;
+    };
+    const LONG home = right();
+    person.ClickAt({bar.left + 4, (bar.top + bar.bottom) / 2});
+    person.Await([&] { return right() > home; }, "a step");
   });
 }
 

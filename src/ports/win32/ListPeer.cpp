@@ -44,7 +44,11 @@ ListPeer::ListPeer(Toolkit& toolkit, FormPeer& form, ui::RowList& list)
             [this](int top) {
               finger_.StopGliding();
               ShowTop(top);
-            }}) {
+            }}),
+      level_(toolkit, form, ScrollBar::Wide::AsUsual,
+             {[this] { return Breadth(); },
+              [this](int left) { Send(LVM_SCROLL, static_cast<WPARAM>(left - Breadth().Top)); }},
+             ScrollBar::Lie::Level) {
   LoadListClass();
   constexpr DWORD kStyle = LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS |
                            LVS_SHAREIMAGELISTS | LVS_NOSORTHEADER;

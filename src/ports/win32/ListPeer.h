@@ -82,7 +82,6 @@ class ListPeer final : public ControlPeer {
   void PaintBorder() const;
   void PaintCorner(HDC dc, const RECT& whole) const;
   void PaintStrip(HDC dc, const RECT& strip) const;
-  LRESULT PaintFrame(HRGN region);
   void Hover(UINT message, LPARAM point);
 
   LRESULT HeaderReported(WPARAM w, LPARAM l);
@@ -109,6 +108,9 @@ class ListPeer final : public ControlPeer {
   void ScrollTo(int row);
   int RowAt(LPARAM point) const;
   double Now() const { return form_.Form().ThePlatform().Ticks(); }
+  void FollowBreadth();
+  // What the columns need of the width, in pixels.
+  ui::BarTrack::Rows Breadth() const;
   int TopRow() const { return static_cast<int>(Send(LVM_GETTOPINDEX)); }
 
   ui::RowList& list_;
@@ -117,6 +119,7 @@ class ListPeer final : public ControlPeer {
 
   FingerScroll finger_;
   ScrollBar bar_;
+  ScrollBar level_;
   Hovering hovering_;
   int wheel_rest_ = 0;             // turns of the wheel that make no whole row yet
   int hot_ = ui::RowList::kNoRow;  // row under the pointer

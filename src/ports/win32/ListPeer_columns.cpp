@@ -64,6 +64,7 @@ void ListPeer::SizeColumns() {
   for (std::size_t i = 0; i < widths.size(); ++i) {
     if (Send(LVM_GETCOLUMNWIDTH, i) != widths[i]) Send(LVM_SETCOLUMNWIDTH, i, widths[i]);
   }
+  FollowBreadth();
 }
 
 // The header
@@ -74,6 +75,7 @@ LRESULT ListPeer::HeaderReported(WPARAM w, LPARAM l) {
     return DrawHeader(reinterpret_cast<const NMCUSTOMDRAW&>(header));
   const LRESULT result = ControlPeer::Handle(WM_NOTIFY, w, l);
   ColumnResized(header);
+  if (Window()) FollowBreadth();
   return result;
 }
 

@@ -21,11 +21,14 @@ int ListPeer::StripWidth() const {
 
 // The system's list shows its scroll bar by its style, anew whenever its rows change.
 LRESULT ListPeer::SizeFrame(WPARAM w, LPARAM l) {
-  DropSystemBars(Window(), list_.DragScrolls ? WS_VSCROLL | WS_HSCROLL : WS_VSCROLL);
+  DropSystemBars(Window(), WS_VSCROLL | WS_HSCROLL);
   const LRESULT result = Default(WM_NCCALCSIZE, w, l);
   // Both forms of the message start with what is to be the client area.
   RECT& client = *reinterpret_cast<RECT*>(l);
-  if (!list_.DragScrolls) bar_.TakeRoom(Window(), client);
+  if (!list_.DragScrolls) {
+    bar_.TakeRoom(Window(), client);
+    level_.TakeRoom(Window(), client);
+  }
   const bool mirrored = (GetWindowLongPtrW(Window(), GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0;
   (mirrored ? client.left : client.right) += mirrored ? StripWidth() : -StripWidth();
   return result;
@@ -45,12 +48,14 @@ void ListPeer::PaintBorder() const {
   ExcludeClipRect(dc, edge, edge, whole.right - edge, whole.bottom - edge);
   PaintField(dc, whole, {list_.Enabled(), GetFocus() == Window(), hovering_.Inside()});
   ReleaseDC(Window(), dc);
-  if (!list_.DragScrolls) bar_.Paint(Window());
+  if (list_.DragScrolls) return;
+  bar_.Paint(Window());
+  level_.Paint(Window());
 }
 
-// Where the scroll bars meet, of which the level one is the system's.
+// Where the scroll bars meet.
 void ListPeer::PaintCorner(HDC dc, const RECT& whole) const {
-  if ((GetWindowLongPtrW(Window(), GWL_STYLE) & WS_HSCROLL) == 0) return;
+  if (list_.DragScrolls) return;
   const int edge = GetSystemMetrics(SM_CXEDGE);
   RECT area{};
   GetClientRect(Window(), &area);
@@ -58,12 +63,31 @@ void ListPeer::PaintCorner(HDC dc, const RECT& whole) const {
         form_.Theme()->Face);
 }
 
+ui::BarTrack::Rows ListPeer::Breadth() const {
+  constexpr int kStep = 20;  // pixels at 96 dpi
+  int columns = 0;
+  for (int column = 0; column < columns_; ++column)
+    columns += static_cast<int>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column)));
+  RECT area{};
+  GetClientRect(Window(), &area);
+  return {columns, static_cast<int>(area.right), GetScrollPos(Window(), SB_HORZ),
+          form_.Scale().Thickness(kStep)};
+}
+
 ui::BarTrack::Rows ListPeer::Extent() const {
   return {list_.RowCount(), static_cast<int>(Send(LVM_GETCOUNTPERPAGE)), TopRow()};
 }
 
+void ListPeer::FollowBreadth() {
+  if (!list_.DragScrolls) level_.Follow(Window());
+}
+
 void ListPeer::FollowRows() {
-  if (!list_.DragScrolls) return bar_.Follow(Window());
+  if (!list_.DragScrolls) {
+    bar_.Follow(Window());
+    level_.Follow(Window());
+    return;
+  }
   if (IsWindowVisible(Window())) PaintBorder();
 }
 
@@ -82,23 +106,6 @@ void ListPeer::PaintStrip(HDC dc, const RECT& strip) const {
   slider.top += MulDiv(room - height, std::min(TopRow(), rows - page), rows - page);
   slider.bottom = slider.top + height;
   Flood(dc, slider, form_.Theme()->Border);
-}
-
-// The system's level scroll bar is its own, the rest is ours.
-LRESULT ListPeer::PaintFrame(HRGN region) {
-  const auto style = GetWindowLongPtrW(Window(), GWL_STYLE);
-  if ((style & WS_HSCROLL) != 0) {
-    RECT inner{};
-    GetWindowRect(Window(), &inner);
-    const int edge = GetSystemMetrics(SM_CXEDGE);
-    InflateRect(&inner, -edge, -edge);
-    const HRGN within = CreateRectRgnIndirect(&inner);
-    if (reinterpret_cast<WPARAM>(region) > 1) CombineRgn(within, within, region, RGN_AND);
-    Default(WM_NCPAINT, reinterpret_cast<WPARAM>(within), 0);
-    DeleteObject(within);
-  }
-  PaintBorder();
-  return 0;
 }
 
 void ListPeer::AdoptTop() {

@@ -78,8 +78,10 @@ void ListPeer::TellRow(const NMLISTVIEW& change) const {
 // Mouse and keyboard
 
 LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
-  if (const auto heard = list_.DragScrolls ? std::nullopt : bar_.Hear(Window(), message, w, l))
-    return *heard;
+  if (!list_.DragScrolls) {
+    for (ScrollBar* const bar : {&bar_, &level_})
+      if (const auto heard = bar->Hear(Window(), message, w, l)) return *heard;
+  }
   Hover(message, l);
   if (const auto touched = HandleTouch(message, w, l)) return *touched;
   switch (message) {
@@ -115,7 +117,8 @@ LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
     case WM_NOTIFY:
       return HeaderReported(w, l);
     case WM_NCPAINT:
-      return PaintFrame(reinterpret_cast<HRGN>(w));
+      PaintBorder();
+      return 0;
     default:
       break;
   }
@@ -127,6 +130,7 @@ LRESULT ListPeer::Handle(UINT message, WPARAM w, LPARAM l) {
   const bool may_scroll = message == WM_VSCROLL || message == WM_CHAR ||
                           message == LVM_ENSUREVISIBLE || message == LVM_SCROLL;
   if (may_scroll && !IsFollowing() && Window()) AdoptTop();
+  if ((may_scroll || message == WM_HSCROLL) && Window()) FollowBreadth();
   return result;
 }
 
@@ -148,6 +152,7 @@ LRESULT ListPeer::KeyDown(WPARAM key, LPARAM l) {
   const int row = RowWith(LVNI_FOCUSED);
   if (Walks(key) && row >= 0) Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
   AdoptTop();
+  FollowBreadth();
   return result;
 }
 

@@ -48,6 +48,10 @@ int ScrollBar::Width() const {
 void ScrollBar::TakeRoom(HWND, RECT& client) {
   has_room_ = target_.Rows().Scroll();
   if (!has_room_) return;
+  if (Level()) {
+    client.bottom -= Width();
+    return;
+  }
   (OnTheLeft() ? client.left : client.right) += OnTheLeft() ? Width() : -Width();
 }
 
@@ -65,19 +69,36 @@ RECT ScrollBar::PlaceOnScreen(HWND window) const {
   RECT area{};
   GetClientRect(window, &area);
   MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&area), 2);
+  if (Level()) return {area.left, area.bottom, area.right, area.bottom + Width()};
   if (OnTheLeft()) return {area.left - Width(), area.top, area.left, area.bottom};
   return {area.right, area.top, area.right + Width(), area.bottom};
 }
 
 ui::BarTrack ScrollBar::Track(const RECT& place, const ui::BarTrack::Rows& rows) const {
-  return {static_cast<int>(place.bottom - place.top), static_cast<int>(place.right - place.left),
-          form_.Scale().Thickness(kLowestThumb), rows};
+  const auto width = static_cast<int>(place.right - place.left);
+  const auto height = static_cast<int>(place.bottom - place.top);
+  return {Level() ? width : height, Level() ? height : width, form_.Scale().Thickness(kLowestThumb),
+          rows};
+}
+
+UINT_PTR ScrollBar::Timer() const {
+  return Level() ? kTimer + 1 : kTimer;
+}
+
+int ScrollBar::Along(const RECT& place, POINT screen) const {
+  if (!Level()) return static_cast<int>(screen.y - place.top);
+  return static_cast<int>(OnTheLeft() ? place.right - 1 - screen.x : screen.x - place.left);
+}
+
+RECT ScrollBar::Piece(const RECT& place, int from, int to) const {
+  if (!Level()) return {place.left, place.top + from, place.right, place.top + to};
+  return {place.left + from, place.top, place.left + to, place.bottom};
 }
 
 ScrollBar::Part ScrollBar::PartAt(HWND window, POINT screen) const {
   const RECT place = PlaceOnScreen(window);
   if (!has_room_ || !PtInRect(&place, screen)) return Part::None;
-  return Track(place, target_.Rows()).At(static_cast<int>(screen.y - place.top));
+  return Track(place, target_.Rows()).At(Along(place, screen));
 }
 
 // A list that drops has the mouse while it is open, so presses beside its rows may come as if they
@@ -88,7 +109,7 @@ std::optional<LRESULT> ScrollBar::Hear(HWND window, UINT message, WPARAM w, LPAR
   switch (message) {
     case WM_NCHITTEST: {
       const RECT place = PlaceOnScreen(window);
-      if (has_room_ && PtInRect(&place, at)) return HTVSCROLL;
+      if (has_room_ && PtInRect(&place, at)) return Level() ? HTHSCROLL : HTVSCROLL;
       return {};
     }
     case WM_NCLBUTTONDOWN:
@@ -114,7 +135,7 @@ std::optional<LRESULT> ScrollBar::Hear(HWND window, UINT message, WPARAM w, LPAR
       if (held_ != Part::None) LetGo(window);
       return {};
     case WM_TIMER:
-      if (w != kTimer) return {};
+      if (w != Timer()) return {};
       Repeat(window);
       return 0;
     default:
@@ -128,11 +149,11 @@ bool ScrollBar::Press(HWND window, POINT screen) {
   const RECT place = PlaceOnScreen(window);
   held_ = part;
   pointer_ = screen;
-  grip_ = static_cast<int>(screen.y - place.top) - Track(place, target_.Rows()).ThumbTop();
+  grip_ = Along(place, screen) - Track(place, target_.Rows()).ThumbTop();
   captured_ = GetCapture() != window;
   if (captured_) SetCapture(window);
   if (part != Part::Thumb) {
-    SetTimer(window, kTimer, kFirstRepeat, nullptr);
+    SetTimer(window, Timer(), kFirstRepeat, nullptr);
     Step(window);
   }
   Paint(window);
@@ -144,7 +165,7 @@ void ScrollBar::Move(HWND window, POINT screen) {
   if (held_ == Part::None) return Heat(window, PartAt(window, screen));
   if (held_ != Part::Thumb) return;
   const RECT place = PlaceOnScreen(window);
-  const int thumb = static_cast<int>(screen.y - place.top) - grip_;
+  const int thumb = Along(place, screen) - grip_;
   target_.ScrollTo(Track(place, target_.Rows()).TopFor(thumb));
   Follow(window);
 }
@@ -156,13 +177,13 @@ void ScrollBar::Step(HWND window) {
 
 // Only while the pointer is on what was pressed: pages end where it is.
 void ScrollBar::Repeat(HWND window) {
-  SetTimer(window, kTimer, kRepeat, nullptr);
+  SetTimer(window, Timer(), kRepeat, nullptr);
   if (PartAt(window, pointer_) == held_) Step(window);
 }
 
 void ScrollBar::LetGo(HWND window) {
   held_ = Part::None;
-  KillTimer(window, kTimer);
+  KillTimer(window, Timer());
   if (std::exchange(captured_, false) && GetCapture() == window) ReleaseCapture();
   hot_ = PartAt(window, pointer_);
   Paint(window);
@@ -187,9 +208,9 @@ void ScrollBar::Paint(HWND window) const {
     const LONG width = whole.right - whole.left;
     place = {width - place.right, place.top, width - place.left, place.bottom};
   }
-  const int arrow = Track(place, target_.Rows()).Arrow();
-  PaintArrow(dc, {place.left, place.top, place.right, place.top + arrow}, Part::LineUp);
-  PaintArrow(dc, {place.left, place.bottom - arrow, place.right, place.bottom}, Part::LineDown);
+  const ui::BarTrack track = Track(place, target_.Rows());
+  PaintArrow(dc, Piece(place, 0, track.Arrow()), Part::LineUp);
+  PaintArrow(dc, Piece(place, track.Length() - track.Arrow(), track.Length()), Part::LineDown);
   PaintThumb(dc, place);
   ReleaseDC(window, dc);
 }
@@ -201,22 +222,31 @@ void ScrollBar::PaintArrow(HDC dc, const RECT& place, Part part) const {
   const COLORREF ink = held ? theme->PressedText : hot_ == part ? theme->KeyText : theme->Text;
   Flood(dc, place, ground);
   const auto size = static_cast<int>(place.right - place.left) * 3 / 5;
-  toolkit_.Drawing.Picture(dc, place, part == Part::LineUp ? ui::Picture::Above : ui::Picture::Down,
-                           size, ui::InksOf(theme.Colors(), ink), ground);
+  const bool first = part == Part::LineUp;
+  const ui::Picture picture = Level() ? first ? ui::Picture::Back : ui::Picture::Inside
+                              : first ? ui::Picture::Above
+                                      : ui::Picture::Down;
+  toolkit_.Drawing.Picture(dc, place, picture, size, ui::InksOf(theme.Colors(), ink), ground);
 }
 
 void ScrollBar::PaintThumb(HDC dc, const RECT& place) const {
   const Theme& theme = form_.Theme();
   const ui::BarTrack track = Track(place, target_.Rows());
-  const LONG end = place.bottom - track.Arrow();
-  RECT thumb{place.left, place.top + track.ThumbTop(), place.right, place.top + track.ThumbEnd()};
-  Flood(dc, {place.left, place.top + track.Arrow(), place.right, thumb.top}, theme->Face);
-  Flood(dc, {place.left, thumb.bottom, place.right, end}, theme->Face);
-  if (thumb.top == thumb.bottom) return;
+  Flood(dc, Piece(place, track.Arrow(), track.ThumbTop()), theme->Face);
+  Flood(dc, Piece(place, track.ThumbEnd(), track.Length() - track.Arrow()), theme->Face);
+  if (track.ThumbTop() == track.ThumbEnd()) return;
+  const RECT whole = Piece(place, track.ThumbTop(), track.ThumbEnd());
   const int margin = form_.Scale().Thickness(kThumbMargin);
-  Flood(dc, {thumb.left, thumb.top, thumb.left + margin, thumb.bottom}, theme->Face);
-  Flood(dc, {thumb.right - margin, thumb.top, thumb.right, thumb.bottom}, theme->Face);
-  InflateRect(&thumb, -margin, 0);
+  RECT thumb = whole;
+  InflateRect(&thumb, Level() ? 0 : -margin, Level() ? -margin : 0);
+  Flood(dc,
+        {whole.left, whole.top, Level() ? whole.right : thumb.left,
+         Level() ? thumb.top : whole.bottom},
+        theme->Face);
+  Flood(dc,
+        {Level() ? whole.left : thumb.right, Level() ? thumb.bottom : whole.top, whole.right,
+         whole.bottom},
+        theme->Face);
   const COLORREF color = held_ == Part::Thumb  ? theme->Accent
                          : hot_ == Part::Thumb ? theme->Text
                                                : theme->Border;

@@ -8,9 +8,9 @@
 
 namespace krx::win32 {
 
-// The upright scroll bar of a window, in the colours of its form. It lies beside the client area as
-// the system's does, whose colours and width nobody can choose, and is worked alike: arrows and
-// pages repeat while they are held, the thumb is dragged.
+// A scroll bar of a window, in the colours of its form. It lies beside the client area as
+// the system's does, a level one below it, whose colours and width nobody can choose, and is worked
+// alike: arrows and pages repeat while they are held, the thumb is dragged.
 class ScrollBar {
  public:
   // What it scrolls.
@@ -19,9 +19,10 @@ class ScrollBar {
     std::function<void(int top)> ScrollTo;
   };
   enum class Wide { AsUsual, ForFingers };
+  enum class Lie { Upright, Level };
 
-  ScrollBar(Toolkit& toolkit, FormPeer& form, Wide wide, Target target)
-      : toolkit_(toolkit), form_(form), wide_(wide), target_(std::move(target)) {}
+  ScrollBar(Toolkit& toolkit, FormPeer& form, Wide wide, Target target, Lie lie = Lie::Upright)
+      : toolkit_(toolkit), form_(form), wide_(wide), lie_(lie), target_(std::move(target)) {}
 
   int Width() const;
   // Hears every message of the window before the window does; none where the message is not the
@@ -36,7 +37,13 @@ class ScrollBar {
  private:
   using Part = ui::BarTrack::Part;
 
+  bool Level() const { return lie_ == Lie::Level; }
   bool OnTheLeft() const { return form_.Mirrored(); }
+  UINT_PTR Timer() const;
+  // How far a point is from the bar's beginning.
+  int Along(const RECT& place, POINT screen) const;
+  // A part of the bar between two distances from its beginning.
+  RECT Piece(const RECT& place, int from, int to) const;
   RECT PlaceOnScreen(HWND window) const;
   ui::BarTrack Track(const RECT& place, const ui::BarTrack::Rows& rows) const;
   Part PartAt(HWND window, POINT screen) const;
@@ -52,13 +59,14 @@ class ScrollBar {
   Toolkit& toolkit_;
   FormPeer& form_;
   const Wide wide_;
+  const Lie lie_;
   const Target target_;
   bool has_room_ = false;
   ui::BarTrack::Rows shown_;
   Part hot_ = Part::None;
   Part held_ = Part::None;
   POINT pointer_{};  // where it was last while a part is held
-  int grip_ = 0;     // from the thumb's upper end to the pointer
+  int grip_ = 0;     // from the thumb's beginning to the pointer
   bool captured_ = false;
 };
 

@@ -16,9 +16,9 @@ namespace {
 
 constexpr Color kGround = 0xFFFFFF;
 constexpr Inks kInks{0x000000, 0x202020, 0x404040, 0x606060, 0x808080};
-constexpr std::array kAll{Picture::Cross, Picture::Down,   Picture::Inside,
-                          Picture::Up,    Picture::Folder, Picture::OpenFolder,
-                          Picture::Drive, Picture::File,   Picture::Above};
+constexpr std::array kAll{Picture::Cross,  Picture::Down,       Picture::Inside, Picture::Up,
+                          Picture::Folder, Picture::OpenFolder, Picture::Drive,  Picture::File,
+                          Picture::Above,  Picture::Back};
 
 double Sum(const std::vector<double>& shares) {
   return std::accumulate(shares.begin(), shares.end(), 0.0);
@@ -78,12 +78,12 @@ bool Alike(Color a, Color b) {
 }
 
 TEST_P(Sizes, PicturesWithTwoSidesAreSymmetric) {
-  for (const Picture picture :
-       {Picture::Cross, Picture::Down, Picture::Above, Picture::Up, Picture::Inside}) {
+  for (const Picture picture : {Picture::Cross, Picture::Down, Picture::Above, Picture::Up,
+                                Picture::Inside, Picture::Back}) {
     const std::vector<Color> pixels = Drawn(picture);
     for (int a = 0; a < size; ++a) {
       for (int b = 0; b < size; ++b) {
-        const bool level = picture == Picture::Inside;
+        const bool level = picture == Picture::Inside || picture == Picture::Back;
         const Color here = level ? At(pixels, a, b) : At(pixels, b, a);
         const Color there = level ? At(pixels, a, size - 1 - b) : At(pixels, size - 1 - b, a);
         EXPECT_TRUE(Alike(here, there)) << static_cast<int>(picture) << ' ' << a << ' ' << b;
