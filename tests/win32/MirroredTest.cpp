@@ -5,6 +5,7 @@
 #include "ListsTest.h"
 #include "ScreenPixels.h"
 #include "TestForm.h"
+#include "driver/List.h"
 #include "ports/win32/Screen.h"
 
 // Forms of languages that are written from right to left.
@@ -120,10 +121,10 @@ TEST_F(MirroredForms, ReportTheMouseFromTheLeft) {
   EXPECT_NEAR(x, expected, 15) << "a pixel may be lost between the two counts";
 }
 
-// A combo box with a letter that is its own mirror image.
-class FormWithLetter : public FormWithCross {
+// A combo box and a list with a letter that is its own mirror image.
+class FormWithLetters : public FormWithCross {
  public:
-  explicit FormWithLetter(ui::Platform& platform) : FormWithCross(platform, u"FLetter") {
+  explicit FormWithLetters(ui::Platform& platform) : FormWithCross(platform, u"FLetters") {
     Width = 4500;
     Height = 2400;
     MakeCross(keyClose, {4230, 30, 240, 240});
@@ -131,21 +132,28 @@ class FormWithLetter : public FormWithCross {
     cboName.AddItem(u"H", ui::ComboBox::kAtEnd);
     cboName.Select(0);
     cboName.Place({300, 600, 3000, 400});
+    lvwNames.Place({300, 1200, 3000, 1000});
+    lvwNames.Columns = {{u"", 0}};
+    lvwNames.SetRows({{u"H"}});
   }
 
   ui::KRXKey keyClose{*this, u"keyClose"};
   ui::KRXComboBox cboName{*this, u"cboName"};
+  ui::ListView lvwNames{*this, u"lvwNames"};
 };
 
-// How far the letter is from the edge of the field that it begins at.
-int InsetOfLetter(bool mirrored) {
+// How far the letter is from the edge of the field, or of its row, that it begins at.
+int InsetOfLetter(bool in_list, bool mirrored) {
   win32::Win32Platform platform;
-  FormWithLetter form(platform);
+  FormWithLetters form(platform);
   form.AsksRightToLeft = [mirrored] { return mirrored; };
   int inset = 0;
   ShowWith(form, [&](Person& person) {
     person.PointAway();
-    RECT place = BoundsOf(person.Control(person.AwaitForm(u"FLetter"), u"cboName"));
+    const HWND window = person.AwaitForm(u"FLetters");
+    RECT place = in_list
+                     ? drive::List(drive::Window(person.Control(window, u"lvwNames"))).RowBounds(0)
+                     : BoundsOf(person.Control(window, u"cboName"));
     InflateRect(&place, -4, -4);  // without the ring of the focus
     const int width = place.right - place.left;
     const auto is_there = [&] {
@@ -168,7 +176,8 @@ int InsetOfLetter(bool mirrored) {
 
 TEST(MirroredTexts, BeginAsFarFromTheirEdgeAsOthers) {
   constexpr int kRounding = 2;  // of the letter's stems, less than a space is wide
-  EXPECT_NEAR(InsetOfLetter(true), InsetOfLetter(false), kRounding);
+  for (const bool in_list : {false, true})
+    EXPECT_NEAR(InsetOfLetter(in_list, true), InsetOfLetter(in_list, false), kRounding) << in_list;
 }
 
 TEST(MirroredCaption, DragsTheFormWithThePointer) {

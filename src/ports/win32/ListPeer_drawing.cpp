@@ -89,8 +89,7 @@ void ListPeer::DrawCells(HDC dc, int row, const RECT& place, const RowLook& look
     if (column + 1 == std::ssize(columns)) text.right -= DrawMark(dc, row, text, look);
     String shown(list_.ShownCell(row, column));
     if (form_.Mirrored()) shown = ui::InsideRightToLeft(shown);
-    DrawTextW(dc, Wide(shown), static_cast<int>(shown.size()), &text,
-              DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
+    Texts::DrawCut(dc, shown, text);
     cell.left = cell.right;
   }
   SelectObject(dc, before);

@@ -27,6 +27,17 @@ bool HasTab(StringView line) {
   return line.find(u'\t') != StringView::npos;
 }
 
+bool KeepsOrder(StringView line) {
+  return line.starts_with(ui::kLeftToRightMark);
+}
+
+StringView Unmarked(StringView line) {
+  if (!KeepsOrder(line)) return line;
+  line.remove_prefix(1);
+  if (line.ends_with(ui::kLeftToRightMark)) line.remove_suffix(1);
+  return line;
+}
+
 // Systems do not agree how texts read, nor which pixels are filled, where drawing is mirrored. So
 // the mirror is taken away while this lives, and texts are told to end where they would have begun.
 class WithoutMirror {
@@ -52,19 +63,15 @@ class WithoutMirror {
   // Where a text begins that is so far from the area's edge.
   int Begin(int indent) const { return Mirrored() ? area_.right - indent : area_.left + indent; }
   // A line as it is to be drawn: one that marks keep in its own order is told to read so instead,
-  // as some systems give the marks a width.
+  // as some systems show the marks or give them a width.
   StringView Direct(StringView line) const {
     if (!Mirrored()) return line;
-    const bool own = line.starts_with(ui::kLeftToRightMark);
-    SetTextAlign(dc_, own ? TA_RIGHT : TA_RIGHT | TA_RTLREADING);
-    if (own) line.remove_prefix(1);
-    if (own && line.ends_with(ui::kLeftToRightMark)) line.remove_suffix(1);
-    return line;
+    SetTextAlign(dc_, KeepsOrder(line) ? TA_RIGHT : TA_RIGHT | TA_RTLREADING);
+    return Unmarked(line);
   }
-
- private:
   bool Mirrored() const { return (layout_ & LAYOUT_RTL) != 0; }
 
+ private:
   HDC dc_;
   DWORD layout_;
   RECT area_;
@@ -172,6 +179,18 @@ void Texts::Draw(HDC dc, const SharedFont& font, StringView text, const RECT& ar
     }
   });
   SelectObject(dc, before);
+}
+
+void Texts::DrawCut(HDC dc, StringView text, const RECT& area) {
+  const WithoutMirror plain(dc, area);
+  RECT place = plain.Area();
+  UINT format = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX;
+  if (plain.Mirrored()) {
+    SetTextAlign(dc, TA_LEFT);
+    format |= KeepsOrder(text) ? DT_RIGHT : DT_RIGHT | DT_RTLREADING;
+    text = Unmarked(text);
+  }
+  DrawTextW(dc, WideData(text), static_cast<int>(text.size()), &place, format);
 }
 
 }  // namespace krx::win32

@@ -45,6 +45,9 @@ class Texts {
              const std::function<StringView(std::size_t)>& text);
   // Fills the area and draws the text in it, vertically centred, `indent` pixels from the left.
   void Draw(HDC dc, const SharedFont& font, StringView text, const RECT& area, int indent);
+  // Draws one line in the font that is chosen, on what is there; ends it with an ellipsis where it
+  // is too wide.
+  static void DrawCut(HDC dc, StringView text, const RECT& area);
 
  private:
   int LineHeight(const SharedFont& font);
