@@ -1,7 +1,7 @@
 // Passwords that were typed into the dialogs are nowhere in the client any more once these are
 // gone.
 
-#include "support/MemoryScan.h"
+#include "support/ForgottenSecret.h"
 #include "users/UsersTest.h"
 
 namespace krx::drive {
@@ -13,21 +13,8 @@ constexpr const wchar_t* kThird = L"z9hmvkc6tbxqjw2fdnr8gpyl3s5u";
 
 class SecretInDialogs : public DialogTest {
  protected:
-  // The client's memory while it shows a box that waits.
   void ExpectForgotten(const std::wstring& secret, const char* what) {
-    const HANDLE process =
-        OpenProcess(PROCESS_VM_READ | PROCESS_QUERY_INFORMATION, FALSE, TheClient().ProcessId());
-    ASSERT_NE(process, nullptr);
-    const std::wstring half = secret.substr(secret.size() / 2);
-    const test::Copies found =
-        test::CopiesIn(process, half.size(), [&half](std::size_t i) { return half[i]; });
-    // The scan finds what is there.
-    const std::wstring shown = L"a box that waits";
-    EXPECT_GE(test::CopiesIn(process, shown.size(), [&](std::size_t i) { return shown[i]; }).Text,
-              1);
-    CloseHandle(process);
-    EXPECT_EQ(found.Text, 0) << what;
-    EXPECT_EQ(found.Bytes, 0) << what;
+    ExpectNowhereIn(TheClient(), secret, L"a box that waits", what);
   }
   void Confirm(const Window& box) {
     PressKey(L"Enter");
