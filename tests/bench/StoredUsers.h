@@ -14,7 +14,8 @@ namespace krx::bench {
 class StoredUsers {
  public:
   explicit StoredUsers(const std::filesystem::path& folder)
-      : Management({files_, crypto_, clock_, {}, {}, nullptr, kRulesLag}, folder, session_) {}
+      : Management({files_, crypto_, clock_, {}, {}, nullptr, nullptr, kRulesLag}, folder,
+                   session_) {}
 
   // Adds operators with the numbers from `first` to before `end`, all at once and past the rules:
   // what they cost one by one is measured apart.
