@@ -95,10 +95,8 @@ void FormPeer::FollowWindow() {
     asked_ = POINT{place_.left, place_.top};
     PostMessageW(Window(), kStandWhereAsked, 0, 0);
   }
+  moved_ = moved_ || IsWindowVisible(Window());
   AdoptPosition(now);
-  if (moved_ || !IsWindowVisible(Window())) return;
-  moved_ = true;
-  Disturbed();  // not every time: whoever moved it might answer each move with another
 }
 
 // Asked within the system's own move it would not reach the screen.

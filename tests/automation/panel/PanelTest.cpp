@@ -157,28 +157,6 @@ TEST_P(ScreenKeyboard, TypesAFileName) {
   EXPECT_EQ(Printed(), (Lines{"C:\\windows\\bericht_7.txt", "end"}));
 }
 
-// Window managers put such a form where they like; its field comes into sight all the same.
-TEST_P(ScreenKeyboard, BringsTheFieldsOfAFormIntoSightThatIsHigherThanTheScreen) {
-  const int height = GetSystemMetrics(SM_CYSCREEN);
-  const int twips_per_inch = 1440;
-  const int caption = height * twips_per_inch / static_cast<int>(GetParam().Dpi);
-  RunPanel("Dialogs.CaptionMinHeight = " + std::to_string(caption) +
-           "\r\nWScript.Echo CStr(Dialogs.KRUserLogOn()) & \", \" & CurrentUser()");
-  const Window form = Form(L"FLogOn", L"txtName");
-  const RECT place = form.Bounds();
-  ASSERT_GT(place.bottom - place.top, height);
-  const Window name = form.Child(L"txtName");
-  const Board board(GetParam().Hand);
-  EXPECT_TRUE(Within(kPatience, [&] {
-    const RECT field = name.Bounds();
-    const RECT keyboard = board.TheWindow().Bounds();
-    return field.top >= 0 && field.bottom <= height && !Meet(field, keyboard);
-  }));
-  Fill(form, L"txtName", kOperator);
-  Fill(form, L"txtPassword", kPassword);
-  EXPECT_EQ(Printed(), (Lines{"True, eva.meier", "end"}));
-}
-
 // A caption line that leaves the fields at the lower end of a form as high as the screen.
 TEST_P(ScreenKeyboard, StandsAboveFieldsThatLieLow) {
   const int height = GetSystemMetrics(SM_CYSCREEN);
