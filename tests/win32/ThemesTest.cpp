@@ -240,7 +240,6 @@ TEST_P(Themes, TheKeyboardIsSeenWhereverItIs) {
   });
 }
 
-// The field is the system's, and so are the colours of what is selected in it.
 TEST_P(Themes, WhatIsSelectedInAFieldIsRead) {
   form.txtName.TabIndex = 0;
   Look([&](Person& person, HWND window) {
@@ -248,11 +247,19 @@ TEST_P(Themes, WhatIsSelectedInAFieldIsRead) {
     person.AwaitFocus(field);
     SendMessageW(field, EM_SETSEL, 0, -1);
     RECT text = PlaceOf(field);
-    InflateRect(&text, -8, -4);
-    text.right = text.left + 24;  // less than four wide letters
-    const COLORREF selected = GetSysColor(COLOR_HIGHLIGHT);
-    person.Await([&] { return GroundOf(ScreenPixels(text)) == selected; }, "the selection");
+    InflateRect(&text, -8, -(text.bottom - text.top) / 2 + 3);  // the middle of the letters
+    text.right = text.left + 24;                                // less than four wide ones
+    const auto shows = [](const RECT& place, COLORREF color) {
+      const auto pixels = ScreenPixels(place);
+      return std::find(pixels.begin(), pixels.end(), color) != pixels.end();
+    };
+    person.Await([&] { return shows(text, colors.Selection) && shows(text, colors.SelectionText); },
+                 "the selection");
+    EXPECT_EQ(GroundOf(ScreenPixels(text)), colors.Selection);
     EXPECT_GE(TextContrast(text), 4.5);
+    // What is not selected looks as before.
+    SendMessageW(field, EM_SETSEL, 0, 0);
+    person.Await([&] { return GroundOf(ScreenPixels(text)) == colors.Field; }, "no selection");
   });
 }
 

@@ -8,7 +8,8 @@ namespace krx::win32 {
 
 namespace {
 
-constexpr WPARAM kControlA = 0x01;  // what the Control key makes of the letter
+constexpr char16_t kFirstComplex = 0x0300;  // marks that join letters, and the scripts behind them
+constexpr WPARAM kControlA = 0x01;          // what the Control key makes of the letter
 
 }  // namespace
 
@@ -120,6 +121,32 @@ void EditBoxPeer::PaintDisabled() const {
   SelectObject(dc, before);
 }
 
+// Over the system's, whose colours may hardly be told apart. A text of a script that is read from
+// the right or joins its letters is left to the system, which knows where its parts are.
+void EditBoxPeer::PaintSelection() const {
+  DWORD start = 0;
+  DWORD end = 0;
+  SendMessageW(Window(), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
+               reinterpret_cast<LPARAM>(&end));
+  const String text = box_.DisplayedText();
+  const auto complex = [](char16_t unit) { return unit >= kFirstComplex; };
+  if (start >= end || end > text.size() || GetFocus() != Window() ||
+      std::any_of(text.begin(), text.end(), complex))
+    return;
+  const StringView part = StringView(text).substr(start, end - start);
+  const auto at = static_cast<DWORD>(SendMessageW(Window(), EM_POSFROMCHAR, start, 0));
+  HideCaret(Window());
+  const HDC dc = GetDC(Window());
+  const HGDIOBJ before = SelectObject(dc, font_->Get());
+  SetBkColor(dc, form_.Theme()->Selection);
+  SetTextColor(dc, form_.Theme()->SelectionText);
+  TextOutW(dc, static_cast<short>(LOWORD(at)), static_cast<short>(HIWORD(at)), WideData(part),
+           static_cast<int>(part.size()));
+  SelectObject(dc, before);
+  ReleaseDC(Window(), dc);
+  ShowCaret(Window());
+}
+
 LRESULT EditBoxPeer::Handle(UINT message, WPARAM w, LPARAM l) {
   if (hovering_.Changes(Window(), message)) PaintBorder();
   switch (message) {
@@ -133,7 +160,11 @@ LRESULT EditBoxPeer::Handle(UINT message, WPARAM w, LPARAM l) {
       PaintBorder();
       return 0;
     case WM_PAINT:
-      if (box_.Enabled()) break;
+      if (box_.Enabled()) {
+        const LRESULT painted = ControlPeer::Handle(message, w, l);
+        PaintSelection();
+        return painted;
+      }
       PaintDisabled();
       return 0;
     default:

@@ -31,6 +31,7 @@ class EditBoxPeer : public ControlPeer {
   void LeaveRoomForText(RECT& area) const;
   void PaintBorder() const;
   void PaintDisabled() const;
+  void PaintSelection() const;
 
   ui::EditBox& box_;
   Hovering hovering_;
