@@ -3,17 +3,11 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <filesystem>
-#include <fstream>
 #include <functional>
 
 #include "ModuleCopy.h"
-#include "runtime/users/administration/Provisioning.h"
-#include "runtime/users/administration/UserDirectory.h"
+#include "PlantFolder.h"
 #include "runtime/users/logon/LogOnService.h"
-#include "runtime/users/win32/Win32Clock.h"
-#include "runtime/users/win32/Win32Cryptography.h"
-#include "runtime/users/win32/Win32Files.h"
 
 namespace krx::test {
 namespace {
@@ -37,22 +31,13 @@ host::UserRecord Anna(StringView password, std::int32_t state) {
 class LostSessionTest : public testing::TestWithParam<Change> {
  protected:
   LostSessionTest() {
-    std::filesystem::create_directories(folder_);
-    SetEnvironmentVariableW(L"KORVEL_USERS_FOLDER", folder_.c_str());
-    std::ofstream(folder_ / "users.conf", std::ios::binary) << "hash-iterations = 1000\n";
-    const Password first(u"provisioned secret");
-    const Password own(u"boss's own secret");
-    runtime::ProvisionFirstAdministrator(management_, u"boss", first);
-    EXPECT_EQ(Directory.ChangeUserPassword(u"boss", own, first), host::ChangePasswordSucceeded);
-    EXPECT_EQ(runtime::LogOnService(management_).LogOnUser(u"boss", own), host::LogOnSucceeded);
-    EXPECT_EQ(Directory.CreateUser(Anna(kAnna, host::UserActive)), host::CreateUserSucceeded);
+    SetEnvironmentVariableW(L"KORVEL_USERS_FOLDER", Plant.Folder.c_str());
+    EXPECT_EQ(
+        runtime::LogOnService(Plant.Management).LogOnUser(u"boss", Password(PlantFolder::kBoss)),
+        host::LogOnSucceeded);
+    EXPECT_EQ(Plant.Directory.CreateUser(Anna(kAnna, host::UserActive)), host::CreateUserSucceeded);
   }
-  ~LostSessionTest() override {
-    { const runtime::UserStore::Use closes(management_.Store); }
-    SetEnvironmentVariableW(L"KORVEL_USERS_FOLDER", nullptr);
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-  }
+  ~LostSessionTest() override { SetEnvironmentVariableW(L"KORVEL_USERS_FOLDER", nullptr); }
 
   LONG LogAnnaOn() const {
     LONG result = -1;
@@ -68,17 +53,7 @@ class LostSessionTest : public testing::TestWithParam<Change> {
     return logged_on != VARIANT_FALSE;
   }
 
- private:
-  const std::filesystem::path folder_ = std::filesystem::temp_directory_path() /
-                                        ("krx-lost-" + std::to_string(GetCurrentProcessId()));
-  runtime::Win32Files files_;
-  runtime::Win32Cryptography crypto_;
-  runtime::Win32Clock clock_;
-  runtime::Session session_;
-  runtime::UserManagement management_{{files_, crypto_, clock_}, folder_, session_};
-
- protected:
-  runtime::UserDirectory Directory{management_};
+  PlantFolder Plant{"lost"};
   runtime::ModuleCopy Module;
 };
 
@@ -86,7 +61,7 @@ TEST_P(LostSessionTest, TheComponentMayBeUnloadedOnceThatIsNoticed) {
   ASSERT_EQ(LogAnnaOn(), 2);
   EXPECT_TRUE(SomebodyIsLoggedOn());
   EXPECT_EQ(Module.Call("DllCanUnloadNow"), S_FALSE);
-  ASSERT_EQ(GetParam().Make(Directory), 0);
+  ASSERT_EQ(GetParam().Make(Plant.Directory), 0);
   EXPECT_FALSE(SomebodyIsLoggedOn());
   EXPECT_EQ(Module.Call("DllCanUnloadNow"), S_OK);
 }

@@ -2,16 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 #include "ModuleCopy.h"
+#include "PlantFolder.h"
 #include "driver/Wait.h"
 #include "host/UserManager.h"
-#include "runtime/users/administration/Provisioning.h"
-#include "runtime/users/administration/UserDirectory.h"
-#include "runtime/users/win32/Win32Clock.h"
-#include "runtime/users/win32/Win32Cryptography.h"
-#include "runtime/users/win32/Win32Files.h"
 #include "support/LoadCycles.h"
 
 namespace krx::runtime {
@@ -23,25 +17,10 @@ class SessionLifetimeTest : public testing::Test {
  protected:
   void SetUp() override {
     ASSERT_EQ(S_OK, CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
-    std::filesystem::create_directories(folder);
-    std::ofstream(folder / "users.conf")
-        << "hash-iterations = 1000\nlog-off-after-idle-minutes = 60\nlast-log-on-notice = on\n";
-    SetEnvironmentVariableW(L"KORVEL_USERS_FOLDER", folder.c_str());
-    Win32Files files;
-    Win32Cryptography crypto;
-    Win32Clock clock;
-    Session nobody;
-    UserManagement management({files, crypto, clock}, folder, nobody);
-    const Password first(u"provisioned secret");
-    ProvisionFirstAdministrator(management, u"boss", first);
-    ASSERT_EQ(
-        UserDirectory(management).ChangeUserPassword(u"boss", Password(u"boss's secret"), first),
-        host::ChangePasswordSucceeded);
+    SetEnvironmentVariableW(L"KORVEL_USERS_FOLDER", plant.Folder.c_str());
   }
   void TearDown() override {
     SetEnvironmentVariableW(L"KORVEL_USERS_FOLDER", nullptr);
-    std::error_code ignored;
-    std::filesystem::remove_all(folder, ignored);
     CoUninitialize();
   }
 
@@ -60,7 +39,7 @@ class SessionLifetimeTest : public testing::Test {
     ASSERT_EQ(S_OK, factory->CreateInstance(nullptr, __uuidof(IUserSession), session.PutVoid()));
     LONG result = -1;
     const com::Bstr name(u"boss");
-    const com::Bstr password(u"boss's secret");
+    const com::Bstr password(test::PlantFolder::kBoss);
     ASSERT_EQ(S_OK, session->LogOnUser(name.Get(), password.Get(), &result));
     ASSERT_EQ(host::LogOnSucceeded, result);
     EXPECT_TRUE(Comes([] { return FindWindowW(L"KorvelNotice", nullptr) != nullptr; }));
@@ -68,8 +47,8 @@ class SessionLifetimeTest : public testing::Test {
     ASSERT_EQ(S_OK, session->LogOffUser(&result));
   }
 
-  const std::filesystem::path folder = std::filesystem::temp_directory_path() /
-                                       ("krx-session-" + std::to_string(GetCurrentProcessId()));
+  const test::PlantFolder plant{"accompanied",
+                                "log-off-after-idle-minutes = 60\nlast-log-on-notice = on\n"};
 };
 
 TEST_F(SessionLifetimeTest, AnAccompaniedSessionLeavesNothingWhenItIsOver) {
