@@ -64,11 +64,16 @@ void EditBoxPeer::UpdateSelection() const {
                box_.SelStart() + box_.SelLength());
 }
 
-void EditBoxPeer::AdoptSelection() {
+std::pair<DWORD, DWORD> EditBoxPeer::Selected() const {
   DWORD start = 0;
   DWORD end = 0;
   SendMessageW(Window(), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
                reinterpret_cast<LPARAM>(&end));
+  return {start, end};
+}
+
+void EditBoxPeer::AdoptSelection() {
+  const auto [start, end] = Selected();
   box_.SelStart.Adopt(static_cast<int>(start));
   box_.SelLength.Adopt(static_cast<int>(end - start));
 }
@@ -124,15 +129,11 @@ void EditBoxPeer::PaintDisabled() const {
 // Over the system's, whose colours may hardly be told apart. A text of a script that is read from
 // the right or joins its letters is left to the system, which knows where its parts are.
 void EditBoxPeer::PaintSelection() const {
-  DWORD start = 0;
-  DWORD end = 0;
-  SendMessageW(Window(), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
-               reinterpret_cast<LPARAM>(&end));
+  const auto [start, end] = Selected();
+  if (start >= end || GetFocus() != Window()) return;
   const String text = box_.DisplayedText();
   const auto complex = [](char16_t unit) { return unit >= kFirstComplex; };
-  if (start >= end || end > text.size() || GetFocus() != Window() ||
-      std::any_of(text.begin(), text.end(), complex))
-    return;
+  if (end > text.size() || std::any_of(text.begin(), text.end(), complex)) return;
   const StringView part = StringView(text).substr(start, end - start);
   const auto at = static_cast<DWORD>(SendMessageW(Window(), EM_POSFROMCHAR, start, 0));
   HideCaret(Window());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <utility>
+
 #include "ports/win32/ControlPeer.h"
 #include "ports/win32/Hovering.h"
 #include "ui/EditBoxes.h"
@@ -28,6 +30,8 @@ class EditBoxPeer : public ControlPeer {
 
  private:
   void UpdateSelection() const;
+  // Beginning and end of what is selected, as the window has it.
+  std::pair<DWORD, DWORD> Selected() const;
   void LeaveRoomForText(RECT& area) const;
   void PaintBorder() const;
   void PaintDisabled() const;
