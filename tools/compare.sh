@@ -1,4 +1,4 @@
-# shellcheck shell=bash disable=SC2154,SC2034
+# shellcheck shell=bash disable=SC2154,SC2034 # shared with desktop.sh and tools/bench
 # Two builds measured in turns; sourced after desktop.sh. Each has a Wine prefix of its own, on one display.
 
 compared_prefixes=()

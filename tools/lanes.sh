@@ -59,15 +59,14 @@ stop_lanes() {
 
 run_lane() {
   local number here
-  # shellcheck disable=SC2034
+  # shellcheck disable=SC2034 # read by desktop.sh and lib.sh
   lanes=() desktop_processes=() prefix_open=false progress=false
   trap end_lane EXIT
   for number in "${!lane_tasks[@]}"; do
     here=$lane_folder/$number
     mkdir "$here" 2> /dev/null || continue # another lane has it
     passed=0 failed=0 skipped=0 unchanged=0
-    # A task is a command with its arguments.
-    # shellcheck disable=SC2086
+    # shellcheck disable=SC2086 # a task is a command with its arguments
     ${lane_tasks[number]} > "$here/said" 2>&1
     echo "$passed $failed $skipped $unchanged" > "$here/sums"
     flock "$lane_folder" cat "$here/said"
@@ -78,6 +77,6 @@ end_lane() {
   local running
   running=$(jobs -p)
   close_desktop
-  # shellcheck disable=SC2086
+  # shellcheck disable=SC2086 # several identifiers
   [[ -z $running ]] || kill $running 2> /dev/null || true
 }

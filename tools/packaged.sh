@@ -8,7 +8,7 @@ packages() {
   check package-check tools/package/check
   check installers-made tests/automation/install/packages x64 x86
   check installers-check tests/automation/install/check-packages x64 x86
-  # shellcheck disable=SC2154
+  # shellcheck disable=SC2154 # set by desktop.sh
   tasks=("archive win64 $wine64" "installers win64 $wine64")
   if has_x86; then tasks+=("archive win32 $wine32" "installers win32 $wine32"); fi
   in_lanes 1 "${tasks[@]}"
@@ -35,7 +35,9 @@ installers() {
   name=install_tests-$(platform "$1")
   WINEDLLOVERRIDES="$WINEDLLOVERRIDES;winemenubuilder.exe=d" # no menu but that of the prefix
   rm -rf "build/prefix-install-$(platform "$1")"
+  # shellcheck disable=SC2034 # read by ./test
   at_hand=
+  # shellcheck disable=SC2154 # set by desktop.sh
   ((${#desktop_processes[@]})) || open_display 1280x1024 || { fail "$name has no desktop to run on"; return 0; }
   open_prefix "build/prefix-install-$(platform "$1")" || { fail "$name has no prefix to run in"; return 0; }
   run_tests "$name" "$2" "build/$1/bin/install_tests.exe"

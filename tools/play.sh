@@ -127,7 +127,7 @@ play() {
   local entry number count file form password=$3 renewed=false
   rm -rf "$1"
   mkdir -p "$1"
-  # shellcheck disable=SC2154
+  # shellcheck disable=SC2154 # set by desktop.sh
   coproc driver { "$wine64" build/win64/bin/krxdrive.exe 2> /dev/null; }
   ask wait FMessageBox
   picture "$1/00-menu.png"

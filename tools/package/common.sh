@@ -1,6 +1,6 @@
 # shellcheck shell=bash
 # What the steps of ./package share; sourced after lib.sh.
-# shellcheck disable=SC2034
+# shellcheck disable=SC2034 # read by the steps
 
 widths=(x64 x86)
 package=build/package # what the steps take from each other

@@ -1,4 +1,4 @@
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2154 # set by msi
 # The source of an installer; sourced by `msi`, which sets `width`, `scope`, `version` and `staged`.
 
 # Never changed: the installer knows the versions of a product by it.
@@ -24,8 +24,6 @@ identifier() {
   set -- "${1//[^A-Za-z0-9]/_}"
   echo "_${1: -((${#1} < 40 ? ${#1} : 40))}_${hash:0:8}"
 }
-
-component_ids=() # of the feature that is being written
 
 # component ID BITS CONTENT...: a component of this width and scope alone. BITS says which part of the registry it
 # means.

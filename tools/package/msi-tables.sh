@@ -1,4 +1,4 @@
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2154 # set by msi
 # What wixl cannot say, written into the tables of an installer; sourced by `msi`.
 
 # edit PACKAGE TABLE COMMAND...: passes the rows of a table through a command.
