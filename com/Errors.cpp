@@ -130,7 +130,9 @@ ObjectError FromExcepInfo(EXCEPINFO& info) {
   const String help_file = Take(info.bstrHelpFile);
   // Such a failure is given by a status or, in its place, by the bare number of a runtime error.
   HRESULT status = info.scode;
-  if (info.wCode != 0) status = static_cast<HRESULT>(0x800A0000u + info.wCode);
+  constexpr DWORD kRuntimeErrors = 0x800A0000;
+  const DWORD of_number = kRuntimeErrors + info.wCode;
+  if (info.wCode != 0) status = static_cast<HRESULT>(of_number);
   if (SUCCEEDED(status)) status = E_FAIL;
   if (description.empty()) description = SystemMessage(status);
   return ObjectError(status, std::move(description), source, help_file, info.dwHelpContext);

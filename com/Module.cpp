@@ -6,13 +6,14 @@
 #include "com/TypeLibrary.h"
 
 // Placed by the linker at the start of the module that this library is linked into.
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the linker names it so
 extern "C" IMAGE_DOS_HEADER __ImageBase;
 
 #ifdef __GLIBCXX__
 // Gives the memory back that the standard library keeps in reserve for exceptions. It is linked
 // into the module, so without this every loading of the module would leave 73 KB behind.
 namespace __gnu_cxx {
-void __freeres();
+void __freeres();  // NOLINT(bugprone-reserved-identifier): the library names it so
 }
 #endif
 

@@ -73,7 +73,7 @@ UserRules RulesInForce::Get() {
     return *rules_;
   }
   const bool settled = Settle(content);
-  const UserRules rules = *rules_;
+  UserRules rules = *rules_;
   store_.ForwardEvents(rules.AuditEventLog);
   if (settled) {
     stamp_ = stamp;

@@ -62,7 +62,7 @@ void TouchForm::BindRows(ui::KRXGrid& grid, std::function<void(int)> touched,
     if (!highlighting_ && grid.SelectedRow() >= 0) touched(grid.SelectedRow());
   };
   grid.RowDoubleClick = opened;
-  OnEnter(grid, [&grid, touched = std::move(touched), opened] {
+  OnEnter(grid, [&grid, touched = std::move(touched), opened = std::move(opened)] {
     const int row = grid.SelectedRow();
     if (row < 0) return;
     touched(row);

@@ -45,7 +45,7 @@ StringView TakeUpTo(StringView& text, StringView separators) {
 // Takes one character, which may be a pair of units.
 String TakeCharacter(StringView& text) {
   const std::size_t units = (text[0] & 0xFC00) == 0xD800 ? 2 : 1;
-  const String character(text.substr(0, units));
+  String character(text.substr(0, units));
   text.remove_prefix(units);
   return character;
 }

@@ -54,6 +54,7 @@ FUser::FUser(service::Apartment& apartment)
       administration_(apartment.Runtime, &host::Runtime::CreateUserAdministration),
       classes_(apartment.Runtime, &host::Runtime::CreateUserClassAdministration) {
   std::vector<ui::RowList::Column> columns;
+  columns.reserve(kColumns.size());
   for (const StringView key : kColumns)
     columns.push_back({.Title = {}, .Width = 0, .Tag = String(key)});
   columns.back().Width = kCommentWidth;

@@ -89,10 +89,10 @@ HWND FindList(HWND form) {
 // The system's list with the same cells, each handed over, and its own sizing of six columns.
 class PlainList {
  public:
-  PlainList(HWND parent, const krx::ui::ListView& source) : source_(source) {
-    constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_SINGLESEL;
-    window_ = CreateWindowExW(0, WC_LISTVIEWW, L"", kStyle, 0, 0, 600, 300, parent, nullptr,
-                              GetModuleHandleW(nullptr), nullptr);
+  PlainList(HWND parent, const krx::ui::ListView& source)
+      : source_(source),
+        window_(CreateWindowExW(0, WC_LISTVIEWW, L"", kStyle, 0, 0, 600, 300, parent, nullptr,
+                                GetModuleHandleW(nullptr), nullptr)) {
     for (int i = 0; i < kColumns; ++i) {
       LVCOLUMNW column{};
       column.mask = LVCF_WIDTH;
@@ -131,6 +131,7 @@ class PlainList {
                  reinterpret_cast<LPARAM>(&item));
   }
 
+  static constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_SINGLESEL;
   const krx::ui::ListView& source_;
   HWND window_;
 };

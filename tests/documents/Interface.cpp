@@ -29,7 +29,7 @@ std::string Documented(const std::string& type) {
 
 // What a parameter is when it is left out.
 std::string DefaultOf(const std::string& attributes, const std::string& type) {
-  const std::string value = First(attributes, R"(defaultvalue\(([^)]*)\))");
+  std::string value = First(attributes, R"(defaultvalue\(([^)]*)\))");
   if (type == "VARIANT_BOOL" && !value.empty()) return value == "0" ? "False" : "True";
   if (!value.empty()) return value;
   if (attributes.find("optional") == std::string::npos) return {};

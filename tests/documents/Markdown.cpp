@@ -18,7 +18,7 @@ std::string Trimmed(const std::string& text) {
   return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
 }
 
-std::string Without(std::string text, const char* pattern) {
+std::string Without(const std::string& text, const char* pattern) {
   return std::regex_replace(text, std::regex(pattern), "");
 }
 

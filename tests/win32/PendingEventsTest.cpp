@@ -19,9 +19,10 @@ class Listener {
  public:
   using Hear = std::function<void(HWND, UINT)>;
 
-  explicit Listener(Hear hear) : hear_(std::move(hear)) {
-    window_ = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 0, 0, 20, 20,
-                              GetActiveWindow(), nullptr, nullptr, nullptr);
+  explicit Listener(Hear hear)
+      : hear_(std::move(hear)),
+        window_(CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 0, 0, 20, 20,
+                                GetActiveWindow(), nullptr, nullptr, nullptr)) {
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure));
     ValidateRect(window_, nullptr);

@@ -21,9 +21,10 @@ EmptyDrive::~EmptyDrive() {
   DefineDosDeviceW(DDD_REMOVE_DEFINITION, win32::Wide(String(kDrive)), kNowhere);
 }
 
-LocalShare::LocalShare(const String& folder) : host_(HostPath(u"C:\\")) {
+LocalShare::LocalShare(const String& folder) {
   // Wine keeps shares next to the links that are its drives.
-  host_ = host_.substr(0, host_.rfind("c:")) + "unc";
+  const std::string drive = HostPath(u"C:\\");
+  host_ = drive.substr(0, drive.rfind("c:")) + "unc";
   if (HostPath(folder).empty()) return;
   made_ = RunHostShell("mkdir -p '" + host_ + "/krx-server' && ln -sfn '" + HostPath(folder) +
                        "' '" + host_ + "/krx-server/share'");

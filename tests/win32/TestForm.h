@@ -40,7 +40,7 @@ class FormWithCross : public ui::Form {
 // leaves the name of the control in Answer.
 class TestForm : public FormWithCross {
  public:
-  explicit TestForm(ui::Platform& platform, String name = u"FTest")
+  explicit TestForm(ui::Platform& platform, const String& name = u"FTest")
       : FormWithCross(platform, name) {
     Width = 4500;
     Height = 2400;

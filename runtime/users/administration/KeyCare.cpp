@@ -25,7 +25,7 @@ KeyId AddKey(UserManagement& management, const String& action) {
   for (const KeyUse& use : KeysOfPasswords(writing.Data()))
     used.push_back(use.Id);
   writing.Record({u"", action, u"", u"for passwords from now on"});
-  const KeyId added = management.Keys.Add(used);
+  KeyId added = management.Keys.Add(used);
   writing.Commit();
   return added;
 }

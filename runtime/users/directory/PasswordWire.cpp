@@ -93,8 +93,10 @@ class BerWriter {
 
   void Head(std::uint8_t tag, std::size_t length) {
     Put(tag);
-    if (length >= 0x80) Put(0x82);
-    if (length >= 0x80) Put(static_cast<std::uint8_t>(length >> 8));
+    if (length >= 0x80) {
+      Put(0x82);
+      Put(static_cast<std::uint8_t>(length >> 8));
+    }
     Put(static_cast<std::uint8_t>(length & 0xFF));
   }
 

@@ -7,7 +7,7 @@
 namespace krx::runtime {
 namespace {
 
-constexpr std::int64_t kDelayOfLastAdministrator = 15 * 60;  // seconds
+constexpr std::int64_t kDelayOfLastAdministrator = std::int64_t{15} * 60;  // seconds
 
 }  // namespace
 

@@ -6,8 +6,8 @@ namespace krx::runtime {
 namespace {
 
 constexpr std::int32_t kFreeFailures = 5;
-constexpr std::int64_t kLongestDelay = 15 * 60;  // seconds, before a lock-out
-constexpr std::int64_t kMinutesOfDay = 24 * 60;
+constexpr std::int64_t kLongestDelay = std::int64_t{15} * 60;  // seconds, before a lock-out
+constexpr std::int64_t kMinutesOfDay = std::int64_t{24} * 60;
 
 // `first`, doubled so many times, but no more than `most`.
 std::int64_t Doubled(std::int64_t first, std::int32_t times, std::int64_t most) {

@@ -22,8 +22,8 @@ std::int64_t SecondsOf(StringView stamp) {
   const sys_days day = year(NumberAt(stamp, 0, 4)) /
                        month(static_cast<unsigned>(NumberAt(stamp, 5, 2))) /
                        std::chrono::day(static_cast<unsigned>(NumberAt(stamp, 8, 2)));
-  return sys_seconds(day).time_since_epoch().count() + NumberAt(stamp, 11, 2) * 3600 +
-         NumberAt(stamp, 14, 2) * 60 + NumberAt(stamp, 17, 2);
+  return sys_seconds(day).time_since_epoch().count() + std::int64_t{NumberAt(stamp, 11, 2)} * 3600 +
+         std::int64_t{NumberAt(stamp, 14, 2)} * 60 + NumberAt(stamp, 17, 2);
 }
 
 bool WaitsInMemory(LateRecords& late) {

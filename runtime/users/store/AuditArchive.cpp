@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kPatienceForArchives{50};
 constexpr std::int64_t kMostAtOnce = 5'000;  // records that are moved while somebody waits
-constexpr std::int64_t kDay = 24 * 60 * 60;
+constexpr std::int64_t kDay = std::int64_t{24} * 60 * 60;
 
 enum Told { kNothing, kWarning, kFailure };
 
@@ -95,7 +95,7 @@ void WarnInTime(UserStore& store, const UserRules& rules) {
     if (reading.Data() == nullptr || rules.AuditRecords == 0) return;
     filling = ReadFilling(*reading.Data());
   }
-  if (filling.Told != kNothing || filling.Count < rules.AuditRecords / 10 * 9) return;
+  if (filling.Told != kNothing || filling.Count < std::int64_t{rules.AuditRecords} / 10 * 9) return;
   Tell(store, kWarning,
        u"warning: " + ToString(static_cast<std::int32_t>(filling.Count)) + u" of " +
            ToString(rules.AuditRecords) + u" records, the oldest will be archived");

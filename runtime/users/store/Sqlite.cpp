@@ -32,7 +32,7 @@ sqlite3_vfs* FileSystemOf(const DatabaseAccess& access) {
 // The name as the file system wants it; the library hands names on as it gets them.
 std::string FullName(sqlite3_vfs* system, const std::filesystem::path& file) {
   std::string full(static_cast<std::size_t>(system->mxPathname) + 1, '\0');
-  const std::string name = NameOf(file);
+  std::string name = NameOf(file);
   if (system->xFullPathname(system, name.c_str(), static_cast<int>(full.size()), full.data()) !=
       SQLITE_OK) {
     return name;

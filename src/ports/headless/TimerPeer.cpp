@@ -6,7 +6,7 @@ namespace krx::headless {
 
 TimerPeer::TimerPeer(HeadlessPlatform& platform, ui::Timer& timer)
     : platform_(platform), timer_(timer) {
-  Update(ui::Aspect::Timing);
+  TimerPeer::Update(ui::Aspect::Timing);
 }
 
 TimerPeer::~TimerPeer() {

@@ -32,8 +32,10 @@ bool AnythingHeld() {
 }  // namespace
 
 FormPeer::FormPeer(Toolkit& toolkit, ui::Form& form)
-    : toolkit_(toolkit), form_(form), theme_(form.Panel.Theme) {
-  scale_ = toolkit.OpeningScreen().Scale;
+    : toolkit_(toolkit),
+      form_(form),
+      scale_(toolkit.OpeningScreen().Scale),
+      theme_(form.Panel.Theme) {
   place_ = FirstPlace();
   const DWORD ex_style = form.Attached ? kAttachedStyle : WS_EX_CONTROLPARENT;
   Create(toolkit.Controls,

@@ -66,17 +66,17 @@ std::string EnabledOrNot(HWND window) {
 
 // Other windows of the thread, one of them disabled by the client itself before the box opens.
 void Windows() {
-  const HWND main = NewWindow(L"Client window", WS_VISIBLE);
+  const HWND window = NewWindow(L"Client window", WS_VISIBLE);
   const HWND own_disabled = NewWindow(L"Disabled window", WS_VISIBLE | WS_DISABLED);
   const HWND edit = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_BORDER, 10, 10, 200,
-                                    30, main, nullptr, nullptr, nullptr);
-  SetForegroundWindow(main);
+                                    30, window, nullptr, nullptr, nullptr);
+  SetForegroundWindow(window);
   SetFocus(edit);
   Ask(L"Text", 0);
-  Say("client window " + EnabledOrNot(main));
+  Say("client window " + EnabledOrNot(window));
   Say("disabled window " + EnabledOrNot(own_disabled));
   Say(GetFocus() == edit ? "focus restored" : "focus lost");
-  DestroyWindow(main);
+  DestroyWindow(window);
   DestroyWindow(own_disabled);
 }
 

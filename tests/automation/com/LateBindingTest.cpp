@@ -67,7 +67,7 @@ TEST_F(LateBindingTest, OptionalArgumentsMayBeLeftOutSkippedOrNamed) {
   const com::Bstr text(u"text");
   const com::Bstr title(u"Title");
   const VARIANT style = Int(kFailingStyle);
-  const auto call = [&](std::vector<VARIANT> rest, std::vector<const wchar_t*> names = {}) {
+  const auto call = [&](std::vector<VARIANT> rest, const std::vector<const wchar_t*>& names = {}) {
     rest.insert(rest.begin(), {Text(text.Get()), style});
     return CallByName(*Dialog, L"KRMsgBox", kCall, rest, names).Failure.scode;
   };

@@ -122,7 +122,7 @@ std::string Describe(const String& name, const PARAMDESC& parameter) {
     if (value.vt == VT_BSTR) return quoted + " = \"" + ToUtf8(com::FromBstr(value.bstrVal)) + '"';
     return quoted + " = " + std::to_string(value.lVal);
   }
-  return parameter.wParamFlags & PARAMFLAG_FOPT ? "[" + quoted + "]" : quoted;
+  return (parameter.wParamFlags & PARAMFLAG_FOPT) ? "[" + quoted + "]" : quoted;
 }
 
 // The method at a place of the interface as a row of the manual's table.

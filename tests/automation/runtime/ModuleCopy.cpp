@@ -7,15 +7,23 @@
 
 namespace krx::runtime {
 
+namespace {
+
+// Another one for each copy.
+std::filesystem::path FolderOfACopy() {
+  static int copies = 0;
+  return std::filesystem::temp_directory_path() /
+         ("runtime_tests_" + std::to_string(GetCurrentProcessId()) + "_" +
+          std::to_string(++copies));
+}
+
+}  // namespace
+
 std::filesystem::path ComponentFile() {
   return drive::ProgramFolder() / "KorvelRuntime.dll";
 }
 
-ModuleCopy::ModuleCopy() {
-  static int copies = 0;
-  folder_ =
-      std::filesystem::temp_directory_path() /
-      ("runtime_tests_" + std::to_string(GetCurrentProcessId()) + "_" + std::to_string(++copies));
+ModuleCopy::ModuleCopy() : folder_(FolderOfACopy()) {
   std::filesystem::create_directory(folder_);
   const auto file = folder_ / "KorvelRuntime.dll";
   std::filesystem::copy_file(ComponentFile(), file);

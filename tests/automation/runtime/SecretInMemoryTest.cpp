@@ -72,8 +72,6 @@ void ExpectForgotten(const Disguised& secret, const char* what) {
 class SecretInMemory : public testing::Test {
  protected:
   SecretInMemory() {
-    folder = std::filesystem::temp_directory_path() /
-             ("krx-secret-" + std::to_string(GetCurrentProcessId()));
     std::filesystem::create_directories(folder);
     std::ofstream(folder / "users.conf") << "hash-iterations = 1000\n";
     SetEnvironmentVariableW(L"KORVEL_USERS_FOLDER", folder.c_str());
@@ -136,7 +134,8 @@ class SecretInMemory : public testing::Test {
     return object;
   }
 
-  std::filesystem::path folder;
+  std::filesystem::path folder = std::filesystem::temp_directory_path() /
+                                 ("krx-secret-" + std::to_string(GetCurrentProcessId()));
   const Disguised first{u'a' ^ kMask};
   const Disguised second{u'b' ^ kMask};
   const Disguised third{u'c' ^ kMask};

@@ -22,14 +22,11 @@ namespace {
 
 class Win32ServicesTest : public testing::Test {
  protected:
-  Win32ServicesTest() {
-    folder = std::filesystem::temp_directory_path() /
-             ("krx-users-" + std::to_string(GetCurrentProcessId()));
-    std::filesystem::create_directories(folder);
-  }
+  Win32ServicesTest() { std::filesystem::create_directories(folder); }
   ~Win32ServicesTest() override { std::filesystem::remove_all(folder); }
 
-  std::filesystem::path folder;
+  std::filesystem::path folder = std::filesystem::temp_directory_path() /
+                                 ("krx-users-" + std::to_string(GetCurrentProcessId()));
   runtime::Win32Files files;
 };
 

@@ -101,7 +101,7 @@ TEST(PasswordRulesTest, APlantAddsPasswordsInATextFile) {
 
 TEST(PasswordRulesTest, AListThatIsNoTextIsRefusedWithItsLine) {
   try {
-    RefusedPasswords(u"list", "good\n\xFF\n");
+    const RefusedPasswords refused(u"list", "good\n\xFF\n");
     FAIL();
   } catch (const Error& failure) {
     EXPECT_EQ(failure.Description(), u"list, line 2: the line is not UTF-8");

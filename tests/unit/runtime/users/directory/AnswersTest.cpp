@@ -99,7 +99,7 @@ TEST(ChangeAnswerTest, RefusalsOfANewPasswordBecomeTheirCodes) {
 
 TEST(PolicyControlTest, BytesThatAreNoneAreNone) {
   const std::string_view broken[] = {
-      {"", 0},
+      "",
       {"\x30", 1},
       {"\x30\x01", 2},
       {"\x31\x00", 2},

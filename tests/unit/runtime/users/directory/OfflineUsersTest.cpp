@@ -58,7 +58,7 @@ TEST_F(OfflineUsersTest, GuessingEndsAfterAsManyAttemptsAsEverywhere) {
   for (int i = 0; i < 5; ++i)
     EXPECT_EQ(Check(u"wrong"), Offline::WrongPassword);
   EXPECT_EQ(Check(u"right"), Offline::LockedOut);
-  clock.Seconds += 15 * 60;
+  clock.Seconds += std::int64_t{15} * 60;
   EXPECT_EQ(Check(u"right"), Offline::Right);
   rules.LockOutMinutes = 0;
   for (int i = 0; i < 5; ++i)

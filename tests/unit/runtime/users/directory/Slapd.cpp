@@ -84,7 +84,8 @@ int FreePort() {
   const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   sockaddr_in address = Loopback(0);
   socklen_t size = sizeof address;
-  bind(listener, reinterpret_cast<const sockaddr*>(&address), size);
+  if (bind(listener, reinterpret_cast<const sockaddr*>(&address), size) != 0)
+    throw std::runtime_error("no port is free");
   getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size);
   close(listener);
   return ntohs(address.sin_port);

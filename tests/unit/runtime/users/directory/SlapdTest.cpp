@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <stdexcept>
 
 #include "directory/DirectoryTest.h"
 #include "directory/OpenLdapClient.h"
@@ -147,7 +148,7 @@ TEST_F(SlapdTest, WithoutAServerOnlyTheOfflinePeriodLetsAnybodyIn) {
 }
 
 TEST_F(SlapdTest, TheOfflinePeriodEndsAndTheNextServerBeginsAnother) {
-  constexpr std::int64_t kPeriod = 7 * 86'400;
+  constexpr std::int64_t kPeriod = std::int64_t{7} * 86'400;
   bench.rules.Directory.OfflineDays = 7;
   EXPECT_EQ(bench.LogOn(u"eva", kPlantPassword), LogOnSucceeded);
   server.Kill();
@@ -222,6 +223,7 @@ TEST_F(TwoSlapdTest, OneIsKilledInTheMiddleOfLogOnsAndNobodyNoticesIt) {
   std::atomic<int> done = 0;
   std::atomic<int> refused = 0;
   std::vector<std::thread> operators;
+  operators.reserve(3);
   for (int i = 0; i < 3; ++i) {
     operators.emplace_back([&] {
       for (int log_on = 0; log_on < 40; ++log_on) {
@@ -269,7 +271,8 @@ class Tarpit {
     address_.sin_family = AF_INET;
     address_.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t size = sizeof address_;
-    bind(socket_, reinterpret_cast<const sockaddr*>(&address_), size);
+    if (bind(socket_, reinterpret_cast<const sockaddr*>(&address_), size) != 0)
+      throw std::runtime_error("no port is free");
     listen(socket_, 8);
     getsockname(socket_, reinterpret_cast<sockaddr*>(&address_), &size);
   }
