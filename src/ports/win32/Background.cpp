@@ -16,7 +16,7 @@ void Background::Start(std::shared_ptr<Background> work) {
   const DWORD failure = GetLastError();
   DestroyThreadpoolEnvironment(&environment);
   if (!started) throw SystemError(u"No thread can be started", failure);
-  held.release();
+  static_cast<void>(held.release());  // Execute takes it
 }
 
 void CALLBACK Background::Execute(PTP_CALLBACK_INSTANCE, void* held) {

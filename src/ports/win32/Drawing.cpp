@@ -61,7 +61,7 @@ bool Drawing::Load(const std::vector<ui::Color>& pixels, int size) {
     size_ = wanted;
   }
   GdiFlush();  // what is still to be drawn of the pixels before
-  for (int y = 0; y < size; ++y) {
+  for (std::ptrdiff_t y = 0; y < size; ++y) {
     std::transform(pixels.begin() + y * size, pixels.begin() + (y + 1) * size, pixels_ + y * size_,
                    &InBitmap);
   }

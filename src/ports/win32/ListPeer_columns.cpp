@@ -52,6 +52,7 @@ std::vector<int> ListPeer::ColumnWidths() const {
     sharing += column.Width > 0 ? 0 : 1;
   }
   std::vector<int> widths;
+  widths.reserve(columns.size());
   for (const ui::RowList::Column& column : columns)
     widths.push_back(column.Width > 0 ? form_.Scale().Pixels(column.Width)
                                       : std::max(rest / sharing, 1));

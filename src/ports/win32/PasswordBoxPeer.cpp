@@ -76,7 +76,8 @@ void PasswordBoxPeer::Mask(std::size_t length, std::size_t caret) {
 // The caret stands behind what was inserted; what is missing besides was in the place of it.
 void PasswordBoxPeer::AdoptText() {
   const auto length = static_cast<std::size_t>(Default(WM_GETTEXTLENGTH, 0, 0));
-  const auto caret = static_cast<std::size_t>(box_.SelStart() + box_.SelLength());
+  const auto caret =
+      static_cast<std::size_t>(box_.SelStart()) + static_cast<std::size_t>(box_.SelLength());
   const Password inserted = std::exchange(typed_, Password());
   const StringView before = box_.Text().View();
   if (inserted.Length() > caret || length > before.size() + inserted.Length())
@@ -114,13 +115,13 @@ LRESULT PasswordBoxPeer::HandleSecretly(UINT message, WPARAM w, LPARAM l) {
       return Insert(Password(OneLine(reinterpret_cast<const wchar_t*>(l))));
     case WM_SETTEXT:
       return Replace(Password(OneLine(reinterpret_cast<const wchar_t*>(l))));
+    // Asterisks are of no use to anybody, and undoing would take a copy of what was deleted.
     case WM_COPY:
     case WM_CUT:
-      return 0;  // asterisks are of no use to anybody
     case WM_UNDO:
     case EM_UNDO:
     case EM_CANUNDO:
-      return FALSE;  // undoing would take a copy of what was deleted
+      return 0;
     default:
       break;
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <utility>
 
 #include "folders/FileSystem.h"
 #include "ports/win32/Devices.h"
@@ -11,6 +12,9 @@ namespace krx::win32 {
 class SubfolderProbing : public Background {
  public:
   struct Folders {
+    Folders(String path, std::vector<String> names)
+        : Path(std::move(path)), Names(std::move(names)) {}
+
     const String Path;  // the system path of the folder above
     const std::vector<String> Names;
     std::atomic<std::size_t> Next = 0;  // the first one that nobody has looked into
