@@ -112,4 +112,16 @@ TEST_F(AccessKey, FollowsTheCaptionAsItIsNow) {
   });
 }
 
+TEST_F(AccessKey, SaysWhetherItHasLedAnywhere) {
+  Show(form, [this](Operator&) {
+    EXPECT_TRUE(ui::DispatchAccessKey(form, u'n', true)) << "to the field behind the label";
+    EXPECT_TRUE(ui::DispatchAccessKey(form, u'o', true));
+    EXPECT_FALSE(ui::DispatchAccessKey(form, u'x', true));
+    form.txtName.Enabled = false;
+    for (ui::KRXKey* const key : {&form.keyOne, &form.keyTwo, &form.keyThree})
+      key->Enabled = false;
+    EXPECT_FALSE(ui::DispatchAccessKey(form, u'n', true)) << "a label without a field";
+  });
+}
+
 }  // namespace krx::test
