@@ -76,5 +76,20 @@ TEST_F(UserOverviewLayout, HighButtonsAreSeenWholeWhereTheListHasToBeLow) {
   });
 }
 
+TEST_F(UserOverviewLayout, ColumnsHaveTheirTitlesWidthAlsoWhereTheUsersCannotBeRead) {
+  int calls = -log.Calls();
+  Show([&](Operator&) { calls += log.Calls(); });
+  log.FailCall(calls, false);  // the last one of opening asks for the names
+  Show([](Operator& op) {
+    const auto& list = op.Get<ui::ListView>(u"lvwUser");
+    for (int column = 0; column < 6; ++column) {
+      EXPECT_GT(list.TitleWidth(column), 0);
+      EXPECT_EQ(list.Columns()[static_cast<std::size_t>(column)].Width, list.TitleWidth(column));
+    }
+  });
+  EXPECT_TRUE(log.Injected());
+  EXPECT_EQ(log.EntriesOf("UserAdministration2.GetUserNames").size(), 1u);
+}
+
 }  // namespace
 }  // namespace krx::test

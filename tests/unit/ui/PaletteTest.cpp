@@ -110,6 +110,11 @@ TEST_P(Palettes, ReplaceTheColoursOfTheModel) {
   EXPECT_EQ(Themed(palette, kWindowText), palette.FieldText);
   EXPECT_EQ(Themed(palette, kActiveCaption), palette.Caption);
   EXPECT_EQ(Themed(palette, kActiveCaptionText), palette.CaptionText);
+  // Window frame, selection, its text and disabled text, by the system's numbers.
+  EXPECT_EQ(Themed(palette, SystemColor(6)), palette.Border);
+  EXPECT_EQ(Themed(palette, SystemColor(13)), palette.Selection);
+  EXPECT_EQ(Themed(palette, SystemColor(14)), palette.SelectionText);
+  EXPECT_EQ(Themed(palette, SystemColor(17)), palette.DisabledText);
   EXPECT_EQ(Themed(palette, 0x123456), 0x123456u);
   EXPECT_EQ(Themed(palette, SystemColor(24)), SystemColor(24));
 }
