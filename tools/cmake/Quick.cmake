@@ -2,6 +2,7 @@
 # together. Every file includes what it needs all the same: the presets "plain-..." look at each by itself.
 option(KRX_PRECOMPILE "Precompile headers" ON)
 option(KRX_TOGETHER "Compile several files as one" ON)
+option(KRX_TESTS_TOGETHER "The same for the tests" ${KRX_TOGETHER})
 set(CMAKE_UNITY_BUILD ${KRX_TOGETHER})
 set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
 option(KRX_SYNTAX_ONLY "Look at every file, make nothing" OFF)
