@@ -3,11 +3,11 @@
 namespace krx::test {
 namespace {
 
-using Image = ui::RowList::Image;
-
 // Pictures take the place of the markers, which scripts and screen readers go on reading.
 class FolderGridTest : public TouchTest {
  protected:
+  using Image = ui::RowList::Image;
+
   static const ui::KRXGrid& Grid(Operator& op) { return op.Get<ui::KRXGrid>(u"grdFolders"); }
 };
 
