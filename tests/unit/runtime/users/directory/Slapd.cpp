@@ -84,10 +84,10 @@ int FreePort() {
   const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   sockaddr_in address = Loopback(0);
   socklen_t size = sizeof address;
-  if (bind(listener, reinterpret_cast<const sockaddr*>(&address), size) != 0)
-    throw std::runtime_error("no port is free");
+  const bool bound = bind(listener, reinterpret_cast<const sockaddr*>(&address), size) == 0;
   getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size);
   close(listener);
+  if (!bound) throw std::runtime_error("no port is free");
   return ntohs(address.sin_port);
 }
 
