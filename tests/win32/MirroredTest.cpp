@@ -195,7 +195,6 @@ TEST(MirroredCaption, DragsTheFormWithThePointer) {
     const HWND window = person.AwaitForm(u"FTest");
     before = BoundsOf(window);
     person.Drag(person.Control(window, u"idxCaption"), 70, 0);
-    person.Await([&] { return BoundsOf(window).left == before.left + 70; }, "form dragged");
     after = BoundsOf(window);
     person.Press(VK_ESCAPE);
   });

@@ -6,6 +6,7 @@
 #include <atomic>
 #include <chrono>
 #include <stdexcept>
+#include <string>
 #include <thread>
 
 #include "driver/Input.h"
@@ -211,19 +212,48 @@ void Person::Turn(int notches) {
   Mouse(MOUSEEVENTF_WHEEL, static_cast<DWORD>(notches * WHEEL_DELTA));
 }
 
-void Person::Drag(HWND window, int dx, int dy) {
-  const POINT at = Middle(window);
-  DragTo(at, {at.x + dx, at.y + dy});
+void Person::Drag(HWND handle, int dx, int dy) {
+  const HWND window = GetAncestor(handle, GA_ROOT);
+  const POINT start = CornerOf(window);
+  const POINT end{start.x + dx, start.y + dy};
+  const POINT from = Middle(handle);
+  const POINT to{from.x + dx, from.y + dy};
+  TakeAlong(from, to);
+  // A window that the manager has set back follows the next movement of the mouse.
+  AwaitAtRest(window, end, [&] {
+    MoveTo({to.x + 1, to.y});
+    MoveTo(to);
+  });
+  Mouse(MOUSEEVENTF_LEFTUP);
+  AwaitAtRest(window, end);
+}
+
+void Person::AwaitAtRest(HWND window, POINT at, const std::function<void()>& meanwhile) {
+  constexpr int kLooksAtRest = 20;
+  int looks = 0;
+  Await(
+      [&] {
+        const POINT now = CornerOf(window);
+        if (now.x == at.x && now.y == at.y) return ++looks == kLooksAtRest;
+        looks = 0;
+        meanwhile();
+        return false;
+      },
+      "the window at rest at " + std::to_string(at.x) + "," + std::to_string(at.y));
 }
 
 void Person::DragTo(POINT from, POINT to, std::chrono::milliseconds rest) {
+  TakeAlong(from, to);
+  std::this_thread::sleep_for(rest);
+  Mouse(MOUSEEVENTF_LEFTUP);
+}
+
+void Person::TakeAlong(POINT from, POINT to) {
   MoveTo(from);
   Mouse(MOUSEEVENTF_LEFTDOWN);
   constexpr int kSteps = 7;  // no divisor of usual distances, so every step rounds
   for (int i = 1; i <= kSteps; ++i)
     MoveTo({from.x + (to.x - from.x) * i / kSteps, from.y + (to.y - from.y) * i / kSteps});
-  std::this_thread::sleep_for(rest);
-  Mouse(MOUSEEVENTF_LEFTUP);
 }
 
 // The end of the movement and the release are one input, however slow the machine is.
@@ -242,6 +272,12 @@ void Person::AwaitFocus(HWND window) {
 void Person::AwaitRelease(HWND button) {
   Await([&] { return (SendMessageW(button, BM_GETSTATE, 0, 0) & BST_PUSHED) == 0; },
         "release of " + ToUtf8(NameOf(button)));
+}
+
+POINT CornerOf(HWND window) {
+  RECT place{};
+  GetWindowRect(window, &place);
+  return {place.left, place.top};
 }
 
 String NameOf(HWND window) {

