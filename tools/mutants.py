@@ -129,7 +129,8 @@ class Finder:
                 self.replace("constant", token, f"{other}{rest}")
         elif token.text in ("true", "false"):
             self.replace("constant", token, TURNED[token.text])
-        elif re.match(r"k[A-Z]", token.text) and self.text(i + 1) not in ("=", "{", "[", "::", "(", "."):
+        elif re.match(r"k[A-Z]", token.text) and self.text(i + 1) not in ("=", "{", "[", "::", "(", ".") and \
+                self.text(self.first_of_name(i) - 1) != "using":
             begin = self.tokens[self.first_of_name(i)].begin
             self.add("constant", begin, token.end, f"({self.source[begin:token.end]} + 1)")
         elif self.text(i + 1) == "::" and self.text(self.first_of_name(i) - 1) != "case":

@@ -1,7 +1,6 @@
-"""Builds one mutant and runs the tests that could notice it; used by tools/mutate."""
+"""Builds the tests with the changes of tools/mutate in them, and runs those that could notice one."""
 
 import contextlib
-import hashlib
 import json
 import os
 import re
@@ -11,14 +10,21 @@ import shutil
 import signal
 import subprocess
 import sys
-import threading
 import time
 
-BUILD = "build/mutants"
-# What only looks at files of the checkout, and what takes real servers, would notice nothing of these files.
-NOT_RUN = {"document_tests", "directory_tests"}
+from mutant_switches import Switches
+from mutation_results import FOLDER, Reached, digest, digest_of
+
+# What only looks at files of the checkout would notice nothing of these files; real servers and what measures time are
+# left alone.
+NOT_RUN = {"document_tests"}
+NOT_ASKED = "Slapd*:String.ReplacingGrowsWithTheText"
 ENVIRONMENT = {**os.environ, "CCACHE_DISABLE": "1", "KRX_SEQUENCES": os.environ.get("KRX_SEQUENCES", "2")}
-MOST_MEMORY = 4 << 30
+MOST_MEMORY = 2 << 30
+FIRST_MILLISECONDS = 300  # of tests of a program that are run before all that could notice a change
+STUCK_SECONDS = 60  # without any work of the processor
+PRECOMPILED = re.compile(r"^-Xclang (-include|\S*/cmake_pch)|^-include|^\S*/cmake_pch")
+SWITCHING = ["tools/mutants.py", "tools/mutant_switches.py", "tests/mutants/Switches.h"]
 
 
 def run(command, **options):
@@ -33,102 +39,64 @@ def must(command, **options):
     return done.stdout.decode(errors="replace")
 
 
-class Results:
-    """What has been tried, line by line, so that nothing is lost when a run is ended."""
-
-    def __init__(self):
-        os.makedirs(BUILD, exist_ok=True)
-        self.file = f"{BUILD}/results"
-        self.lock = threading.Lock()
-        self.known, self.noticed_by = {}, {}
-        if os.path.exists(self.file):
-            for line in open(self.file):
-                self.keep(json.loads(line))
-
-    def keep(self, one):
-        self.known[one["mutant"]] = one
-        if "by" in one:
-            tests = self.noticed_by.setdefault(one["file"], {})
-            tests[one["by"]] = tests.get(one["by"], 0) + 1
-
-    @staticmethod
-    def name(mutant):
-        with open(mutant.file, "rb") as file:
-            content = hashlib.sha256(file.read()).hexdigest()[:16]
-        return f"{mutant.file} {content} {mutant.begin} {mutant.end} {mutant.text}"
-
-    def of(self, mutant):
-        return self.known.get(self.name(mutant))
-
-    def add(self, mutant, result):
-        one = {"mutant": self.name(mutant), "file": mutant.file, "kind": mutant.kind, **result}
-        with self.lock:
-            self.keep(one)
-            with open(self.file, "a") as file:
-                file.write(json.dumps(one) + "\n")
-
-    def witnesses(self, file):
-        """The tests that have noticed changes of a file, the best first."""
-        with self.lock:
-            tests = self.noticed_by.get(file, {})
-            return sorted(tests, key=tests.get, reverse=True)[:40]
+def write(file, text):
+    with open(file, "w") as out:
+        out.write(text)
 
 
 class Program:
-    """A test program: how it is linked, what of ours is in it, and how long it takes."""
+    """A test program: how it is linked, and what of ours is in it."""
 
     def __init__(self, name, file):
         self.name = name
-        self.file = os.path.relpath(file, BUILD)
-        line = must(["ninja", "-C", BUILD, "-t", "commands", "-s", self.file]).strip().split("\n")[-1]
+        self.file = os.path.relpath(file, FOLDER)
+        line = must(["ninja", "-C", FOLDER, "-t", "commands", "-s", self.file]).strip().split("\n")[-1]
         words = shlex.split(line)
         self.link = [word for word in words[words.index("&&") + 1:-1] if word != "&&"]
-        listed = must(self.linked("/dev/null") + ["-Wl,-t"], cwd=BUILD)
+        listed = must([*self.linked("/dev/null", []), "-Wl,-t"], cwd=FOLDER)
         self.members = set(re.findall(r"\.a\((\S+?)\)", listed))
 
-    def linked(self, output, mutant=None):
+    def linked(self, output, objects):
+        """What the libraries have under the same names as these objects is left there."""
         command = list(self.link)
         command[command.index("-o") + 1] = output
-        if mutant:  # what the library has under the same names is left there
-            first = next(i for i, word in enumerate(command) if word.endswith(".a"))
-            command.insert(first, mutant)
-        return command
+        first = next(i for i, word in enumerate(command) if word.endswith(".a"))
+        return command[:first] + objects + command[first:]
 
-    def measure(self):
-        """Runs it without a change."""
-        before, start = resource.getrusage(resource.RUSAGE_CHILDREN), time.monotonic()
-        must([os.path.join(BUILD, self.file), "--gtest_brief=1"])
-        after = resource.getrusage(resource.RUSAGE_CHILDREN)
-        self.processor = after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime
-        self.lasted = time.monotonic() - start
+    def has(self, file):
+        return os.path.basename(file) + ".o" in self.members
 
 
 class Workshop:
-    def __init__(self, wanted):
-        self.folder = os.path.abspath(f"{BUILD}/work")
-        os.makedirs(self.folder, exist_ok=True)
+    def __init__(self, programs, found, drawn):
+        """`found`: the changes by file; `drawn`: the numbers of those that will be tried."""
+        self.folder = os.path.abspath(f"{FOLDER}/work")
+        os.makedirs(f"{self.folder}/one", exist_ok=True)
+        self.found, self.alone = found, {}
+        self.build(programs)
+        self.switched = {file: self.switch(file, drawn[file]) for file in found}
+        self.recorder = f"{self.folder}/Recorder.o"
+        must(["clang++", "-std=c++20", "-Itests", "-c", "tests/mutants/Recorder.cpp", "-o", self.recorder])
+        self.reached = {program.name: self.prepare(program) for program in self.programs}
+
+    def build(self, wanted):
         must(["tools/setup", "--build"])
         must(["cmake", "--preset", "mutants"])
-        lines = [line.split() for line in open(f"{BUILD}/test-programs")]
+        lines = [line.split() for line in open(f"{FOLDER}/test-programs")]
         listed = {name: file for _, _, name, file in lines if (name in wanted if wanted else name not in NOT_RUN)}
         print("building", *listed, flush=True)
-        must(["cmake", "--build", BUILD, "--target", *listed])
-        commands = json.load(open(f"{BUILD}/compile_commands.json"))
+        must(["cmake", "--build", FOLDER, "--target", *listed])
+        commands = json.load(open(f"{FOLDER}/compile_commands.json"))
         self.commands = {os.path.relpath(one["file"]): shlex.split(one["command"]) for one in commands}
-        self.programs = []
-        for name, file in listed.items():
-            program = Program(name, file)
-            program.measure()
-            print(f"{name}: {program.lasted:.1f} s", flush=True)
-            self.programs.append(program)
-        self.programs.sort(key=lambda program: program.lasted)
+        self.programs = [Program(name, file) for name, file in listed.items()]
+
+    # -- compiling
 
     def compile(self, file, source, output, *more):
-        """Compiles a source in the place of a file; whether that works."""
+        """Compiles a source in the place of a file; what the compiler says, and whether that worked."""
         words = self.commands[file]
-        if more:  # with other options the precompiled headers are of no use
-            at = next((i for i, word in enumerate(words) if word == "-include-pch"), 1)
-            words = words[:at - 1] + words[at + 3:] if at > 1 else words
+        if "-O2" in more:  # the precompiled headers are of no use
+            words = [word for i, word in enumerate(words) if not PRECOMPILED.search(" ".join(words[i:i + 2]))]
         taken, skip = [], False
         for word in words:
             if skip:
@@ -137,66 +105,187 @@ class Workshop:
                 skip = True
             elif word not in ("-MD", "-Werror") and not word.startswith("-g"):
                 taken.append(word)
-        return run([*taken, "-w", *more, "-c", source, "-o", output], cwd=BUILD).returncode == 0
+        done = run([*taken, "-w", "-fno-caret-diagnostics", "-ferror-limit=0", *more, "-c", source, "-o", output],
+                   cwd=FOLDER)
+        return done.stdout.decode(errors="replace"), done.returncode == 0
 
-    def try_out(self, mutant, witnesses):
-        start = time.monotonic()
-        place = f"{self.folder}/{threading.get_ident()}"
-        os.makedirs(place, exist_ok=True)
-        source, changed = f"{place}/{os.path.basename(mutant.file)}", f"{place}/mutant.o"
-        text = open(mutant.file).read()
-        with open(source, "w") as file:
-            file.write(text[:mutant.begin] + mutant.text + text[mutant.end:])
-        if not self.compile(mutant.file, source, changed):
-            result = {"outcome": "refused"}
+    def switch(self, file, wanted):
+        """The object of a file with all its changes, compiled until the compiler takes it."""
+        name = file.replace("/", "-")
+        source, output, notes = (f"{self.folder}/{name}{end}" for end in ("", ".o", ".json"))
+        text = open(file).read()
+        usual = self.commands[file]
+        state = digest(text, str(sorted(wanted)), digest_of(*SWITCHING), digest_of(f"{FOLDER}/{usual[usual.index('-o') + 1]}"))
+        if os.path.exists(notes) and (known := json.load(open(notes)))["state"] == state:
+            self.alone[file] = set(known["alone"])
+            return output
+        switches = Switches(file, text, self.found[file], wanted)
+        more = ["-Wno-c++11-narrowing", f"-I{os.getcwd()}/tests"]
+        while True:
+            content, places = switches.write()
+            write(source, content)
+            said, fine = self.compile(file, source, output, *more)
+            if fine:
+                break
+            switches.give_up(content, places, complaints(said, source))
+        alone = switches.alone | {i for i, one in enumerate(switches.found) if switches.unswitchable(one)}
+        write(notes, json.dumps({"state": state, "alone": sorted(alone)}))
+        self.alone[file] = alone
+        print(f"{file}: {len(wanted)} changes, {len(alone & wanted)} of them are compiled alone", flush=True)
+        return output
+
+    def prepare(self, program):
+        """Links a program with all switches, and has it write down what its tests reach."""
+        objects = [object_file for file, object_file in self.switched.items() if program.has(file)]
+        binary, record = f"{self.folder}/{program.name}", f"{self.folder}/{program.name}.reached"
+        must([*program.linked(binary, [*objects, self.recorder])], cwd=FOLDER)
+        state = digest_of(binary)
+        if not os.path.exists(record + ".of") or open(record + ".of").read() != state:
+            begun = time.monotonic()
+            done = Trial(self.folder, binary, record=record).run(f"-{NOT_ASKED}", 3600)
+            if done:
+                sys.exit(f"{program.name} fails without a change: {done}")
+            write(record + ".of", state)
+            print(f"{program.name}: {time.monotonic() - begun:.1f} s", flush=True)
+        return Reached(record)
+
+    # -- trying
+
+    def try_out(self, mutant, number, witnesses):
+        begun = time.monotonic()
+        if number in self.alone[mutant.file]:
+            result = self.try_alone(mutant, number, witnesses)
         else:
-            result = self.ask_tests(mutant, changed, place, witnesses)
-            if result["outcome"] == "unnoticed" and self.makes_same_code(mutant, source, text):
-                result = {"outcome": "same"}
-        return {**result, "seconds": round(time.monotonic() - start, 1)}
+            result = self.ask_tests(mutant.file, number, witnesses, None)
+        if result["outcome"] == "unnoticed" and self.makes_same_code(mutant):
+            result = {"outcome": "same"}
+        return {**result, "seconds": round(time.monotonic() - begun, 1)}
 
-    def ask_tests(self, mutant, changed, place, witnesses):
-        member = os.path.basename(mutant.file) + ".o"
-        could = [program for program in self.programs if member in program.members]
-        for chosen in ([":".join(witnesses)] if witnesses else []) + ["*"]:
-            for program in could:
-                binary = f"{place}/{program.name}"
-                first = chosen != "*" or not witnesses
-                if first and run(program.linked(binary, changed), cwd=BUILD).returncode:
-                    return {"outcome": "refused"}
-                by = self.failure(program, binary, chosen)
-                if by:
-                    return {"outcome": "noticed", "by": by}
-        return {"outcome": "unnoticed"}
+    def changed(self, mutant):
+        text = open(mutant.file).read()
+        return text[:mutant.begin] + mutant.text + text[mutant.end:]
 
-    @staticmethod
-    def failure(program, binary, chosen):
-        """The test that fails or never ends; None where all pass. Time is the processor's: the machine may be busy."""
-        seconds = int(10 * program.processor) + 10
-        place = os.path.dirname(binary)
-        temporary = f"{place}/temporary"
-        os.makedirs(temporary)
+    def try_alone(self, mutant, number, witnesses):
+        source, output = f"{self.folder}/one/{os.path.basename(mutant.file)}", f"{self.folder}/one/mutant.o"
+        write(source, self.changed(mutant))
+        if not self.compile(mutant.file, source, output)[1]:
+            return {"outcome": "refused"}
+        return self.ask_tests(mutant.file, None, witnesses, output)
+
+    def ask_tests(self, file, number, witnesses, changed):
+        """Runs the tests that reach a change, first those that cost little or have noticed others of the file."""
+        plans = []
+        for program in self.programs:
+            reached = self.reached[program.name]
+            tests = sorted(reached.covering(file, number),
+                           key=lambda test: (-min(witnesses.get(test, 0), 5), reached.milliseconds[test]))
+            if tests:
+                plans.append((program, tests, reached.milliseconds))
+        plans.sort(key=lambda plan: (-sum(witnesses.get(test, 0) for test in plan[1]), sum(map(plan[2].get, plan[1]))))
+        rest, linked = [], set()
+        for program, tests, milliseconds in plans:
+            first, spent = [], 0
+            while tests and (not first or spent + milliseconds[tests[0]] <= FIRST_MILLISECONDS):
+                spent += milliseconds[tests[0]]
+                first.append(tests.pop(0))
+            if tests:
+                rest.append((program, tests, milliseconds))
+            if result := self.noticed(program, first, spent, file, number, changed, linked):
+                return result
+        for program, tests, milliseconds in rest:
+            if result := self.noticed(program, tests, sum(map(milliseconds.get, tests)), file, number, changed, linked):
+                return result
+        return {"outcome": "unnoticed", "reached": bool(plans)}
+
+    def noticed(self, program, tests, milliseconds, file, number, changed, linked):
+        binary, mutant = f"{self.folder}/{program.name}", f"{file}:{number}"
+        if changed:
+            binary, mutant = f"{self.folder}/one/{program.name}", None
+            if program.name not in linked and run(program.linked(binary, [changed]), cwd=FOLDER).returncode:
+                return {"outcome": "refused"}
+            linked.add(program.name)
+        by = Trial(self.folder, binary, mutant=mutant).run(":".join(tests), 2 + milliseconds // 100)
+        return {"outcome": "noticed", **by} if by else None
+
+    def makes_same_code(self, mutant):
+        """Whether an optimizing compiler makes the same of both: then there is nothing to notice."""
+        source, output = f"{self.folder}/one/{os.path.basename(mutant.file)}", f"{self.folder}/one/code.o"
+        made = []
+        for text in (self.changed(mutant), open(mutant.file).read()):
+            write(source, text)
+            if not self.compile(mutant.file, source, output, "-O2")[1]:
+                return False
+            made.append(digest_of(output))
+        return made[0] == made[1]
+
+
+def complaints(said, source):
+    """What the compiler says of a source: line, column and message of each error, or of the place that led to it."""
+    found, open_one = [], None
+    for line, column, kind, message in re.findall(rf"^(?:{re.escape(source)}:(\d+):(\d+)|[^:\n]+:\d+:\d+): "
+                                                  r"(?:fatal )?(error|note): (.*)$", said, re.MULTILINE):
+        if kind == "error":
+            open_one = None if line else message
+            if line:
+                found.append((int(line), int(column), message))
+        elif open_one and line:
+            found.append((int(line), int(column), open_one))
+            open_one = None
+        elif found and line and "declared here" in message:
+            found[-1] = (*found[-1][:2], found[-1][2] + " " + message)
+    return found
+
+
+class Trial:
+    """One run of a test program, with a change switched on or writing down what is reached."""
+
+    def __init__(self, folder, binary, mutant=None, record=None):
+        self.place, self.binary = f"{folder}/one", binary
+        self.environment = {**ENVIRONMENT, "TMPDIR": f"{self.place}/temporary"}
+        if mutant:
+            self.environment["KRX_MUTANT"] = mutant
+        if record:
+            self.environment["KRX_RECORD"] = record
+
+    def run(self, chosen, seconds):
+        """How the tests fail, and which: None where all pass. Time is the processor's, as the machine may be busy."""
+        shutil.rmtree(f"{self.place}/temporary", ignore_errors=True)
+        os.makedirs(f"{self.place}/temporary")
+        write(f"{self.place}/flags", f"--gtest_filter={chosen}\n--gtest_fail_fast\n")
 
         def limits():
             resource.setrlimit(resource.RLIMIT_CPU, (seconds, seconds))
             resource.setrlimit(resource.RLIMIT_AS, (MOST_MEMORY, MOST_MEMORY))
             resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
-        with open(f"{place}/output", "wb") as output:
+        with open(f"{self.place}/output", "wb") as output:
             # A session of its own, which ends with all processes that tests have begun.
-            tests = subprocess.Popen([binary, f"--gtest_filter={chosen}", "--gtest_fail_fast"], stdin=subprocess.DEVNULL,
+            tests = subprocess.Popen([self.binary, f"--gtest_flagfile={self.place}/flags"], stdin=subprocess.DEVNULL,
                                      stdout=output, stderr=subprocess.STDOUT, start_new_session=True,
-                                     env={**ENVIRONMENT, "TMPDIR": temporary}, preexec_fn=limits)
-            try:
-                status = tests.wait(20 * program.lasted + 120)
-            except subprocess.TimeoutExpired:
-                status = None
+                                     env=self.environment, preexec_fn=limits)
+            status = self.wait(tests)
             with contextlib.suppress(ProcessLookupError):
                 os.killpg(tests.pid, signal.SIGKILL)
             tests.wait()
-        shutil.rmtree(temporary, ignore_errors=True)
-        with open(f"{place}/output", "rb") as output:
-            return None if status == 0 else Workshop.failed(output.read())
+        if status == 0:
+            return None
+        how = "time" if status in (None, -signal.SIGXCPU) else "crash" if status < 0 else "test"
+        with open(f"{self.place}/output", "rb") as output:
+            return {"how": how, "by": self.failed(output.read())}
+
+    @staticmethod
+    def wait(tests):
+        """The status; None for a program that waits for ever."""
+        worked, since = None, time.monotonic()
+        while True:
+            with contextlib.suppress(subprocess.TimeoutExpired):
+                return tests.wait(2)
+            with open(f"/proc/{tests.pid}/stat") as file:
+                fields = file.read().rpartition(")")[2].split()
+            if fields[11:13] != worked or fields[0] == "R":
+                worked, since = fields[11:13], time.monotonic()
+            elif time.monotonic() > since + STUCK_SECONDS:
+                return None
 
     @staticmethod
     def failed(output):
@@ -204,16 +293,3 @@ class Workshop:
         begun = re.findall(rb"^\[  FAILED  \] ([^\s,]+)", output, re.MULTILINE)[:1] or \
             re.findall(rb"^\[ RUN      \] (\S+)", output, re.MULTILINE)[-1:]
         return begun[0].decode() if begun else "its beginning"
-
-    def makes_same_code(self, mutant, source, text):
-        """Whether an optimizing compiler makes the same of both: then there is nothing to notice."""
-        made = []
-        for content in (open(source).read(), text):
-            with open(source, "w") as file:
-                file.write(content)
-            output = source + ".o"
-            if not self.compile(mutant.file, source, output, "-O2"):
-                return False
-            with open(output, "rb") as file:
-                made.append(file.read())
-        return made[0] == made[1]
