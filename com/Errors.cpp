@@ -110,8 +110,12 @@ String SystemMessage(HRESULT status) {
   return u"Error " + String(number.data(), number.data() + 10);
 }
 
+void Refuse(HRESULT status) {
+  throw Error(static_cast<std::uint32_t>(status), SystemMessage(status));
+}
+
 void Check(HRESULT status) {
-  if (FAILED(status)) throw Error(static_cast<std::uint32_t>(status), SystemMessage(status));
+  if (FAILED(status)) Refuse(status);
 }
 
 void CheckCall(HRESULT status, IUnknown* object, REFIID iid) {

@@ -28,6 +28,9 @@ class ObjectError : public Error {
 // The system's text of a status; its number in hexadecimal when the system has none.
 String SystemMessage(HRESULT status);
 
+// Raises Error with the system's text of a failure.
+[[noreturn]] void Refuse(HRESULT status);
+
 // Raises Error with the system's text when a call of the platform failed.
 void Check(HRESULT status);
 

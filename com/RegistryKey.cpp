@@ -5,7 +5,7 @@
 namespace krx::com {
 
 RegistryKey::RegistryKey(HKEY parent, const std::wstring& path) {
-  if (!parent) Check(E_ACCESSDENIED);
+  if (!parent) Refuse(E_ACCESSDENIED);
   const LSTATUS status = RegCreateKeyExW(parent, path.c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE,
                                          nullptr, &key_, nullptr);
   Check(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));

@@ -7,7 +7,7 @@ namespace krx::com {
 // Where a method's results go: emptied first; refused when the client gives no place for one.
 template <class... Values>
 void EmptyResults(Values*... places) {
-  if (!(places && ...)) Check(E_POINTER);
+  if (!(places && ...)) Refuse(E_POINTER);
   ((*places = Values{}), ...);
 }
 

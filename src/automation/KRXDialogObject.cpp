@@ -37,7 +37,7 @@ HRESULT KRXDialogObject::GetSetting(Twips SharedSettings::*setting, float* value
 
 HRESULT KRXDialogObject::PutSetting(Twips SharedSettings::*setting, const float* value) {
   return Run([&] {
-    if (!value) com::Check(E_POINTER);
+    if (!value) com::Refuse(E_POINTER);
     dialog_->Settings().*setting = *value;
   });
 }
@@ -81,7 +81,7 @@ HRESULT KRXDialogObject::put_CaptionMinHeight(float* Value) {
 
 HRESULT KRXDialogObject::SetHostApp(IDispatch** HostApp) {
   return Run([&] {
-    if (!HostApp) com::Check(E_POINTER);
+    if (!HostApp) com::Refuse(E_POINTER);
     dialog_->SetHostApp(*HostApp ? std::make_shared<HostApplication>(**HostApp) : nullptr);
   });
 }

@@ -45,7 +45,7 @@ com::Variant Element(SAFEARRAY* array, LONG index) {
 template <class Read>
 void ForEach(const com::Variant& list, Read read) {
   if (list.Type() == VT_EMPTY || list.Type() == VT_NULL) return;
-  if ((list.Type() & VT_ARRAY) == 0) com::Check(DISP_E_TYPEMISMATCH);
+  if ((list.Type() & VT_ARRAY) == 0) com::Refuse(DISP_E_TYPEMISMATCH);
   SAFEARRAY* const array = list.Get().parray;
   LONG upper = -1;
   if (array) com::Check(SafeArrayGetUBound(array, 1, &upper));

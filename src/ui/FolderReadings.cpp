@@ -12,7 +12,7 @@ namespace {
 // Milliseconds between two looks at a reading. The lists hear of its opening and its end at once,
 // and of what it has brought meanwhile in longer and longer rounds of looks: the first rows come
 // soon, later a list that draws takes the time from the reading.
-constexpr int kInterval = 10;
+constexpr int kReadingInterval = 10;
 constexpr int kFirstRound = 1;
 constexpr int kRoundWithRows = 8;
 constexpr int kLongestRound = 16;
@@ -26,7 +26,7 @@ bool HasRows(const folders::FolderListing& listing) {
 
 FolderReadings::FolderReadings(Form& form)
     : form_(form), platform_(form.ThePlatform()), tmrReading_(form, u"tmrReading") {
-  tmrReading_.Interval = kInterval;
+  tmrReading_.Interval = kReadingInterval;
   tmrReading_.Tick = [this] { Tick(); };
 }
 

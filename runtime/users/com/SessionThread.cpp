@@ -124,7 +124,7 @@ void Start(const std::shared_ptr<Company>& session) {
     if (module) FreeLibrary(module);
     throw KorvelError(kFileFailure, com::SystemMessage(HRESULT_FROM_WIN32(reason)));
   }
-  held.release();
+  static_cast<void>(held.release());  // the thread has it now
   CloseHandle(thread);
 }
 

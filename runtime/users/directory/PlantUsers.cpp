@@ -19,16 +19,17 @@ constexpr FailureCodes kModificationCodes{host::ModifyUserUnableToSave, host::Mo
 std::optional<Password> SearchPasswordOf(UserManagement& management, const UserRules& rules) {
   if (rules.Directory.SearchAs != SearchIdentity::Entry) return std::nullopt;
   const std::filesystem::path file = management.Store.Folder() / "directory-password.txt";
-  std::optional<std::string> bytes = management.System.FileSystem.Read(file);
-  if (!bytes) return std::nullopt;
-  LineReader lines(file.u16string(), *bytes, kMalformedRules);
+  std::optional<std::string> content = management.System.FileSystem.Read(file);
+  if (!content) return std::nullopt;
+  std::string& bytes = *content;
+  LineReader lines(file.u16string(), bytes, kMalformedRules);
   std::optional<Password> password;
   if (lines.Next()) {
     String text = lines.Text(lines.Line());
     password.emplace(text);
     Wipe(text.data(), text.size() * sizeof text[0]);
   }
-  Wipe(bytes->data(), bytes->size());
+  Wipe(bytes.data(), bytes.size());
   return password;
 }
 

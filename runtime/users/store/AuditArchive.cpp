@@ -113,7 +113,7 @@ void TellOfFailure(UserStore& store, const Error& failure) noexcept {
       if (reading.Data() == nullptr || ReadFilling(*reading.Data()).Told == kFailure) return;
     }
     Tell(store, kFailure, u"failed: " + failure.Description());
-  } catch (const std::exception&) {
+  } catch (...) {
   }
 }
 
@@ -131,7 +131,7 @@ void KeepAuditInBounds(UserStore& store, const SystemServices& system,
       Move(writing, store, system, last);
   } catch (const Error& failure) {
     TellOfFailure(store, failure);
-  } catch (const std::exception&) {
+  } catch (...) {
   }
 }
 

@@ -47,7 +47,7 @@ void Start(const std::shared_ptr<Errand>& errand) {
   const bool started = TrySubmitThreadpoolCallback(&Do, held.get(), &environment);
   DestroyThreadpoolEnvironment(&environment);
   if (!started) Fail();
-  held.release();
+  static_cast<void>(held.release());  // the pool has it now
 }
 
 // One window: some never say that they have painted.

@@ -95,7 +95,8 @@ class DialogElement final : public IRawElementProviderSimple {
   STDMETHODIMP get_HostRawElementProvider(IRawElementProviderSimple** host) override {
     if (!host) return E_POINTER;
     *host = nullptr;
-    return Alive() == S_OK ? AutomationLibrary::Get().Host(window_, host) : Alive();
+    const AutomationLibrary& library = AutomationLibrary::Get();
+    return Alive() == S_OK && library ? library.Host(window_, host) : kNotAvailable;
   }
 
  private:
@@ -126,8 +127,10 @@ LRESULT DialogProvider::Answer(HWND window, WPARAM w, LPARAM l) {
 // The system lets go of the element, and answers for it from now on.
 DialogProvider::~DialogProvider() {
   if (!element_) return;
-  AutomationLibrary::Get().Return(element_->Window(), 0, 0, nullptr);
-  AutomationLibrary::Get().Drop(element_);
+  if (const AutomationLibrary& library = AutomationLibrary::Get()) {
+    library.Return(element_->Window(), 0, 0, nullptr);
+    library.Drop(element_);
+  }
   element_->WindowGone();
   element_->Release();
 }

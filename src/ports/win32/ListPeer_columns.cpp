@@ -51,11 +51,11 @@ std::vector<int> ListPeer::ColumnWidths() const {
     rest -= form_.Scale().Pixels(column.Width);
     sharing += column.Width > 0 ? 0 : 1;
   }
+  const int share = sharing > 0 ? std::max(rest / sharing, 1) : 0;
   std::vector<int> widths;
   widths.reserve(columns.size());
   for (const ui::RowList::Column& column : columns)
-    widths.push_back(column.Width > 0 ? form_.Scale().Pixels(column.Width)
-                                      : std::max(rest / sharing, 1));
+    widths.push_back(column.Width > 0 ? form_.Scale().Pixels(column.Width) : share);
   return widths;
 }
 

@@ -191,6 +191,7 @@ int SystemLdapApi::Search(LDAP* session, const DirectorySearch& search, const st
   const SystemLdap& ldap = SystemLdap::Get();
   std::vector<WideText> names(search.Attributes.begin(), search.Attributes.end());
   std::vector<PWCHAR> attributes;
+  attributes.reserve(names.size() + 1);
   for (WideText& name : names)
     attributes.push_back(name.Get());
   attributes.push_back(nullptr);
