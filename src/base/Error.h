@@ -26,6 +26,9 @@ class Error : public std::exception {
   std::string what_;
 };
 
+// Status of lack of memory, where it is told as a runtime error.
+inline constexpr std::uint32_t kOutOfMemory = 0x800A0000u + 7;
+
 // A numbered runtime error; it reaches the client as 0x800A0000 + number.
 Error RuntimeError(std::int32_t number, String description);
 

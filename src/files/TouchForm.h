@@ -58,8 +58,10 @@ class TouchForm : public SelectionForm, private ui::FolderReadings::Watcher {
   virtual void StartShown() {}
   // A drive was chosen whose medium cannot be read.
   virtual void DriveNotReady() = 0;
-  // The folders of a path could not be read.
-  virtual void FoldersFailed(const Error&) {}
+  // The folders of a path could not be read, of which nothing is told unless memory is lacking.
+  virtual void FoldersFailed(const Error& error) {
+    if (error.Status() == kOutOfMemory) throw error;
+  }
   // A reading has brought more.
   virtual void ReadingGrew() {}
 

@@ -32,8 +32,8 @@ bool FolderListing::Take(Patience patience) {
   const bool opened = Opened();
   try {
     known_.Append(reader_->Take(patience));
-  } catch (...) {
-    refusal_ = ErrorInFlight();
+  } catch (const Error& error) {
+    refusal_ = error;
   }
   if (refusal_ || known_.Complete) reader_.reset();
   return Ended() || Opened() != opened;

@@ -26,7 +26,10 @@ class Asking : public folders::Question<Reply> {
 
   std::optional<Reply> Take(folders::Patience patience) override {
     if (!work_) return Reply();
-    if (work_->WaitForEnd(patience)) return work_->Said;
+    if (work_->WaitForEnd(patience)) {
+      work_->RaiseFailure();
+      return work_->Said;
+    }
     if (!devices_->Overdue(asked_)) return std::nullopt;
     devices_->GiveUp(path_, std::move(work_));
     return Reply();

@@ -30,7 +30,8 @@ void CALLBACK Background::Execute(PTP_CALLBACK_INSTANCE, void* held) {
   try {
     if (!work.GivenUp()) work.Run();
   } catch (...) {
-    // Without memory the work ends with what it has.
+    // What it has so far is not the whole answer; whoever takes it is told.
+    work.failure_ = std::current_exception();
   }
   SetThreadErrorMode(mode, nullptr);
   work.Leave();

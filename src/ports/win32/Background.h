@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <exception>
 #include <memory>
 
 namespace krx::win32 {
@@ -19,6 +20,11 @@ class Background {
 
   // Raises Error when the system has no thread.
   static void Start(std::shared_ptr<Background> work);
+
+  // Raises what the work has ended with, such as lack of memory; to be asked behind its end.
+  void RaiseFailure() const {
+    if (failure_) std::rethrow_exception(failure_);
+  }
 
   // Asks the work to end soon, and cancels the call of the system that it waits in; waits for
   // nothing itself.
@@ -58,6 +64,7 @@ class Background {
   std::atomic<bool> given_up_ = false;
   bool answered_ = false;
   bool ended_ = false;
+  std::exception_ptr failure_;
   DWORD thread_ = 0;  // that runs the work; 0 before and behind
 };
 

@@ -92,7 +92,7 @@ void FolderTaker::Open() {
 }
 
 folders::FolderPart FolderTaker::Take(folders::Patience patience) {
-  if (work_) work_->WaitForEnd(patience);
+  if (work_ && work_->WaitForEnd(patience)) work_->RaiseFailure();
   if (work_ && !opened_) {
     if (work_->WaitForAnswer(folders::kNoPatience)) {
       Open();

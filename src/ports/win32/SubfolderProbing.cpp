@@ -79,8 +79,10 @@ std::vector<folders::Marker> ProbeTaker::Take(folders::Patience patience) {
 void ProbeTaker::Collect(std::vector<folders::Marker>& markers) {
   const bool ended = AllEnded();  // what is found afterwards is collected the next time
   const std::size_t before = markers.size();
-  for (const auto& work : works_)
+  for (const auto& work : works_) {
+    if (work->WaitForEnd(milliseconds(0))) work->RaiseFailure();
     work->Take(markers);
+  }
   for (std::size_t i = before; i < markers.size(); ++i)
     answered_[markers[i].Folder] = true;
   missing_ -= markers.size() - before;
