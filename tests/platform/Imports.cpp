@@ -4,7 +4,11 @@
 
 namespace krx::test {
 
-void RedirectImport(HMODULE loaded, const char* name, void* target) {
+namespace {
+
+// Calls `visit` with the library, the name and the place of every import that has a name.
+template <class Visit>
+void VisitImports(HMODULE loaded, Visit visit) {
   auto* const module = reinterpret_cast<BYTE*>(loaded);
   const auto& dos = *reinterpret_cast<const IMAGE_DOS_HEADER*>(module);
   const auto& headers = *reinterpret_cast<const IMAGE_NT_HEADERS*>(module + dos.e_lfanew);
@@ -18,13 +22,29 @@ void RedirectImport(HMODULE loaded, const char* name, void* target) {
       if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal)) continue;
       const auto* import =
           reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(module + names->u1.AddressOfData);
-      if (std::strcmp(import->Name, name) != 0) continue;
-      DWORD before = 0;
-      VirtualProtect(place, sizeof *place, PAGE_READWRITE, &before);
-      place->u1.Function = reinterpret_cast<ULONG_PTR>(target);
-      VirtualProtect(place, sizeof *place, before, &before);
+      visit(reinterpret_cast<const char*>(module + library->Name), import->Name, *place);
     }
   }
+}
+
+}  // namespace
+
+void RedirectImport(HMODULE module, const char* name, void* target) {
+  VisitImports(module, [&](const char*, const char* import, IMAGE_THUNK_DATA& place) {
+    if (std::strcmp(import, name) != 0) return;
+    DWORD before = 0;
+    VirtualProtect(&place, sizeof place, PAGE_READWRITE, &before);
+    place.u1.Function = reinterpret_cast<ULONG_PTR>(target);
+    VirtualProtect(&place, sizeof place, before, &before);
+  });
+}
+
+std::vector<ImportedName> ImportsOf(HMODULE module) {
+  std::vector<ImportedName> all;
+  VisitImports(module, [&](const char* library, const char* import, IMAGE_THUNK_DATA&) {
+    all.push_back({library, import});
+  });
+  return all;
 }
 
 }  // namespace krx::test

@@ -4,6 +4,7 @@
 #include <optional>
 #include <stdexcept>
 
+#include "com/Errors.h"
 #include "com/Text.h"
 #include "com/Variant.h"
 
@@ -72,8 +73,14 @@ HRESULT Call(IKRXDialog& dialogs, MEMBERID method, const Parameters& parameters,
     arguments.push_back(argument.Get());
   DISPPARAMS call{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
   com::Variant result;
+  EXCEPINFO failure{};
   const HRESULT status = dialogs.Invoke(method, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
-                                        &call, result.Put(), nullptr, nullptr);
+                                        &call, result.Put(), &failure, nullptr);
+  if (status == DISP_E_EXCEPTION) {
+    const com::ObjectError error = com::FromExcepInfo(failure);
+    chosen = com::ToWide(error.Description());
+    return static_cast<HRESULT>(error.Status());
+  }
   if (result.Type() == VT_BSTR) chosen = com::ToWide(com::FromBstr(result.Get().bstrVal));
   return status;
 }

@@ -15,8 +15,9 @@ struct Selection {
   VARIANT_BOOL AllowChangeUp;
 };
 
-// A dialog method, called with arguments that suit any test. `chosen` is the path that a selection
-// dialog returns; other results are dropped.
+// A dialog method, called with arguments that suit any test; returns its status as an early-bound
+// client gets it. `chosen` is the path that a selection dialog returns, or the words of a failure;
+// other results are dropped.
 struct Method {
   std::string Name;
   std::function<HRESULT(IKRXDialog&, const Selection&, std::wstring& chosen)> Open;

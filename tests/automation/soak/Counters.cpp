@@ -21,16 +21,6 @@ BOOL CALLBACK CountOwn(HWND window, LPARAM total) {
   return TRUE;
 }
 
-long CountWindows() {
-  long count = 0;
-  EnumWindows(CountOwn, reinterpret_cast<LPARAM>(&count));
-  // Message-only windows have a root of their own.
-  HWND window = nullptr;
-  while ((window = FindWindowExW(HWND_MESSAGE, window, nullptr, nullptr)))
-    CountOwn(window, reinterpret_cast<LPARAM>(&count));
-  return count;
-}
-
 struct HandleEntry {
   ULONG Process;
   BYTE Type;
@@ -57,6 +47,16 @@ long CountAtoms() {
 }
 
 }  // namespace
+
+long CountWindows() {
+  long count = 0;
+  EnumWindows(CountOwn, reinterpret_cast<LPARAM>(&count));
+  // Message-only windows have a root of their own.
+  HWND window = nullptr;
+  while ((window = FindWindowExW(HWND_MESSAGE, window, nullptr, nullptr)))
+    CountOwn(window, reinterpret_cast<LPARAM>(&count));
+  return count;
+}
 
 long CountKernelHandles() {
   constexpr auto kHandleInformation = static_cast<SYSTEM_INFORMATION_CLASS>(16);

@@ -16,6 +16,7 @@ struct Counters {
   static Counters Now();
 };
 
+long CountWindows();
 long CountKernelHandles();
 long CountHeapBlocks();
 
