@@ -3,31 +3,24 @@
 namespace krx::runtime {
 namespace {
 
+#define KRX_OFFLINE_COLUMNS                                                         \
+  "SELECT name, full_name, comment, class, password_changed_on, iterations, salt, " \
+  "key, key_id, confirmed_at, failures, failures_in_a_row, last_failure "
+
 class HeldTable : public OfflineStore::Hold {
  public:
   explicit HeldTable(UserStore& store) : writing_(store) {}
 
   std::optional<OfflineRecord> Find(StringView name) override {
-    if (!writing_.HasStore()) return std::nullopt;
-    Query query(writing_.Data(),
-                "SELECT name, full_name, comment, class, password_changed_on, iterations, salt, "
-                "key, confirmed_at, failures, last_failure, key_id, failures_in_a_row "
-                "FROM offline_users WHERE name_key = ?",
-                NameKey(name));
-    if (!query.Next()) return std::nullopt;
-    OfflineRecord record;
-    record.User.Name = query.Text(0);
-    record.User.FullName = query.Text(1);
-    record.User.Comment = query.Text(2);
-    record.User.ClassName = query.Text(3);
-    record.User.PasswordChangedOn = static_cast<std::int32_t>(query.Number(4));
-    record.Hash = {static_cast<std::uint32_t>(query.Number(5)), query.Bytes(6), query.Bytes(7),
-                   query.Bytes(11)};
-    record.ConfirmedAt = query.Number(8);
-    record.Failures = static_cast<std::int32_t>(query.Number(9));
-    record.LastFailure = query.Number(10);
-    record.FailuresInARow = static_cast<std::int32_t>(query.Number(12));
-    return record;
+    return Read(KRX_OFFLINE_COLUMNS "FROM offline_users WHERE name_key = ?", name);
+  }
+
+  std::optional<OfflineRecord> FindOrAny(StringView name) override {
+    return Read(KRX_OFFLINE_COLUMNS
+                "FROM (SELECT min(name_key) AS first FROM offline_users) "
+                "JOIN (SELECT max(name_key) AS named FROM offline_users WHERE name_key = ?) "
+                "JOIN offline_users ON name_key = coalesce(named, first)",
+                name);
   }
 
   void Put(const OfflineRecord& record) override {
@@ -55,6 +48,24 @@ class HeldTable : public OfflineStore::Hold {
   }
 
  private:
+  std::optional<OfflineRecord> Read(const char* sql, StringView name) {
+    if (!writing_.HasStore()) return std::nullopt;
+    Query query(writing_.Data(), sql, NameKey(name));
+    if (!query.Next()) return std::nullopt;
+    OfflineRecord record;
+    record.User.Name = query.Text(0);
+    record.User.FullName = query.Text(1);
+    record.User.Comment = query.Text(2);
+    record.User.ClassName = query.Text(3);
+    record.User.PasswordChangedOn = static_cast<std::int32_t>(query.Number(4));
+    record.Hash = PasswordIn(query, 5);
+    record.ConfirmedAt = query.Number(9);
+    record.Failures = static_cast<std::int32_t>(query.Number(10));
+    record.FailuresInARow = static_cast<std::int32_t>(query.Number(11));
+    record.LastFailure = query.Number(12);
+    return record;
+  }
+
   UserStore::Writing writing_;
 };
 

@@ -5,6 +5,7 @@
 
 #include "runtime/users/passwords/PasswordKeys.h"
 #include "runtime/users/rules/GuessingDelay.h"
+#include "runtime/users/rules/Names.h"
 
 namespace krx::runtime {
 namespace {
@@ -48,35 +49,44 @@ bool OfflineUsers::Admit(const UserRules& rules, OfflineRecord& record) {
   if (delay == kForever || now - record.LastFailure < delay) return false;
   if (record.Failures >= rules.LockOutFailures) record.Failures = 0;
   ++record.Failures;
-  record.FailuresInARow = std::min(record.FailuresInARow + 1, kEndOfGuessing);
+  record.FailuresInARow = std::min(record.FailuresInARow, kEndOfGuessing - 1) + 1;
   record.LastFailure = now;
   return true;
 }
 
+// Something is written in any case, and the store is not held while a password is hashed.
+OfflineUsers::Attempt OfflineUsers::Begin(const UserRules& rules, StringView name) {
+  const std::unique_ptr<OfflineStore::Hold> hold = store_.Open();
+  const std::optional<OfflineRecord> stored = hold->FindOrAny(name);
+  if (!stored) return {};
+  if (keys_ != nullptr) keys_->Require(stored->Hash.KeyId);
+  OfflineRecord record = *stored;
+  const bool admitted = Admit(rules, record);
+  const bool known = EqualIgnoringCase(stored->User.Name, name) && IsValid(rules, *stored);
+  hold->Put(known ? record : *stored);
+  hold->Commit();
+  if (!known) return {Verdict::Unknown, std::move(record)};
+  return {admitted ? Verdict::WrongPassword : Verdict::LockedOut, std::move(record)};
+}
+
 OfflineUsers::Answer OfflineUsers::Check(const UserRules& rules, StringView name,
                                          const Password& password) {
-  std::optional<OfflineRecord> record;
-  {
-    const std::unique_ptr<OfflineStore::Hold> hold = store_.Open();
-    record = hold->Find(name);
-    if (!record || !IsValid(rules, *record)) return {};
-    if (keys_ != nullptr) keys_->Require(record->Hash.KeyId);
-    if (!Admit(rules, *record)) return {Verdict::LockedOut, record->User};
-    hold->Put(*record);
-    hold->Commit();
-  }
-  // The store is not held while a password is hashed.
-  if (password.Empty() || !Matches(cryptography_, password, record->Hash, keys_))
-    return {Verdict::WrongPassword, record->User};
+  const auto [verdict, record] = Begin(rules, name);
+  const PasswordHash expected =
+      record ? record->Hash : DecoyHash(static_cast<std::uint32_t>(rules.HashIterations));
+  const bool matches = Matches(cryptography_, password, expected, keys_);
+  if (verdict == Verdict::Unknown) return {};
+  if (verdict == Verdict::LockedOut || password.Empty() || !matches) return {verdict, record->User};
   const std::unique_ptr<OfflineStore::Hold> hold = store_.Open();
   const std::optional<OfflineRecord> now = hold->Find(name);
   if (!now || now->Hash != record->Hash) return {Verdict::WrongPassword, record->User};
-  record->Failures = 0;
-  record->FailuresInARow = 0;
-  record->LastFailure = 0;
-  hold->Put(*record);
+  OfflineRecord forgiven = *record;
+  forgiven.Failures = 0;
+  forgiven.FailuresInARow = 0;
+  forgiven.LastFailure = 0;
+  hold->Put(forgiven);
   hold->Commit();
-  return {Verdict::Right, record->User};
+  return {Verdict::Right, forgiven.User};
 }
 
 std::optional<DirectoryUser> OfflineUsers::Find(const UserRules& rules, StringView name) {

@@ -32,6 +32,8 @@ class OfflineStore {
    public:
     virtual ~Hold() = default;
     virtual std::optional<OfflineRecord> Find(StringView name) = 0;
+    // Another one where there is no such user, by the same work; nothing without any.
+    virtual std::optional<OfflineRecord> FindOrAny(StringView name) = 0;
     virtual void Put(const OfflineRecord& record) = 0;
     virtual void Remove(StringView name) = 0;
     // What was put and removed is kept; without it nothing is.
@@ -59,12 +61,18 @@ class OfflineUsers {
   // A server does not let the user in any more.
   void Forget(StringView name);
   // Counts the attempt, stores that, and then looks at the password; by the rules' delays. Who
-  // was let in by a server too long ago is unknown.
+  // was let in by a server too long ago is unknown. A check takes as long for everybody.
   Answer Check(const UserRules& rules, StringView name, const Password& password);
   // The user, to be shown; nothing when he is unknown.
   std::optional<DirectoryUser> Find(const UserRules& rules, StringView name);
 
  private:
+  struct Attempt {
+    Verdict Outcome = Verdict::Unknown;
+    std::optional<OfflineRecord> Record;
+  };
+
+  Attempt Begin(const UserRules& rules, StringView name);
   bool IsValid(const UserRules& rules, const OfflineRecord& record);
   bool Admit(const UserRules& rules, OfflineRecord& record);
 

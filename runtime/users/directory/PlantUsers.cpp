@@ -60,9 +60,9 @@ std::optional<DirectoryUser> PlantUsers::OfDirectory(const String& user) {
 
 std::int32_t PlantUsers::ChangeUserPassword(const String& user, const Password& new_password,
                                             const Password& current_password) {
-  const bool is_local = local_.GetUserClass(user).Found;
-  const std::optional<UserRules> rules = is_local ? std::nullopt : RulesInUse(management_);
-  if (!rules) return local_.ChangeUserPassword(user, new_password, current_password);
+  const std::optional<UserRules> rules = RulesInUse(management_);
+  if (!rules || local_.GetUserClass(user).Found)
+    return local_.ChangeUserPassword(user, new_password, current_password);
   AuditEntry entry{u"", u"change password", u"", u""};
   return Recorded(management_, kChangeCodes, entry, [&] {
     const DirectoryOutcome outcome = directory_.Change(
@@ -169,9 +169,9 @@ host::CurrentUser PlantUsers::GetCurrentUser() {
 }
 
 std::int32_t PlantSession::LogOnUser(const String& user, const Password& password) {
-  const bool is_local = local_users_.GetUserClass(user).Found;
-  const std::optional<UserRules> rules = is_local ? std::nullopt : RulesInUse(management_);
-  if (!rules) return local_.LogOnUser(user, password);
+  // Where there is no directory, nobody is looked up beforehand: the time would tell who is known.
+  const std::optional<UserRules> rules = RulesInUse(management_);
+  if (!rules || local_users_.GetUserClass(user).Found) return local_.LogOnUser(user, password);
   DirectoryOutcome outcome;
   try {
     outcome = directory_.LogOn(*rules, SearchPasswordOf(management_, *rules), user, password);

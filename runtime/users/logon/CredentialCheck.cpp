@@ -7,46 +7,59 @@
 namespace krx::runtime {
 namespace {
 
-// Counts the attempt. Something is written in any case, so that known and unknown users cost the
-// same.
-CheckedUser Admit(UserManagement& management, const UserRules& rules, StringView name) {
-  CheckedUser checked;
+// Counts the attempt. Something is written in any case, the same of everybody.
+Attempt Admit(UserManagement& management, const UserRules& rules, StringView name) {
+  Attempt attempt;
   UserStore::Writing writing(management.Store);
-  if (!writing.HasStore()) return checked;
-  if (std::optional<StoredUser> found = writing.Users().Find(name)) {
-    StoredUser& user = *found;
-    // No attempt counts that cannot be judged.
-    management.Keys.Require(user.CurrentPassword().KeyId);
-    checked.Outcome = CredentialOutcome::WrongPassword;
-    if (user.Deactivated) {
-      checked.Outcome = CredentialOutcome::Deactivated;
-    } else if (!LogOnGuard(rules, writing.Users(), management.System.Time.Now()).Admit(user)) {
-      checked.Outcome = CredentialOutcome::LockedOut;
-    }
-    checked.LastAttempt = user.Failures >= rules.LockOutFailures;
-    writing.Users().UpdateAttempts(user);
-    checked.User = std::move(user);
-  } else {
-    writing.Users().CountUnknownAttempt();
+  if (!writing.HasStore()) return attempt;
+  UserTable& users = writing.Users();
+  const std::optional<StoredUser> stored = users.FindOrAny(name);
+  if (stored) {
+    attempt = BeginAttempt(management, rules, users, *stored, name);
+    users.UpdateAttempts(attempt.Counts ? attempt.Checked.User : *stored);
   }
   writing.Commit();
-  return checked;
+  return attempt;
 }
 
 }  // namespace
 
+Attempt BeginAttempt(UserManagement& management, const UserRules& rules, UserSource& users,
+                     const StoredUser& stored, StringView name) {
+  // No attempt counts that cannot be judged.
+  management.Keys.Require(stored.CurrentPassword().KeyId);
+  StoredUser user = stored;
+  const bool admitted = LogOnGuard(rules, users, management.System.Time.Now()).Admit(user);
+  Attempt attempt;
+  attempt.Expected = stored.CurrentPassword();
+  attempt.Counts = stored.Name == name && !stored.Deactivated;
+  CheckedUser& checked = attempt.Checked;
+  checked.User = attempt.Counts ? user : stored;
+  checked.LastAttempt = checked.User.Failures >= rules.LockOutFailures;
+  checked.Outcome = CredentialOutcome::WrongPassword;
+  if (stored.Name != name)
+    checked.Outcome = CredentialOutcome::UnknownUser;
+  else if (stored.Deactivated)
+    checked.Outcome = CredentialOutcome::Deactivated;
+  else if (!admitted)
+    checked.Outcome = CredentialOutcome::LockedOut;
+  return attempt;
+}
+
+CheckedUser FinishAttempt(UserManagement& management, const UserRules& rules, Attempt attempt,
+                          const Password& password) {
+  PasswordHasher hasher = management.Hasher(rules);
+  const PasswordHash expected = attempt.Expected ? *attempt.Expected : hasher.Decoy();
+  const bool matches = hasher.MatchesTyped(password, expected);
+  hasher.SpendWhatWasSaved(expected);
+  if (matches && attempt.Checked.Outcome == CredentialOutcome::WrongPassword)
+    attempt.Checked.Outcome = CredentialOutcome::Right;
+  return std::move(attempt.Checked);
+}
+
 CheckedUser CheckCredentials(UserManagement& management, const UserRules& rules, StringView name,
                              const Password& password) {
-  CheckedUser checked = Admit(management, rules, name);
-  // No work for who is locked out: his attempts are over, and a flood of them stays cheap.
-  if (checked.Outcome == CredentialOutcome::LockedOut) return checked;
-  PasswordHasher hasher = management.Hasher(rules);
-  const PasswordHash expected =
-      checked.User.Passwords.empty() ? hasher.Decoy() : checked.User.CurrentPassword();
-  const bool matches = hasher.MatchesTyped(password, expected);
-  if (matches && checked.Outcome == CredentialOutcome::WrongPassword)
-    checked.Outcome = CredentialOutcome::Right;
-  return checked;
+  return FinishAttempt(management, rules, Admit(management, rules, name), password);
 }
 
 std::optional<StoredUser> FindUnchanged(UserTable& users, const CheckedUser& checked) {

@@ -42,40 +42,21 @@ std::int32_t CodeOfRefusal(CredentialOutcome outcome) {
 }  // namespace
 
 // The attempts of before count on, those in the store and those in memory.
-std::optional<StoredUser> FullDiskLogOn::Find(const String& user) {
+Attempt FullDiskLogOn::Admit(const String& user) {
   UserStore::Reading reading(management_.Store);
-  if (reading.Data() == nullptr) return std::nullopt;
-  std::optional<StoredUser> found = UserTable(*reading.Data()).Find(user);
-  if (!found) return std::nullopt;
-  const auto known = late_.Attempts.find(found->Id);
-  if (known != late_.Attempts.end()) TakeAttempts(*found, known->second);
-  return found;
-}
-
-CredentialOutcome FullDiskLogOn::Admit(StoredUser& user) {
-  UserStore::Reading users(management_.Store);
-  if (user.Deactivated) return CredentialOutcome::Deactivated;
-  const bool admitted = LogOnGuard(rules_, users, management_.System.Time.Now()).Admit(user);
-  return admitted ? CredentialOutcome::WrongPassword : CredentialOutcome::LockedOut;
+  if (reading.Data() == nullptr) return {};
+  std::optional<StoredUser> stored = UserTable(*reading.Data()).FindOrAny(user);
+  if (!stored) return {};
+  const auto known = late_.Attempts.find(stored->Id);
+  if (known != late_.Attempts.end()) TakeAttempts(*stored, known->second);
+  Attempt attempt = BeginAttempt(management_, rules_, reading, *stored, user);
+  if (attempt.Counts) late_.Attempts[stored->Id] = attempt.Checked.User;
+  return attempt;
 }
 
 std::int32_t FullDiskLogOn::LogOnUser(const String& user, const Password& password) {
   const std::lock_guard lock(late_.Guard);
-  CheckedUser checked;
-  PasswordHasher hasher = management_.Hasher(rules_);
-  PasswordHash expected = hasher.Decoy();
-  if (std::optional<StoredUser> found = Find(user)) {
-    checked.User = std::move(*found);
-    management_.Keys.Require(checked.User.CurrentPassword().KeyId);
-    checked.Outcome = Admit(checked.User);
-    checked.LastAttempt = checked.User.Failures >= rules_.LockOutFailures;
-    expected = checked.User.CurrentPassword();
-    late_.Attempts[checked.User.Id] = checked.User;
-  }
-  if (checked.Outcome != CredentialOutcome::LockedOut && hasher.MatchesTyped(password, expected) &&
-      checked.Outcome == CredentialOutcome::WrongPassword) {
-    checked.Outcome = CredentialOutcome::Right;
-  }
+  CheckedUser checked = FinishAttempt(management_, rules_, Admit(user), password);
   return Settle(checked);
 }
 
@@ -87,7 +68,7 @@ std::int32_t FullDiskLogOn::Complete(CheckedUser checked) {
 std::int32_t FullDiskLogOn::Settle(CheckedUser& checked) {
   StoredUser& user = checked.User;
   if (checked.Outcome != CredentialOutcome::Right) {
-    Remember(user.Name, u"refused: " + Describe(checked));
+    Remember(checked.KnownName(), u"refused: " + Describe(checked));
     return CodeOfRefusal(checked.Outcome);
   }
   LogOnGuard::Forgive(user);

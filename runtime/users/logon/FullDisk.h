@@ -20,8 +20,7 @@ class FullDiskLogOn {
   std::int32_t Complete(CheckedUser checked);
 
  private:
-  std::optional<StoredUser> Find(const String& user);
-  CredentialOutcome Admit(StoredUser& user);
+  Attempt Admit(const String& user);
   std::int32_t Settle(CheckedUser& checked);
   void Remember(const String& actor, const String& outcome);
 

@@ -25,8 +25,8 @@ class LogOnGuard {
   static void Forgive(StoredUser& user);
 
  private:
-  // Seconds that the user's next attempt has to wait from his last one.
-  std::int64_t Delay(const StoredUser& user) const;
+  // Whether so many seconds since the user's last attempt are not over yet.
+  bool Waits(const StoredUser& user, std::int64_t delay) const;
 
   const UserRules& rules_;
   UserSource& users_;

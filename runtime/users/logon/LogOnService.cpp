@@ -66,7 +66,7 @@ std::int32_t LogOnService::LogOnUser(const String& user, const Password& passwor
       return checked ? late.Complete(*checked) : late.LogOnUser(user, password);
     }
   } catch (const Error& failure) {
-    management_.RecordFailure({checked ? checked->User.Name : String(), u"log-on", u"",
+    management_.RecordFailure({checked ? checked->KnownName() : String(), u"log-on", u"",
                                u"failed: " + failure.Description()});
     throw;
   }
@@ -82,7 +82,7 @@ std::int32_t LogOnService::JudgeAndRecord(const UserRules& rules, const CheckedU
                                   ? Settle(writing, rules, checked, std::move(rehashed))
                                   : ResultOf(checked.Outcome);
   if (result == host::LogOnSucceeded) RecordReplaced(writing, checked.User.Name);
-  writing.Record({checked.User.Name, u"log-on", u"", OutcomeText(checked, result)});
+  writing.Record({checked.KnownName(), u"log-on", u"", OutcomeText(checked, result)});
   writing.Commit();
   if (result == host::LogOnSucceeded) management_.BeginSession(checked.User);
   return result;

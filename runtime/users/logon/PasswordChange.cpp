@@ -34,7 +34,7 @@ class Change {
     checked_ = std::move(checked);
     if (checked_.Outcome != CredentialOutcome::Right)
       throw Refusal{CodeOf(checked_.Outcome), Describe(checked_)};
-    Judge();
+    Judge(LatePasswords());
     Store(management_.Hasher(rules_).Hash(new_password_));
     return host::ChangePasswordSucceeded;
   }
@@ -42,7 +42,13 @@ class Change {
   const UserRules& Rules() const { return rules_; }
 
  private:
-  void Judge() {
+  // A check of credentials knows the current one alone.
+  std::vector<PasswordHash> LatePasswords() {
+    UserStore::Writing writing(management_.Store);
+    return FindStill(writing).Passwords;
+  }
+
+  void Judge(const std::vector<PasswordHash>& late) {
     if (PasswordAge(rules_, checked_.User, management_.System.Time.Now()).IsTooYoung())
       Refuse(host::ChangePasswordNotAccepted, u"password was changed too lately");
     const PasswordVerdict verdict =
@@ -52,7 +58,7 @@ class Change {
     if (verdict == PasswordVerdict::NotAccepted)
       Refuse(host::ChangePasswordNotAccepted, u"new password is too easily guessed");
     PasswordHasher hasher = management_.Hasher(rules_);
-    if (IsReused(hasher, rules_, checked_.User.Passwords, new_password_))
+    if (IsReused(hasher, rules_, late, new_password_))
       Refuse(host::ChangePasswordNotAccepted, u"new password was used lately");
   }
 
@@ -108,7 +114,7 @@ std::int32_t ChangePassword(UserManagement& management, const String& user,
       management, {host::ChangePasswordUnableToSave, host::ChangePasswordCallFailed}, entry, [&] {
         Change change(management, new_password);
         CheckedUser checked = CheckCredentials(management, change.Rules(), user, current_password);
-        entry.Actor = checked.User.Name;
+        entry.Actor = checked.KnownName();
         return change.Run(std::move(checked));
       });
 }

@@ -14,7 +14,24 @@ bool PasswordHasher::Matches(const Password& password, const PasswordHash& hash)
 
 bool PasswordHasher::MatchesTyped(const Password& password, const PasswordHash& hash) {
   const Password normal = cryptography_.Normalized(password);
-  return Matches(normal, hash) || (!(normal == password) && Matches(password, hash));
+  const bool matches = Matches(normal, hash);
+  if (normal == password) return matches;
+  // The work must not tell which of the two it was.
+  const bool matches_as_typed = Matches(password, hash);
+  return matches || matches_as_typed;
+}
+
+void PasswordHasher::SpendWhatWasSaved(const PasswordHash& hash) {
+  if (hash.Iterations < iterations_)
+    runtime::Matches(cryptography_, Password(StringView()),
+                     DecoyHash(iterations_ - hash.Iterations));
+  if (!is_keyed_ || !hash.KeyId.empty()) return;
+  try {
+    PasswordHash decoy = DecoyHash(iterations_);
+    keys_.Apply(decoy);
+  } catch (const Error&) {
+    // A key that is not to be had is told to who has a password hashed with it.
+  }
 }
 
 PasswordHash PasswordHasher::Decoy() {

@@ -24,6 +24,9 @@ class PasswordHasher {
   // A hash that nobody has a password for, at the price of the others.
   PasswordHash Decoy();
 
+  // The rest of the work where checking a hash took less than one that would be made now.
+  void SpendWhatWasSaved(const PasswordHash& hash);
+
   // Whether a hash is weaker than one that would be made now.
   bool IsOutdated(const PasswordHash& hash);
   // Gives hashes of passwords that nobody knows any more the key that the rules ask for.

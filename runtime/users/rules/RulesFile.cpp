@@ -30,7 +30,7 @@ constexpr Setting kSettings[] = {
     {"lock-out-failures", &UserRules::LockOutFailures, 1, 1000},
     {"lock-out-minutes", &UserRules::LockOutMinutes, 0, 525'600},
     {"own-record-minutes", &UserRules::OwnRecordMinutes, 0, 1440},
-    {"hash-iterations", &UserRules::HashIterations, 1000, 100'000'000},
+    {"hash-iterations", &UserRules::HashIterations, 1000, kMostIterations},
     {"audit-records", &UserRules::AuditRecords, 0, 10'000'000},
     {"audit-days", &UserRules::AuditDays, 0, 3650},
     {"log-off-after-idle-minutes", &UserRules::LogOffAfterIdleMinutes, 0, 1440},

@@ -8,6 +8,8 @@
 
 namespace krx::runtime {
 
+inline constexpr std::int32_t kMostIterations = 100'000'000;  // of a password's hash
+
 // A kind of users; a class is below another when its level is strictly less.
 struct UserClass {
   String Name;

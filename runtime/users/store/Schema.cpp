@@ -117,6 +117,12 @@ ALTER TABLE offline_users ADD COLUMN
 -- As in users.
 ALTER TABLE offline_users ADD COLUMN
   failures_in_a_row INTEGER NOT NULL DEFAULT 0 CHECK (failures_in_a_row >= 0);
+)sql",
+    R"sql(
+-- Grows with every attempt, also where nothing else changes: the same is written whatever becomes
+-- of it. An attempt under an unknown name counts for one of the users.
+ALTER TABLE users ADD COLUMN attempts INTEGER NOT NULL DEFAULT 0;
+DROP TABLE unknown_attempts;
 )sql"};
 
 std::int64_t Pragma(Database& database, const char* sql) {

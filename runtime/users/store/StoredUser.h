@@ -28,7 +28,8 @@ struct StoredUser {
   std::int64_t LastFailure = 0;                     // seconds since 1970
   std::vector<PasswordHash> Passwords;              // the current one first
 
-  const PasswordHash& CurrentPassword() const { return Passwords.front(); }
+  // Raises Error where a damaged database has none.
+  const PasswordHash& CurrentPassword() const;
   bool operator==(const StoredUser& other) const = default;
 };
 

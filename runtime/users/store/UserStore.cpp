@@ -92,13 +92,13 @@ UserStore::Reading::Reading(UserStore& store) : store_(store), lock_(store.guard
 std::optional<StoredUser> UserStore::Reading::Find(StringView name) {
   if (Data() == nullptr) return std::nullopt;
   if (const Snapshot* const all = store_.Fresh()) return all->At(all->ByName, name);
-  return UserTable(*Data()).Find(name);
+  return UserTable(*Data()).FindRecord(name);
 }
 
 std::optional<StoredUser> UserStore::Reading::FindId(std::uint32_t id) {
   if (Data() == nullptr) return std::nullopt;
   if (const Snapshot* const all = store_.Fresh()) return all->At(all->ById, id);
-  return UserTable(*Data()).FindId(id);
+  return UserTable(*Data()).FindRecordOfId(id);
 }
 
 bool UserStore::Reading::HasOtherAdministrator(const UserRules& rules, std::uint32_t except,

@@ -3,16 +3,18 @@
 #include <algorithm>
 #include <utility>
 
+#include "runtime/core/KorvelError.h"
 #include "runtime/users/rules/GuessingDelay.h"
 #include "runtime/users/rules/Names.h"
 
 namespace krx::runtime {
 namespace {
 
-#define KRX_USER_COLUMNS                                                               \
-  "SELECT id, name, full_name, comment, class, deactivated, must_renew, "              \
-  "remaining_log_ons, password_changed_on, failures, failures_in_a_row, last_failure " \
-  "FROM users "
+#define KRX_USER_COLUMNS                                                  \
+  "SELECT id, name, full_name, comment, class, deactivated, must_renew, " \
+  "remaining_log_ons, password_changed_on, failures, failures_in_a_row, last_failure "
+#define KRX_USERS KRX_USER_COLUMNS "FROM users "
+#define KRX_PASSWORD_COLUMNS "iterations, salt, key, key_id "
 
 StoredUser UserIn(const Query& query) {
   StoredUser user;
@@ -31,7 +33,28 @@ StoredUser UserIn(const Query& query) {
   return user;
 }
 
+std::optional<StoredUser> OnlyRecord(Query& query) {
+  return query.Next() ? std::optional(UserIn(query)) : std::nullopt;
+}
+
 }  // namespace
+
+// A damaged hash must not be one that every password has.
+PasswordHash PasswordIn(const Query& query, int column) {
+  const std::int64_t iterations = query.Number(column);
+  PasswordHash hash{static_cast<std::uint32_t>(iterations), query.Bytes(column + 1),
+                    query.Bytes(column + 2), query.Bytes(column + 3)};
+  if (iterations <= 0 || iterations > kMostIterations || hash.Salt.size() < kSaltSize ||
+      hash.Key.size() != kKeySize || (!hash.KeyId.empty() && hash.KeyId.size() != kKeyIdSize))
+    throw KorvelError(kUnreadableUsers, u"a password in the users' database is damaged");
+  return hash;
+}
+
+const PasswordHash& StoredUser::CurrentPassword() const {
+  if (Passwords.empty())
+    throw KorvelError(kUnreadableUsers, u"a password is missing in the users' database");
+  return Passwords.front();
+}
 
 std::vector<std::uint8_t> NameKey(StringView name) {
   std::vector<std::uint8_t> key;
@@ -46,48 +69,73 @@ std::optional<StoredUser> UserTable::Whole(Query& query) {
   if (!query.Next()) return std::nullopt;
   StoredUser user = UserIn(query);
   Query hashes(database_,
-               "SELECT iterations, salt, key, key_id FROM passwords WHERE user = ? ORDER BY age",
+               "SELECT " KRX_PASSWORD_COLUMNS "FROM passwords WHERE user = ? ORDER BY age",
                user.Id);
-  while (hashes.Next()) {
-    user.Passwords.push_back({static_cast<std::uint32_t>(hashes.Number(0)), hashes.Bytes(1),
-                              hashes.Bytes(2), hashes.Bytes(3)});
-  }
+  while (hashes.Next())
+    user.Passwords.push_back(PasswordIn(hashes, 0));
   return user;
 }
 
 std::optional<StoredUser> UserTable::Find(StringView name) {
-  Query query(database_, KRX_USER_COLUMNS "WHERE name_key = ?", NameKey(name));
+  Query query(database_, KRX_USERS "WHERE name_key = ?", NameKey(name));
   std::optional<StoredUser> user = Whole(query);
   return user && user->Name == name ? user : std::nullopt;
 }
 
 std::optional<StoredUser> UserTable::FindId(std::uint32_t id) {
-  Query query(database_, KRX_USER_COLUMNS "WHERE id = ?", id);
+  Query query(database_, KRX_USERS "WHERE id = ?", id);
   return Whole(query);
 }
 
+std::optional<StoredUser> UserTable::FindOrAny(StringView name) {
+  Query query(database_,
+              KRX_USER_COLUMNS ", " KRX_PASSWORD_COLUMNS
+                               "FROM (SELECT min(id) AS first FROM users) "
+                               "JOIN (SELECT max(id) AS named FROM users WHERE name_key = ?) "
+                               "JOIN users ON id = coalesce(named, first) "
+                               "LEFT JOIN passwords ON user = id AND age = 0",
+              NameKey(name));
+  std::optional<StoredUser> user = OnlyRecord(query);
+  if (user) user->Passwords = {PasswordIn(query, 12)};
+  return user;
+}
+
+std::optional<StoredUser> UserTable::FindRecord(StringView name) {
+  Query query(database_, KRX_USERS "WHERE name_key = ?", NameKey(name));
+  std::optional<StoredUser> user = OnlyRecord(query);
+  return user && user->Name == name ? user : std::nullopt;
+}
+
+std::optional<StoredUser> UserTable::FindRecordOfId(std::uint32_t id) {
+  Query query(database_, KRX_USERS "WHERE id = ?", id);
+  return OnlyRecord(query);
+}
+
+// All of them are looked at, so that the time does not tell which of them it is.
 bool UserTable::HasOtherAdministrator(const UserRules& rules, std::uint32_t except,
                                       std::int64_t at) {
-  return std::any_of(rules.Classes.begin(), rules.Classes.end(), [&](const UserClass& one) {
-    if (!rules.IsAdministratorClass(one.Name)) return false;
+  bool has = false;
+  for (const UserClass& one : rules.Classes) {
+    if (!rules.IsAdministratorClass(one.Name)) continue;
     Query query(database_,
-                "SELECT failures, failures_in_a_row, last_failure FROM users "
-                "WHERE class = ? AND id <> ? AND deactivated = 0 AND failures_in_a_row < ?",
-                one.Name, except, kEndOfGuessing);
+                "SELECT id, failures, failures_in_a_row, last_failure FROM users "
+                "WHERE class = ? AND deactivated = 0 AND failures_in_a_row < ?",
+                one.Name, kEndOfGuessing);
     while (query.Next()) {
-      const std::int64_t delay = DelayAfter(rules, static_cast<std::int32_t>(query.Number(0)),
-                                            static_cast<std::int32_t>(query.Number(1)));
+      const std::int64_t delay = DelayAfter(rules, static_cast<std::int32_t>(query.Number(1)),
+                                            static_cast<std::int32_t>(query.Number(2)));
       // A time ahead of the clock begins now.
-      const std::int64_t begin = std::clamp<std::int64_t>(query.Number(2), 0, at);
-      if (delay != kForever && at - begin >= delay) return true;
+      const std::int64_t begin = std::clamp<std::int64_t>(query.Number(3), 0, at);
+      const bool can_log_on = delay != kForever && at - begin >= delay;
+      has |= can_log_on && query.Number(0) != except;
     }
-    return false;
-  });
+  }
+  return has;
 }
 
 std::vector<StoredUser> UserTable::List() {
   std::vector<StoredUser> users;
-  Query query(database_, KRX_USER_COLUMNS "ORDER BY name_key");
+  Query query(database_, KRX_USERS "ORDER BY name_key");
   while (query.Next())
     users.push_back(UserIn(query));
   return users;
@@ -145,13 +193,10 @@ void UserTable::Remove(std::uint32_t id) {
 
 void UserTable::UpdateAttempts(const StoredUser& user) {
   Query(database_,
-        "UPDATE users SET failures = ?, failures_in_a_row = ?, last_failure = ? WHERE id = ?",
+        "UPDATE users SET failures = ?, failures_in_a_row = ?, last_failure = ?, "
+        "attempts = attempts + 1 WHERE id = ?",
         user.Failures, user.FailuresInARow, user.LastFailure, user.Id)
       .Run();
-}
-
-void UserTable::CountUnknownAttempt() {
-  Query(database_, "UPDATE unknown_attempts SET count = count + 1").Run();
 }
 
 }  // namespace krx::runtime

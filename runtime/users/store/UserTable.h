@@ -8,6 +8,10 @@ namespace krx::runtime {
 // A name without case, by which it is looked up; the bytes' order is that of lists.
 std::vector<std::uint8_t> NameKey(StringView name);
 
+// Of a row with iterations, salt, key and key_id from that column on. Raises Error for a damaged
+// one.
+PasswordHash PasswordIn(const Query& query, int column);
+
 // The users and their passwords in the database, read and changed by key.
 class UserTable : public UserSource {
  public:
@@ -16,6 +20,12 @@ class UserTable : public UserSource {
   // With passwords.
   std::optional<StoredUser> Find(StringView name) override;
   std::optional<StoredUser> FindId(std::uint32_t id) override;
+  // The user of that name, in whatever case, with his current password alone; another one where
+  // there is none, by the same work. Nothing without users.
+  std::optional<StoredUser> FindOrAny(StringView name);
+  // Without passwords.
+  std::optional<StoredUser> FindRecord(StringView name);
+  std::optional<StoredUser> FindRecordOfId(std::uint32_t id);
   bool HasOtherAdministrator(const UserRules& rules, std::uint32_t except,
                              std::int64_t at) override;
 
@@ -30,9 +40,9 @@ class UserTable : public UserSource {
   // Everything but the name; with `passwords` these, too.
   void Update(const StoredUser& user, bool passwords);
   void Remove(std::uint32_t id);
-  // Stores what the user's attempts have come to; an attempt under an unknown name costs the same.
+  // Stores what the user's attempts have come to; something is written also when that is nothing
+  // new.
   void UpdateAttempts(const StoredUser& user);
-  void CountUnknownAttempt();
 
  private:
   std::optional<StoredUser> Whole(Query& query);

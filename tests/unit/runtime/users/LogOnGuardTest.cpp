@@ -231,12 +231,12 @@ TEST_F(LogOnGuardTest, TheCountSurvivesTheProcess) {
   EXPECT_EQ(others_log_on.LogOnUser(u"boss", Secret(kBossSecret)), host::LogOnTooManyFailedLogons);
 }
 
-TEST_F(LogOnGuardTest, WhoIsLockedOutCostsNoDerivation) {
+TEST_F(LogOnGuardTest, WhoIsLockedOutCostsTheDerivationThatOthersCost) {
   Provision();
   GuessWrong(u"boss", 5);
   crypto.Derivations = 0;
-  LogOn(u"boss", kBossSecret);
-  EXPECT_EQ(crypto.Derivations, 0);
+  EXPECT_EQ(LogOn(u"boss", kBossSecret), host::LogOnTooManyFailedLogons);
+  EXPECT_EQ(crypto.Derivations, 1);
 }
 
 TEST_F(LogOnGuardTest, TheNumberOfFailuresIsConfigurable) {

@@ -211,6 +211,8 @@ TEST_F(PasswordKeysTest, ADatabaseOfBeforeTheKeysIsBroughtUpToDate) {
       .Run(
           "ALTER TABLE passwords DROP COLUMN key_id; ALTER TABLE offline_users DROP COLUMN key_id;"
           "ALTER TABLE offline_users DROP COLUMN failures_in_a_row;"
+          "ALTER TABLE users DROP COLUMN attempts;"
+          "CREATE TABLE unknown_attempts (id INTEGER PRIMARY KEY, count INTEGER NOT NULL) STRICT;"
           "PRAGMA user_version = 3");
   EXPECT_EQ(LogOn(u"anna", kAnnas), host::LogOnSucceeded);
   EXPECT_THAT(IdOf(u"anna"), IsEmpty());

@@ -56,6 +56,28 @@ TEST_F(UserStoreTest, AnotherProgramsDatabaseIsReportedAndStaysAsItIs) {
   ExpectReported();
 }
 
+// An empty key was the same as what an empty derivation gives: everybody had the password.
+TEST_F(UserStoreTest, ADamagedHashIsReportedAndIsNobodysPassword) {
+  Prepare();
+  session.LogOffUser();
+  for (const char* const damage :
+       {"SET key = x''", "SET key = zeroblob(33)", "SET salt = x'00'", "SET key_id = x'00'",
+        "SET iterations = 0", "SET iterations = 9223372036854775807", "SET age = age + 1"}) {
+    SCOPED_TRACE(damage);
+    CloseStore();
+    const SimulatedDisk::Files whole = disk.Copy();
+    runtime::Database(folder / "users.db", {disk.Name()}, false)
+        .Run((std::string("PRAGMA ignore_check_constraints = ON; UPDATE passwords ") + damage +
+              " WHERE user = 2")
+                 .c_str());
+    EXPECT_THROW(LogOn(u"anna", u"whatever it is"), Error);
+    EXPECT_EQ(directory.ChangeUserPassword(u"anna", Secret(u"new secret"), Secret(u"x")),
+              host::ChangePasswordCallFailed);
+    CloseStore();
+    disk.Put(whole);
+  }
+}
+
 TEST_F(UserStoreTest, AStoreOfALaterVersionIsReportedAndStaysAsItIs) {
   Prepare();
   CloseStore();

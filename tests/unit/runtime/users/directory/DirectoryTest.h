@@ -28,6 +28,11 @@ class KeptInMemory : public runtime::OfflineStore {
       const auto found = Changed.find(String(name));
       return found == Changed.end() ? std::nullopt : std::optional(found->second);
     }
+    std::optional<runtime::OfflineRecord> FindOrAny(StringView name) override {
+      const auto found = Changed.find(String(name));
+      if (found != Changed.end()) return found->second;
+      return Changed.empty() ? std::nullopt : std::optional(Changed.begin()->second);
+    }
     void Put(const runtime::OfflineRecord& record) override {
       Changed.insert_or_assign(record.User.Name, record);
     }
