@@ -3,6 +3,7 @@
 #include "failures/Calls.h"
 #include "panel/Layouts.h"
 #include "service/MKRXDialog.h"
+#include "ui/Keyboard.h"
 
 namespace krx::test {
 
