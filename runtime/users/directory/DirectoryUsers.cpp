@@ -59,7 +59,7 @@ DirectoryOutcome DirectoryUsers::LogOn(const UserRules& rules,
     if (rules.Directory.OfflineDays == 0) throw;
     return LogOnOffline(rules, name, password, silence);
   }
-  Keep(rules, *answer, password);
+  Keep(rules, name, *answer, password);
   DirectoryOutcome outcome{LogOnCodeOf(answer->Verdict), answer->User.Name, {}, {}};
   if (answer->Verdict != DirectoryVerdict::Right) {
     outcome.Outcome = u"refused by the directory service: " + answer->Reason;
@@ -71,13 +71,13 @@ DirectoryOutcome DirectoryUsers::LogOn(const UserRules& rules,
   return outcome;
 }
 
-void DirectoryUsers::Keep(const UserRules& rules, const DirectoryLogOn& answer,
+void DirectoryUsers::Keep(const UserRules& rules, const String& name, const DirectoryLogOn& answer,
                           const Password& password) {
   if (rules.Directory.OfflineDays == 0) return;
   if (answer.Verdict == DirectoryVerdict::Right)
     offline_.Remember(rules, answer.User, password);
-  else if (answer.Verdict != DirectoryVerdict::WrongPassword && !answer.User.Name.empty())
-    offline_.Forget(answer.User.Name);
+  else if (answer.Verdict != DirectoryVerdict::WrongPassword)
+    offline_.Forget(answer.User.Name.empty() ? name : answer.User.Name);
 }
 
 DirectoryOutcome DirectoryUsers::LogOnOffline(const UserRules& rules, const String& name,

@@ -65,7 +65,8 @@ class DirectoryUsers {
   void See(const UserRules& rules, const DirectoryUser& user);
   DirectoryOutcome LogOnOffline(const UserRules& rules, const String& name,
                                 const Password& password, const DirectorySilence& silence);
-  void Keep(const UserRules& rules, const DirectoryLogOn& answer, const Password& password);
+  void Keep(const UserRules& rules, const String& name, const DirectoryLogOn& answer,
+            const Password& password);
 
   DirectoryService& service_;
   OfflineUsers& offline_;

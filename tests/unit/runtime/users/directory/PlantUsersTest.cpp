@@ -50,6 +50,11 @@ class PlantUsersTest : public UserManagementTest {
     client.Answers({});
     ASSERT_EQ(LogOnPlant(u"eva", u"secret"), host::LogOnSucceeded);
   }
+  // Who is logged on, by somebody who knows no answer of the servers yet.
+  host::CurrentUser CurrentAskedAnew() {
+    runtime::DirectoryUsers anew(service, offline);
+    return runtime::PlantUsers(management, directory, anew).GetCurrentUser();
+  }
 
   RecordedClient client;
   std::unique_ptr<Threads> threads = std::make_unique<Threads>();
@@ -199,6 +204,70 @@ TEST_F(PlantUsersTest, OfflineLogOnsOutliveTheProcess) {
   EXPECT_EQ(next.LogOnUser(u"eva", Secret(u"wrong")), host::LogOnInvalidPassword);
   EXPECT_EQ(next.LogOnUser(u"eva", Secret(u"secret")), host::LogOnSucceeded);
   EXPECT_THAT(LastAuditLine(), HasSubstr("\teva\tlog-on\t-\tlogged on offline, class Operator ("));
+}
+
+TEST_F(PlantUsersTest, WhomTheDirectoryLetsInNoMoreIsLoggedOff) {
+  LogOnEva();
+  Found();
+  EXPECT_EQ(CurrentAskedAnew().Name, u"eva");
+  NotFound();
+  EXPECT_FALSE(CurrentAskedAnew().LoggedOn);
+  EXPECT_THAT(LastAuditLine(),
+              HasSubstr("\teva\tlog-off\t-\tthe directory service lets this user in no more\n"));
+  EXPECT_FALSE(plant.GetCurrentUser().LoggedOn);
+}
+
+TEST_F(PlantUsersTest, WhoChangesHisGroupHasTheNewClassAtOnce) {
+  LogOnEva();
+  Found("eva", u"administrators");
+  EXPECT_EQ(CurrentAskedAnew().ClassName, u"Administrator");
+  EXPECT_EQ(management.Session.Current()->ClassName, u"Administrator");
+}
+
+TEST_F(PlantUsersTest, RulesThatNameNoDirectoryAnyMoreEndASessionByIt) {
+  LogOnEva();
+  Configure("");
+  EXPECT_FALSE(plant.GetCurrentUser().LoggedOn);
+  EXPECT_THAT(LastAuditLine(), HasSubstr("lets this user in no more"));
+}
+
+TEST_F(PlantUsersTest, AnotherLogOnReplacesAUserOfTheDirectory) {
+  LogOnEva();
+  Found("zoe");
+  client.Answers({});
+  EXPECT_EQ(LogOnPlant(u"zoe", u"secret"), host::LogOnSucceeded);
+  const std::vector<runtime::AuditRecord> records = Records();
+  ASSERT_GE(records.size(), 2u);
+  EXPECT_EQ(records[records.size() - 2].Entry.Outcome, u"replaced by the log-on of zoe");
+}
+
+TEST_F(PlantUsersTest, WhomTheDirectoryKnowsNoMoreLogsOnOfflineNoMore) {
+  Configure(std::string(kDirectory) + "directory-offline-days = 7\n");
+  const std::pair<std::vector<DirectoryEntry>, int> refusals[] = {
+      {{}, 1},               // gone
+      {{Person("eva")}, 2},  // in no group of a class
+  };
+  for (const auto& [entries, answers] : refusals) {
+    client.silent.clear();
+    LogOnEva();
+    client.Answers({}, entries);
+    if (answers == 2) client.Answers({});
+    EXPECT_EQ(LogOnPlant(u"EVA", u"secret"), host::LogOnUnknownUser);
+    client.silent = {u"h1"};
+    EXPECT_THROW(LogOnPlant(u"eva", u"secret"), runtime::DirectorySilence) << answers;
+  }
+}
+
+TEST_F(PlantUsersTest, AnOldPasswordIsForgottenOfflineOnceItIsChanged) {
+  Configure(std::string(kDirectory) + "directory-offline-days = 7\n");
+  LogOnEva();
+  client.Answers({}, {Person("eva")});
+  client.Answers({});
+  client.Answers({});
+  ASSERT_EQ(plant.ChangeUserPassword(u"eva", Secret(u"new"), Secret(u"secret")),
+            host::ChangePasswordSucceeded);
+  client.silent = {u"h1"};
+  EXPECT_THROW(LogOnPlant(u"eva", u"secret"), runtime::DirectorySilence);
 }
 
 TEST_F(PlantUsersTest, ThePasswordOfWhoSearchesHasAFileOfItsOwn) {
