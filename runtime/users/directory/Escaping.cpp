@@ -79,17 +79,16 @@ String FilledBindName(StringView name, StringView user, StringView dn) {
 
 String ComparableDn(StringView dn) {
   String comparable;
+  std::size_t solid = 0;  // without blanks that end a value
   bool escaped = false;
   bool after_separator = true;
   for (const char16_t unit : dn) {
     if (unit == u' ' && after_separator && !escaped) continue;
-    if (IsSeparator(unit) && !escaped) {
-      while (comparable.ends_with(u' ') && !comparable.ends_with(u"\\ "))
-        comparable.pop_back();
-    }
     after_separator = IsSeparator(unit) && !escaped;
-    escaped = unit == u'\\' && !escaped;
+    if (after_separator) comparable.resize(solid);
     comparable += AsciiLower(unit);
+    if (unit != u' ' || escaped) solid = comparable.size();
+    escaped = unit == u'\\' && !escaped;
   }
   return comparable;
 }

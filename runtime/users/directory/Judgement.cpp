@@ -138,7 +138,13 @@ bool IsUnavailable(const DirectoryAnswer& answer) {
 
 String Describe(const DirectoryAnswer& answer) {
   String text = u"code " + ToString(answer.Code);
-  const std::size_t size = std::min(kLongestDiagnostic, answer.Diagnostic.size());
+  const auto is_inside = [&](std::size_t at) {
+    return at < answer.Diagnostic.size() &&
+           (static_cast<unsigned char>(answer.Diagnostic[at]) & 0xC0) == 0x80;
+  };
+  std::size_t size = std::min(kLongestDiagnostic, answer.Diagnostic.size());
+  while (size > 0 && is_inside(size))
+    --size;  // not within a character
   const std::optional<String> diagnostic = FromUtf8(answer.Diagnostic.substr(0, size));
   if (diagnostic && !diagnostic->empty()) text += u", " + *diagnostic;
   return text;

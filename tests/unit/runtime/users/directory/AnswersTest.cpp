@@ -76,6 +76,41 @@ TEST(BindAnswerTest, OtherCodesAreTheUsersOrTheServersAffair) {
   }
 }
 
+TEST(AnswerTextTest, ADiagnosticIsToldAsFarAsItCanBeRead) {
+  EXPECT_EQ(Describe({13, "", {}}), u"code 13");
+  EXPECT_EQ(Describe({13, "no", {}}), u"code 13, no");
+  EXPECT_EQ(Describe({13, "\xFF", {}}), u"code 13");
+  EXPECT_EQ(Describe({13, std::string(300, '\x80'), {}}), u"code 13");
+  // It is cut between characters, wherever that is.
+  for (std::size_t before = 0; before < 4; ++before) {
+    std::string longest(before, 'x');
+    while (longest.size() < 1000)
+      longest += "\u20AC";
+    const String told = Describe({13, longest, {}});
+    EXPECT_GT(told.size(), 50u) << before;
+    EXPECT_LT(told.size(), longest.size() / 2) << before;
+    EXPECT_EQ(told.back(), u'\u20AC') << before;
+  }
+}
+
+TEST(AnswerTextTest, EveryVerdictHasItsWords) {
+  const std::pair<Verdict, StringView> words[] = {
+      {Verdict::Right, u"password right"},
+      {Verdict::UnknownUser, u"unknown user"},
+      {Verdict::WrongPassword, u"wrong password"},
+      {Verdict::Deactivated, u"user is deactivated"},
+      {Verdict::LockedOut, u"user is locked out"},
+      {Verdict::Expired, u"password has expired"},
+      {Verdict::MustRenew, u"password must be renewed"}};
+  for (const auto& [verdict, text] : words)
+    EXPECT_EQ(Describe(verdict), text);
+}
+
+TEST(AnswerTextTest, AServerThatRunsOutOfTimeHasNotAnswered) {
+  EXPECT_TRUE(IsUnavailable({3, {}, {}}));
+  EXPECT_FALSE(IsUnavailable({0, {}, {}}));
+}
+
 TEST(ChangeAnswerTest, RefusalsOfANewPasswordBecomeTheirCodes) {
   const auto judged = [](char error) {
     return JudgeChange(WithPolicy(19, std::string("\x30\x03\x81\x01", 4) + error));
@@ -94,6 +129,8 @@ TEST(ChangeAnswerTest, RefusalsOfANewPasswordBecomeTheirCodes) {
             host::ChangePasswordNotAccepted);
   EXPECT_EQ(JudgeChange({50, {}, {}}), host::ChangePasswordUnableToSave);
   EXPECT_EQ(JudgeChange({53, {}, {}}), host::ChangePasswordUnableToSave);
+  EXPECT_EQ(JudgeChange({49, {}, {}}), host::ChangePasswordInvalidPassword);
+  EXPECT_EQ(JudgeChange({32, {}, {}}), host::ChangePasswordUnknownUser);
   EXPECT_EQ(JudgeChange({1, {}, {}}), host::ChangePasswordCallFailed);
 }
 
@@ -107,6 +144,7 @@ TEST(PolicyControlTest, BytesThatAreNoneAreNone) {
       {"\x30\x03\x81\x01", 4},
       {"\x30\x03\x81\x01\x0A", 5},
       {"\x30\x02\x81\x00", 4},
+      {"\x30\x06\x81\x04\x00\x00\x00\x01", 8},  // a code of four bytes
       {"\x30\x02\xA0\x00", 4},
       {"\x30\x84\xFF\xFF\xFF\xFF", 6},
       {"\x30\x03\x04\x01\x00", 5},
@@ -135,6 +173,17 @@ TEST(PasswordWireTest, ARequestNamesUserAndBothPasswords) {
   EXPECT_EQ(longer.size(), 4u + 209u);
 }
 
+TEST(PasswordWireTest, CodePointsHaveOneToFourBytesAndLoneSurrogatesAreReplaced) {
+  const auto bytes = [](String text) { return Text(Utf8Of(Password(text))); };
+  EXPECT_EQ(bytes(u"a\u00E4\u20AC\U0001F511\uFFFD"), "a\u00E4\u20AC\U0001F511\uFFFD");
+  EXPECT_EQ(bytes(u"\uE000"), "\uE000") << "right behind the surrogates";
+  const String alone[] = {String(1, 0xD83D), String(1, 0xDD11), {0xD83D, u'a'},
+                          {0xD83D, 0xE000},  {0xDD11, 0xDD11},  {0xD83D, 0xD83D}};
+  for (const String& text : alone)
+    EXPECT_TRUE(bytes(text).starts_with("\uFFFD"));
+  EXPECT_EQ(bytes({0xD83D, u'a'}), "\uFFFDa");
+}
+
 TEST(PasswordWireTest, ActiveDirectoryTakesUtf16InQuotationMarks) {
   EXPECT_EQ(Text(QuotedPassword(Password(u"a\u20AC"))), std::string("\"\0a\0\xAC\x20\"\0", 8));
 }
@@ -153,6 +202,7 @@ TEST(EscapingTest, AValueInADistinguishedNameStaysOneValue) {
   EXPECT_EQ(EscapedForDn(u"a,b+c\"d\\e<f>g;h=i"), u"a\\,b\\+c\\\"d\\\\e\\<f\\>g\\;h\\=i");
   EXPECT_EQ(EscapedForDn(u"#a#"), u"\\#a#");
   EXPECT_EQ(EscapedForDn(u" a b "), u"\\ a b\\ ");
+  EXPECT_EQ(EscapedForDn(u"a\tb"), u"a\\09b");
   EXPECT_EQ(FilledBindName(u"uid={user},dc=plant", u"a,dc=evil", u""),
             u"uid=a\\,dc\\=evil,dc=plant");
   EXPECT_EQ(FilledBindName(u"{user}@plant", u"eva", u""), u"eva@plant");
@@ -168,6 +218,7 @@ TEST(EscapingTest, ANameIsTakenFromADistinguishedNameWhereItIsPlain) {
   EXPECT_EQ(FirstValueOf(u"uid=eva+cn=x,ou=people", "uid"), u"");
   EXPECT_EQ(FirstValueOf(u"uid=M\\C3\\BCller", "uid"), u"");
   EXPECT_EQ(FirstValueOf(u"uid=eva\\", "uid"), u"");
+  EXPECT_EQ(FirstValueOf(u"uid=a+b,ou=people", "uid"), u"") << "of several values";
   EXPECT_EQ(FirstValueOf(u"eva", "uid"), u"");
 }
 
@@ -175,6 +226,9 @@ TEST(EscapingTest, DistinguishedNamesAreComparedWithoutBlanksAndCase) {
   EXPECT_EQ(ComparableDn(u"CN = Chefs , DC=Plant"), ComparableDn(u"cn=chefs,dc=plant"));
   EXPECT_NE(ComparableDn(u"cn=a b,dc=plant"), ComparableDn(u"cn=ab,dc=plant"));
   EXPECT_NE(ComparableDn(u"cn=a\\,dc=plant"), ComparableDn(u"cn=a,dc=plant"));
+  EXPECT_EQ(ComparableDn(u"cn=a\\ ,dc=plant"), u"cn=a\\ ,dc=plant") << "an escaped blank stays";
+  EXPECT_EQ(ComparableDn(u"cn=\\ a"), u"cn=\\ a");
+  EXPECT_EQ(ComparableDn(u"cn=a\\\\ , dc=plant"), u"cn=a\\\\,dc=plant") << "behind a backslash";
 }
 
 }  // namespace

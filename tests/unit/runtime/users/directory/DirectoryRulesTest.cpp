@@ -90,13 +90,35 @@ TEST(DirectoryRulesTest, EverySettingIsRead) {
   EXPECT_EQ(rules.OfflineDays, 7);
 }
 
+TEST(DirectoryRulesTest, NamesOfServersAndAttributesHaveLettersDigitsAndHyphens) {
+  const DirectoryRules rules =
+      ParseRules(u"",
+                 "directory = ldaps://Panel-7.plant.example:65535 ldaps://10.0.0.1:1\n"
+                 "directory-base = dc=plant\n"
+                 "directory-class = Operator | cn=operators,dc=plant\n"
+                 "directory-name = x-Attribute9\n"
+                 "directory-search-as = anonymous\n"
+                 "directory-bind-as = cn=both,{dn}{user}\n"
+                 "directory-kind = openldap\n"
+                 "directory-unencrypted = refused\n")
+          .Directory;
+  EXPECT_EQ(rules.Servers[0].Address(), u"ldaps://Panel-7.plant.example:65535");
+  EXPECT_EQ(rules.Servers[1].Port, 1);
+  EXPECT_EQ(rules.NameAttribute, "x-Attribute9");
+  EXPECT_EQ(rules.SearchAs, SearchIdentity::Anonymous);
+  EXPECT_EQ(rules.BindAs, u"cn=both,{dn}{user}");
+  EXPECT_EQ(rules.Kind, DirectoryKind::OpenLdap);
+  EXPECT_FALSE(rules.AllowsUnencrypted);
+}
+
 TEST(DirectoryRulesTest, OnlyThisMachineIsSpokenToWithoutEncryption) {
   for (const char* host : {"localhost", "LOCALHOST", "127.0.0.1", "127.1.2.3", "[::1]"}) {
     const std::string rest = kLeast.substr(kLeast.find('\n'));
     EXPECT_EQ(RefusalOf("directory = ldap://" + std::string(host) + rest), u"accepted") << host;
   }
-  for (const char* host : {"127.plant.example", "127.0.0.1.plant.example", "localhost.example",
-                           "10.0.0.1", "128.0.0.1", "[::2]", "h1"}) {
+  for (const char* host :
+       {"127.plant.example", "127.0.0.x", "127.0.0.-1", "127.0.0.1.plant.example",
+        "localhost.example", "10.0.0.1", "128.0.0.1", "[::2]", "h1"}) {
     const std::string rest = kLeast.substr(kLeast.find('\n'));
     const std::string bytes = "directory = ldap://" + std::string(host) + rest;
     EXPECT_NE(RefusalOf(bytes).find(u"would show passwords on the network"), String::npos) << host;
@@ -111,6 +133,14 @@ TEST(DirectoryRulesTest, RefusalsNameFileLineAndReason) {
       {"directory = ldaps://h1/dc=plant", u"users.conf, line 1: this is no name of a server"},
       {"directory = ldaps://h1:0",
        u"users.conf, line 1: a server ends with its name or with a port between 1 and 65535"},
+      {"directory = ldaps://h1:x",
+       u"users.conf, line 1: a server ends with its name or with a port between 1 and 65535"},
+      {"directory = ldaps://h1:65536",
+       u"users.conf, line 1: a server ends with its name or with a port between 1 and 65535"},
+      {"directory = ldaps://[::1]x",
+       u"users.conf, line 1: a server ends with its name or with a port between 1 and 65535"},
+      {"directory = ldaps://h_1", u"users.conf, line 1: this is no name of a server"},
+      {"directory = ldaps://h{1}", u"users.conf, line 1: this is no name of a server"},
       {"directory = ldaps://[::1", u"users.conf, line 1: \"]\" is missing"},
       {"directory = ldaps://a ldaps://b ldaps://c ldaps://d ldaps://e",
        u"users.conf, line 1: these are more than four servers"},
@@ -139,6 +169,12 @@ TEST(DirectoryRulesTest, RefusalsNameFileLineAndReason) {
       {kLeast + "directory-user-filter = (member={dn})",
        u"users.conf, line 4: {user} is missing in directory-user-filter"},
       {"directory-bind-as = cn=panel", u"users.conf, line 1: neither {dn} nor {user} is in it"},
+      {"directory-user-filter = (uid={user}",
+       u"users.conf, line 1: a filter stands in parentheses that are in pairs"},
+      {"directory-name = {uid}", u"users.conf, line 1: this is no name of an attribute"},
+      {"directory-name = u_id", u"users.conf, line 1: this is no name of an attribute"},
+      {"directory-name = u:id", u"users.conf, line 1: this is no name of an attribute"},
+      {"directory-name = u id", u"users.conf, line 1: this is no name of an attribute"},
       {"directory-name = uid)(x", u"users.conf, line 1: this is no name of an attribute"},
       {"directory-kind = novell", u"users.conf, line 1: openldap or active-directory is expected"},
       {"directory-unencrypted = yes", u"users.conf, line 1: refused or allowed is expected"},
