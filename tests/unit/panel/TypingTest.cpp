@@ -306,6 +306,32 @@ TEST_F(ScreenKeyboard, IsEnglishAndTellsWhatIsWrongWithALayout) {
   });
 }
 
+TEST_F(ScreenKeyboard, IsEnglishAndThereWhereTheRuntimeFails) {
+  runtime.Panel.Keyboard = KeyboardUse::Touch;
+  LogOn([&](Operator& op) {
+    log.FailCall(1, true);
+    op.Touch(u"txtName");
+    EXPECT_TRUE(log.Injected());
+    log.FailNothing();
+    EXPECT_TRUE(InSight());
+    EXPECT_NE(op.BoardKey(u"Caps Lock"), nullptr);
+    op.Tap(u"a");
+    EXPECT_EQ(Value(op, u"txtName"), u"a");
+    op.Click(u"keyCancel");
+  });
+}
+
+TEST_F(ScreenKeyboard, StaysAwayWithoutAnyLayout) {
+  platform.Layouts.clear();
+  EXPECT_FALSE(LogOn([&](Operator& op) {
+    op.Touch(u"txtName");
+    EXPECT_EQ(platform.Attached, nullptr);
+    op.Type(u"anna");
+    EXPECT_EQ(Value(op, u"txtName"), u"anna");
+    op.Click(u"keyCancel");
+  }));
+}
+
 TEST_F(ScreenKeyboard, IsFrenchForAFrenchRuntime) {
   runtime.Texts[u"KeyboardLayout"] = u"fr";
   LogOn([&](Operator& op) {
