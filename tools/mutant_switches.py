@@ -85,14 +85,15 @@ class Switches:
             yield Constexpr(token.begin, token.begin, self.tokens[min(end, len(self.tokens) - 1)].end, name)
 
     def named_while_compiling(self, mutant):
-        """Labels of cases and arguments of templates."""
+        """Labels of cases, arguments of templates, and arrays, which forget their length."""
         i = bisect.bisect_left(self.begins, mutant.begin)
         behind = bisect.bisect_left(self.begins, mutant.end)
         while self.text(i - 1) == "::":
             i -= 2
         argument = i and (self.text(i - 1) == "<" and not self.tokens[i - 1].spaced or
                           self.text(behind) == ">" and not self.tokens[behind].spaced)
-        return mutant.kind == "constant" and (self.text(i - 1) == "case" or argument)
+        array = re.search(rf"\b{re.escape(self.text(behind - 1))}\[\] = ", self.source)
+        return mutant.kind == "constant" and (self.text(i - 1) == "case" or argument or array)
 
     def unswitchable(self, mutant):
         """Whether the compiler may have worked it out before a switch is asked."""

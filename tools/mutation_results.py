@@ -71,6 +71,7 @@ class Reached:
 
     def covering(self, file, number):
         """The tests that reach a change; of what is reached before any test, those that reach the file's code."""
-        if number is None or (file, number) in self.at_start:
-            return {test for test, points in self.tests.items() if any(name == file for name, _ in points)}
-        return {test for test, points in self.tests.items() if (file, number) in points}
+        if number is not None and (file, number) not in self.at_start:
+            return {test for test, points in self.tests.items() if (file, number) in points}
+        return {test for test, points in self.tests.items() if any(name == file for name, _ in points)} or \
+            set(self.tests)
