@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <fstream>
 #include <functional>
 #include <string>
@@ -208,48 +209,27 @@ int EventSource(const Arguments& arguments) {
   return kDone;
 }
 
-constexpr Command kCommands[] = {
-    {u"provision", u"USER [--generate] [--panel-account ACCOUNT]",
-     u"Creates the users of this machine with their first administrator, who has to renew his\n"
-     u"password at the first log-on. The password is typed, or generated and printed once. The\n"
-     u"folder gets explicit rights: administrators everything, the account that the panel runs\n"
-     u"under (this one unless it is named) what it needs.\n",
-     1, Provision},
-    {u"list", u"", u"Lists the users: name, class, state and full name between tabs.\n", 0, List},
-    {u"unlock", u"USER", u"Ends a lock-out and activates a user who is deactivated.\n", 1, Unlock},
-    {u"reset", u"USER",
-     u"Gives a user a new password, printed once, which he has to renew at the next log-on, and\n"
-     u"unlocks him.\n",
-     1, Reset},
-    {u"verify", u"",
-     u"Looks through the database and the chain of audit records and names the first record that\n"
-     u"does not hold, keys of passwords that are not there, and the line of users.conf that is\n"
-     u"malformed. The exit code is 3 when something is wrong.\n",
-     0, Verify},
-    {u"backup", u"FILE",
-     u"Copies users and audit records into a new file; panels go on meanwhile.\n", 1, BackUp},
-    {u"restore", u"FILE",
-     u"Puts a backup that is whole in the place of the users. What was there is kept beside it.\n",
-     1, Restore},
-    {u"export-audit", u"FILE [--format csv|json]",
-     u"Writes all audit records, the oldest first, as comma-separated values or JSON lines; the\n"
-     u"file - is the standard output.\n",
-     1, Export},
-    {u"key", u"create|renew|show [--panel-account ACCOUNT]",
-     u"Makes the secret key that passwords are hashed with under the rule keyed-passwords, or a\n"
-     u"new one, and shows where it lies and how many passwords need it. The file can be opened on\n"
-     u"this machine alone.\n",
-     1, Key},
-    {u"event-source", u"register|remove",
-     u"Makes the source of the users' events known to the event log of Windows, or unknown again;\n"
-     u"the rule audit-event-log sends them there.\n",
-     1, EventSource},
+struct Deed {
+  StringView Name;
+  int (*Do)(const Arguments& arguments);
+};
+constexpr Deed kDeeds[] = {
+    {u"provision", Provision},
+    {u"list", List},
+    {u"unlock", Unlock},
+    {u"reset", Reset},
+    {u"verify", Verify},
+    {u"backup", BackUp},
+    {u"restore", Restore},
+    {u"export-audit", Export},
+    {u"key", Key},
+    {u"event-source", EventSource},
 };
 
 }  // namespace
 
-std::span<const Command> Commands() {
-  return kCommands;
+int CarryOut(const Command& command, const Arguments& arguments) {
+  return std::ranges::find(kDeeds, command.Name, &Deed::Name)->Do(arguments);
 }
 
 }  // namespace krx::runtime

@@ -1,9 +1,6 @@
 #pragma once
 
-#include <span>
-#include <vector>
-
-#include "base/String.h"
+#include "runtime/users/tool/CommandLine.h"
 
 namespace krx::runtime {
 
@@ -12,23 +9,7 @@ inline constexpr int kRefused = 1;
 inline constexpr int kWrongUsage = 2;
 inline constexpr int kDamaged = 3;
 
-// What stands behind a command, options apart.
-struct Arguments {
-  std::vector<String> Names;
-  bool Generates = false;
-  String PanelAccount;
-  String Format;
-};
-
-struct Command {
-  StringView Name;
-  StringView Usage;  // what follows the name
-  StringView Help;
-  std::size_t Names;                       // how many it needs
-  int (*Run)(const Arguments& arguments);  // raises Error for a refusal
-};
-
-// All commands, in the order of the help.
-std::span<const Command> Commands();
+// Carries a command out; returns the exit code. Raises Error for a refusal.
+int CarryOut(const Command& command, const Arguments& arguments);
 
 }  // namespace krx::runtime
