@@ -42,7 +42,6 @@ Import Make(const char* name, Result(WINAPI* original)(Arguments...),
 // Selecting fails; giving back what was selected before, which is the same function, does not.
 HGDIOBJ WINAPI Select(HDC dc, HGDIOBJ object) {
   thread_local std::array<HGDIOBJ, 8> replaced{};  // the last ones; the oldest makes room
-  thread_local std::size_t next = 0;
   const auto known = std::find(replaced.begin(), replaced.end(), object);
   const bool gives_back = object && known != replaced.end();
   if (!gives_back && FailingCalls::IsDue("SelectObject")) {
@@ -53,6 +52,7 @@ HGDIOBJ WINAPI Select(HDC dc, HGDIOBJ object) {
   if (gives_back) {
     *known = nullptr;
   } else {
+    thread_local std::size_t next = 0;
     replaced[next++ % replaced.size()] = before;
   }
   return before;
