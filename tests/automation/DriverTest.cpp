@@ -52,6 +52,15 @@ TEST(ScriptClient, PrintsLinesAndReturnsItsExitCode) {
   EXPECT_EQ(client.Lines(), (std::vector<std::string>{"1", "two"}));
 }
 
+// Such a program kept a test waiting for the end of its client's output for good.
+TEST(ScriptClient, EndsWhileAProgramThatItHasStartedGoesOn) {
+  Client client(L"cmd.exe /c \"echo 1&start /b notepad.exe\"");
+  EXPECT_EQ(client.Finish(), 0u);
+  EXPECT_EQ(client.Lines(), std::vector<std::string>{"1"});
+  WaitForTitle(L"Untitled - Notepad").WaitUntilActive();
+  PressKey(L"Alt+F4");
+}
+
 TEST(TextTables, GiveTheTextsOfBothLanguagesWithoutTheMarksOfAccessKeys) {
   EXPECT_NE(Text("Yes"), Text("Yes", "de"));
   EXPECT_EQ(Text("Yes").find(L'&'), std::wstring::npos);

@@ -47,17 +47,31 @@ Client::Client(const std::wstring& command_line) {
 Client::~Client() {
   if (Running()) TerminateProcess(process_, 99);
   WaitForSingleObject(process_, INFINITE);
+  if (reader_.joinable()) reader_.join();
   CloseHandle(process_);
 }
 
+// The client's end is that of its output: what it has started, the system's desktop even, may keep
+// the pipe open for as long as this program runs.
 void Client::Read(HANDLE pipe) {
+  constexpr DWORD kPoll = 5;  // milliseconds
+  for (bool ended = false; !ended;) {
+    ended = WaitForSingleObject(process_, kPoll) != WAIT_TIMEOUT;
+    TakeOutput(pipe);
+  }
+  CloseHandle(pipe);
+}
+
+void Client::TakeOutput(HANDLE pipe) {
   std::array<char, 1024> chunk;
-  DWORD count = 0;
-  while (ReadFile(pipe, chunk.data(), chunk.size(), &count, nullptr) && count) {
+  DWORD there = 0;
+  while (PeekNamedPipe(pipe, nullptr, 0, nullptr, &there, nullptr) && there) {
+    DWORD count = 0;
+    if (!ReadFile(pipe, chunk.data(), std::min<DWORD>(there, chunk.size()), &count, nullptr))
+      return;
     const std::lock_guard guard(lock_);
     output_.append(chunk.data(), count);
   }
-  CloseHandle(pipe);
 }
 
 bool Client::Running() const {

@@ -32,6 +32,7 @@ class Client {
 
  private:
   void Read(HANDLE pipe);
+  void TakeOutput(HANDLE pipe);
   // Its windows, for who waits for its end in vain.
   std::string Shown() const;
 
