@@ -1,5 +1,7 @@
 #include "runtime/users/passwords/PasswordHasher.h"
 
+#include "base/Error.h"
+
 namespace krx::runtime {
 
 PasswordHash PasswordHasher::Hash(const Password& password) {
